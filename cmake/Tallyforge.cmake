@@ -1,0 +1,36 @@
+# SPDX-License-Identifier: GPL-2.0-or-later
+# SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+# Settings that every target shares, and tallyforge_library() for the folders of src/.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_AUTOMOC ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_CXX_SCAN_FOR_MODULES OFF)
+
+add_library(tallyforge-options INTERFACE)
+target_compile_options(tallyforge-options INTERFACE -Wall -Wextra -Wpedantic -Wconversion)
+if(TALLYFORGE_WERROR)
+  target_compile_options(tallyforge-options INTERFACE -Werror)
+endif()
+if(TALLYFORGE_SANITIZE)
+  target_compile_options(tallyforge-options INTERFACE -fsanitize=${TALLYFORGE_SANITIZE} -fno-omit-frame-pointer)
+  target_link_options(tallyforge-options INTERFACE -fsanitize=${TALLYFORGE_SANITIZE})
+endif()
+target_compile_definitions(tallyforge-options INTERFACE
+  QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CONTEXTLESS_CONNECT QT_NO_KEYWORDS)
+target_include_directories(tallyforge-options INTERFACE "${PROJECT_SOURCE_DIR}/src")
+
+# tallyforge_library(<folder> SOURCES … LINK …): one static library for a folder of src/, known to
+# others as Tallyforge::<folder>. What stands behind LINK is all that the folder may use.
+function(tallyforge_library folder)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINK")
+  add_library(tallyforge-${folder} STATIC ${arg_SOURCES})
+  add_library(Tallyforge::${folder} ALIAS tallyforge-${folder})
+  target_link_libraries(tallyforge-${folder} PUBLIC tallyforge-options ${arg_LINK})
+endfunction()

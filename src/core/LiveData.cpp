@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#include "core/LiveData.h"
+
+#include "common/JsonText.h"
+
+#include <algorithm>
+#include <array>
+
+namespace tallyforge {
+
+namespace {
+
+bool isAcceptedType(const QString &type)
+{
+    return type.isEmpty() || type == QLatin1String("state") || type == QLatin1String("heartbeat") ||
+           type == QLatin1String("auth_ok");
+}
+
+// Bookkeeping of the envelope, never shown: the names are reserved wherever the fields stand.
+bool isReserved(const QString &name)
+{
+    static constexpr std::array names{QLatin1String("type"),         QLatin1String("seq"),
+                                      QLatin1String("ts_ms"),        QLatin1String("v"),
+                                      QLatin1String("sport"),        QLatin1String("online"),
+                                      QLatin1String("device_ts_ms"), QLatin1String("fw_version"),
+                                      QLatin1String("transport")};
+    return std::any_of(names.begin(), names.end(),
+                       [&name](QLatin1String reserved) { return name == reserved; });
+}
+
+QJsonObject fieldsOf(const QJsonObject &envelope)
+{
+    for (const QLatin1String key : {QLatin1String("fields"), QLatin1String("data")}) {
+        const QJsonValue inner = envelope.value(key);
+        if (inner.isObject()) {
+            return inner.toObject();
+        }
+    }
+    return envelope;
+}
+
+} // namespace
+
+LiveData::LiveData(QObject *parent)
+    : QObject(parent)
+{
+}
+
+bool LiveData::ingest(const QJsonObject &envelope)
+{
+    if (envelope.isEmpty() || !isAcceptedType(envelope.value(QLatin1String("type")).toString())) {
+        return false;
+    }
+    const QJsonObject fields = fieldsOf(envelope);
+
+    QMutexLocker lock(&m_mutex);
+    const bool sportChanged = mergeSport(envelope);
+    const QStringList names = mergeFields(fields);
+    m_updatedAt = QDateTime::currentDateTimeUtc();
+    lock.unlock();
+
+    if (!names.isEmpty()) {
+        Q_EMIT fieldsChanged(names);
+    }
+    if (sportChanged || !names.isEmpty()) {
+        Q_EMIT changed();
+    }
+    return true;
+}
+
+bool LiveData::mergeSport(const QJsonObject &envelope)
+{
+    const QString sport = envelope.value(QLatin1String("sport")).toString();
+    if (sport.isEmpty() || sport == m_sport) {
+        return false;
+    }
+    m_sport = sport;
+    return true;
+}
+
+QStringList LiveData::mergeFields(const QJsonObject &fields)
+{
+    QStringList names;
+    for (auto field = fields.begin(); field != fields.end(); ++field) {
+        const QString name = field.key();
+        const QJsonValue value = field.value();
+        if (isReserved(name) || value.isArray() || value.isObject()) {
+            continue;
+        }
+        const QString text = jsonToText(value);
+        const auto known = m_fields.find(name);
+        if (known == m_fields.end()) {
+            m_fields.insert(name, text);
+        } else if (*known != text) {
+            *known = text;
+        } else {
+            continue;
+        }
+        names.append(name);
+    }
+    return names;
+}
+
+void LiveData::clear()
+{
+    QMutexLocker lock(&m_mutex);
+    if (m_fields.isEmpty() && m_sport.isEmpty()) {
+        return;
+    }
+    m_fields.clear();
+    m_sport.clear();
+    m_updatedAt = {};
+    lock.unlock();
+
+    Q_EMIT fieldsChanged({});
+    Q_EMIT changed();
+}
+
+QString LiveData::sport() const
+{
+    const QMutexLocker lock(&m_mutex);
+    return m_sport;
+}
+
+QStringList LiveData::fieldNames() const
+{
+    const QMutexLocker lock(&m_mutex);
+    return m_fields.keys();
+}
+
+QString LiveData::value(const QString &name) const
+{
+    const QMutexLocker lock(&m_mutex);
+    return m_fields.value(name);
+}
+
+QJsonObject LiveData::toJson() const
+{
+    const QMutexLocker lock(&m_mutex);
+    QJsonObject fields;
+    for (auto field = m_fields.begin(); field != m_fields.end(); ++field) {
+        fields.insert(field.key(), field.value());
+    }
+    return {
+        {QStringLiteral("sport"), m_sport},
+        {QStringLiteral("fields"), fields},
+        {QStringLiteral("source"), m_sourceLabel},
+        {QStringLiteral("updated_at"),
+         m_updatedAt.isValid() ? m_updatedAt.toString(Qt::ISODate) : QString()},
+    };
+}
+
+void LiveData::setSourceLabel(const QString &label)
+{
+    if (label == m_sourceLabel) {
+        return;
+    }
+    m_sourceLabel = label;
+    Q_EMIT sourceChanged();
+}
+
+} // namespace tallyforge

@@ -1,0 +1,177 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#include "core/SourceManager.h"
+
+#include "core/LiveData.h"
+#include "core/SettingsStore.h"
+#include "core/TlsFeed.h"
+#include "portal/PortalClient.h"
+
+#include <QPointer>
+
+namespace tallyforge {
+
+namespace {
+
+constexpr int failuresUntilSlow = 6;
+
+} // namespace
+
+SourceManager::SourceManager(PortalClient *portal, LiveData *live, QObject *parent)
+    : SourceManager(portal, live, Timing{}, parent)
+{
+}
+
+SourceManager::SourceManager(PortalClient *portal, LiveData *live, const Timing &timing,
+                             QObject *parent)
+    : QObject(parent)
+    , m_timing(timing)
+    , m_portal(portal)
+    , m_live(live)
+    , m_feed(new TlsFeed(this))
+{
+    m_pollTimer.setInterval(m_timing.poll);
+    connect(&m_pollTimer, &QTimer::timeout, this, &SourceManager::pollCloud);
+    connect(m_portal, &PortalClient::signedInChanged, this, &SourceManager::onSignedInChanged);
+    connect(m_feed, &TlsFeed::envelope, this, &SourceManager::onFeedEnvelope);
+    connect(m_feed, &TlsFeed::connectedChanged, this, &SourceManager::onFeedConnectedChanged);
+}
+
+SourceManager::~SourceManager()
+{
+    // The feed says so when it ends a connection, and there is no one left to hear it.
+    m_feed->disconnect(this);
+}
+
+void SourceManager::useCloud(const QString &deviceId)
+{
+    changeRoute(Mode::Cloud, deviceId, deviceId);
+    m_failCount = 0;
+    setStatus(false, tr("Connecting to %1…").arg(m_label));
+    m_pollTimer.start();
+    pollCloud();
+}
+
+void SourceManager::useLan(const QString &deviceId, const LanDevice &device)
+{
+    changeRoute(Mode::Lan, deviceId, device.name.isEmpty() ? deviceId : device.name);
+    setStatus(false, tr("Connecting to %1 on your network…").arg(m_label));
+    m_feed->connectTo(device.host, TlsFeed::defaultPort, device.token);
+}
+
+void SourceManager::changeRoute(Mode mode, const QString &deviceId, const QString &label)
+{
+    ++m_generation;
+    m_pollTimer.stop();
+    m_pollInFlight = false;
+    m_mode = Mode::None; // what the old feed says as it ends is no news any more
+    m_feed->stop();
+    m_live->clear();
+    m_mode = mode;
+    m_deviceId = deviceId;
+    m_label = label;
+    m_live->setSourceLabel(label);
+}
+
+void SourceManager::setStatus(bool live, const QString &text)
+{
+    if (live == m_isLive && text == m_statusText) {
+        return;
+    }
+    m_isLive = live;
+    m_statusText = text;
+    Q_EMIT statusChanged();
+}
+
+void SourceManager::pollCloud()
+{
+    if (m_mode != Mode::Cloud || m_pollInFlight) {
+        return;
+    }
+    if (!m_portal->signedIn()) {
+        setStatus(false, tr("Sign in to see live scores."));
+        return;
+    }
+    m_pollInFlight = true;
+    m_portal->deviceState(
+        m_deviceId, [self = QPointer(this), generation = m_generation](const PortalResult &result) {
+            if (self && generation == self->m_generation) {
+                self->onCloudReply(result);
+            }
+        });
+}
+
+void SourceManager::onCloudReply(const PortalResult &result)
+{
+    m_pollInFlight = false;
+    if (!result.ok) {
+        onCloudFailure(result);
+        return;
+    }
+    if (!m_portal->signedIn()) {
+        return; // the user has signed out meanwhile, and the status says so
+    }
+    m_failCount = 0;
+    setPollInterval(m_timing.poll);
+    if (result.data.value(QLatin1String("type")).toString() == QLatin1String("pending")) {
+        setStatus(false, tr("%1 has not sent any scoreboard data yet.").arg(m_label));
+        return;
+    }
+    const bool online = result.data.value(QLatin1String("online")).toBool(true);
+    m_live->ingest(result.data);
+    setStatus(online, online ? tr("Live from %1").arg(m_label)
+                             : tr("%1 is offline. Showing its last scores.").arg(m_label));
+}
+
+void SourceManager::onCloudFailure(const PortalResult &result)
+{
+    ++m_failCount;
+    if (result.code == QLatin1String("device_not_found_or_not_owned")) {
+        m_pollTimer.stop();
+    } else if (m_failCount >= failuresUntilSlow) {
+        setPollInterval(m_timing.slowPoll);
+    }
+    setStatus(false, result.message);
+}
+
+// Setting even the same interval starts the present one over, so a slow portal would stretch it.
+void SourceManager::setPollInterval(std::chrono::milliseconds interval)
+{
+    if (m_pollTimer.intervalAsDuration() != interval) {
+        m_pollTimer.setInterval(interval);
+    }
+}
+
+void SourceManager::onSignedInChanged(bool signedIn)
+{
+    if (signedIn || m_mode != Mode::Cloud) {
+        return;
+    }
+    m_pollTimer.stop();
+    setStatus(false, tr("Signed out. Sign in to see live scores."));
+}
+
+void SourceManager::onFeedEnvelope(const QJsonObject &envelope)
+{
+    if (m_mode != Mode::Lan) {
+        return;
+    }
+    if (m_live->ingest(envelope) && !m_isLive) {
+        setStatus(true, tr("Live from %1 over your network").arg(m_label));
+    }
+}
+
+void SourceManager::onFeedConnectedChanged(bool connected, const QString &reason)
+{
+    if (m_mode != Mode::Lan) {
+        return;
+    }
+    if (connected) {
+        setStatus(false, tr("Connected to %1, waiting for scoreboard data…").arg(m_label));
+    } else {
+        setStatus(false, reason.isEmpty() ? tr("Reconnecting to %1…").arg(m_label) : reason);
+    }
+}
+
+} // namespace tallyforge

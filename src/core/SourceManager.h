@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#pragma once
+
+#include <QJsonObject>
+#include <QObject>
+#include <QTimer>
+
+#include <chrono>
+
+namespace tallyforge {
+
+class LiveData;
+class PortalClient;
+class TlsFeed;
+struct LanDevice;
+struct PortalResult;
+
+/// Decides which one route feeds the live data, and says in one line of text how that goes. A route
+/// stays until another is chosen; a change of route clears the live data, so that the scores of one
+/// device never show under the name of another. Main thread.
+class SourceManager final : public QObject
+{
+    Q_OBJECT
+
+public:
+    enum class Mode {
+        None = 0,
+        Cloud = 1,
+        Lan = 2,
+    };
+    Q_ENUM(Mode)
+
+    struct Timing
+    {
+        std::chrono::milliseconds poll{1000};     ///< between two polls of the portal
+        std::chrono::milliseconds slowPoll{5000}; ///< the same from the sixth failure in a row
+    };
+
+    /// None of the services is owned; all must outlive the manager.
+    SourceManager(PortalClient *portal, LiveData *live, QObject *parent);
+    SourceManager(PortalClient *portal, LiveData *live, const Timing &timing, QObject *parent);
+    ~SourceManager() override;
+
+    /// Follows a device of the account through the portal.
+    void useCloud(const QString &deviceId);
+    /// Follows a device through its feed on the local network.
+    void useLan(const QString &deviceId, const LanDevice &device);
+
+    [[nodiscard]] Mode mode() const { return m_mode; }
+    [[nodiscard]] QString deviceId() const { return m_deviceId; }
+    /// The device's name as the status texts show it.
+    [[nodiscard]] QString label() const { return m_label; }
+    /// Whether data is arriving now.
+    [[nodiscard]] bool isLive() const { return m_isLive; }
+    /// One line for the user.
+    [[nodiscard]] QString statusText() const { return m_statusText; }
+
+Q_SIGNALS:
+    /// isLive() or statusText() has changed.
+    void statusChanged();
+
+private:
+    void changeRoute(Mode mode, const QString &deviceId, const QString &label);
+    void setStatus(bool live, const QString &text);
+    void pollCloud();
+    void onCloudReply(const PortalResult &result);
+    void onCloudFailure(const PortalResult &result);
+    void setPollInterval(std::chrono::milliseconds interval);
+    void onSignedInChanged(bool signedIn);
+    void onFeedEnvelope(const QJsonObject &envelope);
+    void onFeedConnectedChanged(bool connected, const QString &reason);
+
+    const Timing m_timing;
+    PortalClient *const m_portal;
+    LiveData *const m_live;
+    Mode m_mode = Mode::None;
+    QString m_deviceId;
+    QString m_label;
+    bool m_isLive = false;
+    QString m_statusText;
+    QTimer m_pollTimer;
+    bool m_pollInFlight = false;
+    int m_failCount = 0;
+    unsigned m_generation = 0; // counts route changes; a reply to an older one is dropped
+    TlsFeed *m_feed;
+};
+
+} // namespace tallyforge

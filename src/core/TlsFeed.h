@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#pragma once
+
+#include "common/LineBuffer.h"
+
+#include <QJsonObject>
+#include <QObject>
+#include <QTimer>
+
+#include <chrono>
+
+class QSslSocket;
+
+namespace tallyforge {
+
+/// The client of a device's live feed on the local network: one TLS connection, authenticated by
+/// the device's access token, that carries a JSON object a line. While it is wanted it comes back
+/// by itself after every loss; only a device that refuses the token ends it.
+///
+/// The device's certificate isn't checked: devices sign their own, and the token is what lets a
+/// client in.
+class TlsFeed final : public QObject
+{
+    Q_OBJECT
+
+public:
+    struct Timing
+    {
+        std::chrono::milliseconds attempt{10000}; ///< from the first packet to "auth_ok"
+        std::chrono::milliseconds firstBackoff{
+            1000}; ///< before the first retry; doubles from there
+        std::chrono::milliseconds maxBackoff{15000};
+    };
+
+    explicit TlsFeed(QObject *parent = nullptr);
+    TlsFeed(const Timing &timing, QObject *parent);
+    ~TlsFeed() override;
+
+    static constexpr quint16 defaultPort = 1010;
+
+    /// Starts over with another device. Port 0 means the default port.
+    void connectTo(const QString &host, quint16 port, const QString &token);
+
+    /// Ends the connection and all retries. Emits connectedChanged(false, "") if it was
+    /// authenticated.
+    void stop();
+
+Q_SIGNALS:
+    /// True once the device has accepted the token. False, with a sentence for the user or an empty
+    /// text, when such a connection has ended, when the device rejects the token, and when an
+    /// attempt could not reach the device or got no answer. Silent when the device hangs up before
+    /// it answered; that is retried like the others.
+    void connectedChanged(bool connected, const QString &reason);
+    /// Each object that follows the authentication, heartbeats included.
+    void envelope(const QJsonObject &envelope);
+
+private:
+    void openSocket();
+    void dropSocket();
+    void sendAuth();
+    void readLines();
+    void handleMessage(const QJsonObject &message);
+    void handleFirstMessage(const QString &type);
+    void onError();
+    void onDisconnected();
+    void onAttemptTimeout();
+    void endIfUnconnected();
+    void endAttempt(bool report);
+
+    const Timing m_timing;
+    QSslSocket *m_socket = nullptr; // child of the feed, a new one for each attempt
+    QString m_host;
+    quint16 m_port = defaultPort;
+    QString m_token;
+    LineBuffer m_buffer;
+    bool m_encrypted = false;
+    bool m_authed = false;
+    bool m_refused = false; // "auth_fail" came on an authenticated connection
+    bool m_wanted = false;
+    bool m_attemptOver = true; // the end of the present attempt has been dealt with
+    QString m_lastError;
+    QTimer m_reconnectTimer;
+    QTimer m_attemptTimer;
+    std::chrono::milliseconds m_backoff;
+};
+
+} // namespace tallyforge

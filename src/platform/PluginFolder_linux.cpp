@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#include "platform/PluginFolder.h"
+
+#include <QDir>
+
+namespace tallyforge::platform {
+
+QString pluginRoot(const QString &dataFolder)
+{
+    if (dataFolder.isEmpty()) {
+        return {};
+    }
+    // <plug-ins>/tallyforge-obs/data beside …/bin/64bit/tallyforge-obs.so. A system-wide data
+    // folder, …/obs/obs-plugins/tallyforge-obs, has no such name and no such neighbour.
+    QDir root(QDir::cleanPath(QDir(dataFolder).absolutePath()));
+    if (root.dirName() != QLatin1String("data") || !root.cdUp() ||
+        !root.exists(QStringLiteral("bin/64bit/tallyforge-obs.so"))) {
+        return {};
+    }
+    return root.absolutePath();
+}
+
+} // namespace tallyforge::platform

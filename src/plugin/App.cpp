@@ -1,0 +1,217 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#include "plugin/App.h"
+
+#include "plugin/Log.h"
+
+#include <QEventLoop>
+#include <QPointer>
+#include <QTimer>
+
+#include <obs-module.h>
+
+#include <memory>
+#include <mutex>
+#include <shared_mutex>
+#include <utility>
+
+namespace tallyforge {
+
+namespace {
+
+// Held shared while another thread reads from the singleton, and alone while the pointer changes.
+std::shared_mutex lifetimeMutex;
+std::unique_ptr<App> singleton;
+
+QString configPath(const char *file)
+{
+    char *path = obs_module_get_config_path(obs_current_module(), file);
+    QString result = QString::fromUtf8(path);
+    bfree(path);
+    return result;
+}
+
+} // namespace
+
+void App::init(const QString &portalUrl)
+{
+    if (singleton) {
+        return;
+    }
+    std::unique_ptr<App> app(new App(portalUrl));
+    const std::unique_lock lock(lifetimeMutex);
+    singleton = std::move(app);
+}
+
+void App::shutdown()
+{
+    std::unique_lock lock(lifetimeMutex);
+    const std::unique_ptr<App> app = std::move(singleton);
+    lock.unlock();
+}
+
+App *App::get()
+{
+    return singleton.get();
+}
+
+bool App::ready()
+{
+    const std::shared_lock lock(lifetimeMutex);
+    return singleton != nullptr;
+}
+
+bool App::readLive(const std::function<void(const LiveData &)> &reader)
+{
+    const std::shared_lock lock(lifetimeMutex);
+    if (!singleton) {
+        return false;
+    }
+    reader(singleton->m_live);
+    return true;
+}
+
+App::App(const QString &portalUrl)
+    : m_portal(portalUrl)
+{
+    m_settings.setPath(configPath("settings.json"));
+    m_settings.load();
+    m_portal.setSessionFile(configPath("session.json"));
+
+    m_sources = new SourceManager(&m_portal, &m_live, this);
+    connect(m_sources, &SourceManager::statusChanged, this, &App::logStatus);
+    connect(&m_portal, &PortalClient::signedInChanged, this, &App::onSignedInChanged);
+
+    m_portal.restoreSession([](const PortalResult &result) {
+        if (!result.ok && result.status != 0 && result.status != 401) {
+            log::warning(QStringLiteral("could not restore sign-in: HTTP %1").arg(result.status));
+        }
+    });
+}
+
+App::~App()
+{
+    // Before the members that it works with, which a child would outlive.
+    delete std::exchange(m_sources, nullptr);
+}
+
+// The one place in which a user who asks for help can see afterwards how the data came and went.
+void App::logStatus() const
+{
+    log::info(QStringLiteral("live data: ") + m_sources->statusText());
+}
+
+void App::onSignedInChanged(bool signedIn)
+{
+    if (signedIn) {
+        refreshDevices([this](bool ok, const QString &) {
+            if (ok) {
+                autoSelectSource();
+            }
+        });
+        refreshOutputs({});
+        return;
+    }
+    m_devices.clear();
+    m_outputs.clear();
+    Q_EMIT devicesChanged();
+    Q_EMIT outputsChanged();
+}
+
+void App::refreshDevices(const Callback &callback)
+{
+    m_portal.listDevices([this, callback](const PortalResult &result) {
+        if (result.ok) {
+            m_devices = PortalClient::parseDevices(result.data);
+            Q_EMIT devicesChanged();
+        }
+        if (callback) {
+            callback(result.ok, result.message);
+        }
+    });
+}
+
+void App::refreshOutputs(const Callback &callback)
+{
+    if (!m_portal.signedIn()) {
+        m_outputsError = tr("Sign in from the Tallyforge dock to see your graphics.");
+        if (callback) {
+            callback(false, m_outputsError);
+        }
+        return;
+    }
+    m_portal.listGraphicsOutputs([this, callback](const PortalResult &result) {
+        if (result.ok) {
+            m_outputs = PortalClient::parseOutputs(result.data, m_portal.baseUrl());
+            m_outputsError.clear();
+            Q_EMIT outputsChanged();
+        } else {
+            m_outputsError = result.message;
+        }
+        if (callback) {
+            callback(result.ok, m_outputsError);
+        }
+    });
+}
+
+bool App::refreshOutputsBlocking(int timeoutMs)
+{
+    // Shared with the callback, which may run long after this function has returned.
+    struct Wait
+    {
+        bool done = false;
+        bool ok = false;
+        QPointer<QEventLoop> loop;
+    };
+    const auto wait = std::make_shared<Wait>();
+    QEventLoop loop;
+    wait->loop = &loop;
+
+    refreshOutputs([wait](bool ok, const QString &) {
+        wait->done = true;
+        wait->ok = ok;
+        if (wait->loop) {
+            wait->loop->quit();
+        }
+    });
+    if (!wait->done) {
+        QTimer timer;
+        timer.setSingleShot(true);
+        connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit);
+        connect(this, &QObject::destroyed, &loop, &QEventLoop::quit);
+        timer.start(timeoutMs);
+        loop.exec();
+    }
+    return wait->ok;
+}
+
+void App::autoSelectSource()
+{
+    if (m_sources->mode() != SourceManager::Mode::None) {
+        return;
+    }
+    const QString stored = m_settings.selectedDevice();
+    const bool known =
+        std::any_of(m_devices.begin(), m_devices.end(),
+                    [&stored](const PortalDevice &d) { return d.deviceId == stored; });
+    if (known) {
+        selectCloudDevice(stored);
+    } else if (m_devices.size() == 1) {
+        selectCloudDevice(m_devices.first().deviceId);
+    }
+}
+
+void App::selectCloudDevice(const QString &id)
+{
+    m_settings.setSelectedDevice(id);
+    const LanDevice device = m_settings.lanDevice(id);
+    if (m_settings.preferredRoute(id) == QLatin1String("lan") && !device.host.isEmpty() &&
+        !device.token.isEmpty()) {
+        m_sources->useLan(id, device);
+    } else {
+        m_sources->useCloud(id);
+    }
+}
+
+} // namespace tallyforge

@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#pragma once
+
+#include "common/BuildConfig.h"
+#include "core/LiveData.h"
+#include "core/SettingsStore.h"
+#include "core/SourceManager.h"
+#include "portal/PortalClient.h"
+
+#include <QList>
+#include <QObject>
+#include <QString>
+
+#include <functional>
+
+namespace tallyforge {
+
+/// The plug-in's one object: owns the services, wires them to each other and decides at start-up
+/// which device is followed. Everything but ready() and readLive() belongs to the main thread.
+class App final : public QObject
+{
+    Q_OBJECT
+
+public:
+    using Callback = std::function<void(bool ok, const QString &message)>;
+
+    /// Makes the singleton unless it exists. portalUrl is the portal's base address.
+    static void init(const QString &portalUrl = build_config::portalUrl());
+    /// Ends the singleton. From the first moment of it, no other thread can reach it any more.
+    static void shutdown();
+    /// The singleton, null when the plug-in isn't running.
+    [[nodiscard]] static App *get();
+    /// Whether the plug-in is running. Any thread.
+    [[nodiscard]] static bool ready();
+    /// Hands the live data to reader and keeps them alive until it has returned. False, without a
+    /// call, when the plug-in isn't running. Any thread; reader must not call into libobs or App.
+    static bool readLive(const std::function<void(const LiveData &)> &reader);
+
+    ~App() override;
+
+    [[nodiscard]] PortalClient &portal() { return m_portal; }
+    [[nodiscard]] LiveData &live() { return m_live; }
+    [[nodiscard]] SettingsStore &settings() { return m_settings; }
+    [[nodiscard]] SourceManager *sources() { return m_sources; }
+    /// The account's devices and graphics as they were listed last; empty when signed out.
+    [[nodiscard]] const QList<PortalDevice> &devices() const { return m_devices; }
+    [[nodiscard]] const QList<GraphicsOutput> &outputs() const { return m_outputs; }
+    /// Why the graphics could not be listed, empty after a success.
+    [[nodiscard]] QString outputsError() const { return m_outputsError; }
+
+    /// Lists the account's devices or graphics. A failure leaves the last list standing. The
+    /// callback may be empty.
+    void refreshDevices(const Callback &callback);
+    void refreshOutputs(const Callback &callback);
+    /// refreshOutputs() in a local event loop of at most timeoutMs milliseconds; true on success.
+    bool refreshOutputsBlocking(int timeoutMs);
+
+    /// Follows the stored device, or the only one, unless a route is set already.
+    void autoSelectSource();
+    /// Stores a device as the chosen one and follows it over its stored route.
+    void selectCloudDevice(const QString &id);
+
+Q_SIGNALS:
+    void devicesChanged();
+    void outputsChanged();
+
+private:
+    explicit App(const QString &portalUrl);
+
+    void onSignedInChanged(bool signedIn);
+    void logStatus() const;
+
+    PortalClient m_portal;
+    LiveData m_live;
+    SettingsStore m_settings;
+    SourceManager *m_sources = nullptr; // child
+    QList<PortalDevice> m_devices;
+    QList<GraphicsOutput> m_outputs;
+    QString m_outputsError;
+};
+
+} // namespace tallyforge

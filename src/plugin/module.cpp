@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#include "common/BuildConfig.h"
+#include "plugin/App.h"
+#include "plugin/Log.h"
+#include "sources/sources.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QSslSocket>
+
+#include <obs-module.h>
+
+#include <dlfcn.h>
+
+namespace {
+
+// The oldest libobs that this plug-in works with, which loads it; a newer one loads it as well.
+constexpr uint32_t libobsApi = MAKE_SEMANTIC_VERSION(32, 0, 4);
+
+obs_module_t *obs_module_pointer = nullptr;
+
+// A bundle carries Qt plug-ins of its own, the TLS backend among them, without which HTTPS fails.
+void registerBundledQtPlugins()
+{
+    namespace log = tallyforge::log;
+    Dl_info self{};
+    if (dladdr(reinterpret_cast<const void *>(&registerBundledQtPlugins), &self) == 0 ||
+        self.dli_fname == nullptr || *self.dli_fname == '\0') {
+        log::warning(QStringLiteral("could not locate the plugin bundle; HTTPS may fail"));
+        return;
+    }
+    const QDir folder = QFileInfo(QFile::decodeName(self.dli_fname)).absoluteDir();
+    const QString resources = QDir::cleanPath(folder.filePath(QStringLiteral("../Resources")));
+    if (QFileInfo::exists(resources)) {
+        QCoreApplication::addLibraryPath(resources);
+    }
+    log::info(QStringLiteral("Qt TLS backend available: %1")
+                  .arg(QSslSocket::supportsSsl() ? QStringLiteral("yes") : QStringLiteral("no")));
+}
+
+} // namespace
+
+// By hand instead of by OBS_DECLARE_MODULE(), which would ask for the libobs of the build.
+MODULE_EXPORT void obs_module_set_pointer(obs_module_t *module)
+{
+    obs_module_pointer = module;
+}
+
+obs_module_t *obs_current_module(void)
+{
+    return obs_module_pointer;
+}
+
+MODULE_EXPORT uint32_t obs_module_ver(void)
+{
+    return libobsApi;
+}
+
+OBS_MODULE_USE_DEFAULT_LOCALE("tallyforge-obs", "en-US")
+
+MODULE_EXPORT const char *obs_module_name(void)
+{
+    return "Tallyforge";
+}
+
+MODULE_EXPORT const char *obs_module_author(void)
+{
+    return "Tallyforge";
+}
+
+MODULE_EXPORT const char *obs_module_description(void)
+{
+    return "Live Tallyforge scoreboard data, graphics and device setup inside OBS.";
+}
+
+bool obs_module_load(void)
+{
+    using namespace tallyforge;
+    log::info(QStringLiteral("loading plugin %1").arg(build_config::version()));
+    registerBundledQtPlugins();
+    App::init();
+    sources_register();
+    sources_connect_live_data();
+    return true;
+}
+
+void obs_module_unload(void)
+{
+    using namespace tallyforge;
+    App::shutdown();
+    log::info(QStringLiteral("plugin unloaded"));
+}

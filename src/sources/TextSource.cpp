@@ -1,0 +1,201 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#include "sources/TextSource.h"
+
+#include "plugin/App.h"
+#include "plugin/Log.h"
+#include "sources/TextTemplate.h"
+
+#include <QMutex>
+#include <QSet>
+
+#include <obs-module.h>
+
+#include <array>
+#include <atomic>
+
+namespace tallyforge {
+
+namespace {
+
+constexpr const char *templateKey = "template";
+
+// OBS's own text sources, the newest of each system first.
+constexpr std::array innerKinds{"text_gdiplus_v3", "text_gdiplus_v2", "text_gdiplus",
+                                "text_ft2_source_v2", "text_ft2_source"};
+
+QMutex instancesMutex;
+QSet<TextSource *> instances;
+
+// Raised by the main thread, lowered by the graphics thread.
+std::atomic<bool> liveDataChanged = false;
+
+const char *availableInnerKind()
+{
+    const auto kind = std::find_if(innerKinds.begin(), innerKinds.end(), [](const char *id) {
+        return obs_get_source_output_flags(id) != 0;
+    });
+    return kind == innerKinds.end() ? nullptr : *kind;
+}
+
+QString valueOf(const LiveData &live, const QString &name)
+{
+    return name == QLatin1String("sport") ? live.sport() : live.value(name);
+}
+
+QString expandWithLiveData(const QString &text)
+{
+    QString result;
+    const bool running = App::readLive([&](const LiveData &live) {
+        result = expandTemplate(text, [&live](const QString &name) { return valueOf(live, name); });
+    });
+    return running ? result : expandTemplate(text, [](const QString &) { return QString(); });
+}
+
+QString hintText()
+{
+    QString names;
+    App::readLive(
+        [&names](const LiveData &live) { names = live.fieldNames().join(QLatin1String(", ")); });
+    if (names.isEmpty()) {
+        names = QStringLiteral("home_score, away_score, clock, period …");
+    }
+    return QString::fromUtf8(obs_module_text("TextTemplateHint")).arg(names);
+}
+
+TextSource *self(void *data)
+{
+    return static_cast<TextSource *>(data);
+}
+
+// Asks the graphics thread to refresh all sources before a frame, for as long as it lives.
+class LiveDataFollower final : public QObject
+{
+public:
+    using Tick = void (*)(void *, float);
+
+    LiveDataFollower(App *app, Tick tick)
+        : QObject(app)
+        , m_tick(tick)
+    {
+        connect(&app->live(), &LiveData::changed, this, [] { liveDataChanged = true; });
+        obs_add_tick_callback(m_tick, nullptr);
+    }
+
+    ~LiveDataFollower() override { obs_remove_tick_callback(m_tick, nullptr); }
+
+private:
+    const Tick m_tick;
+};
+
+} // namespace
+
+TextSource::TextSource(obs_source_t *inner)
+    : m_inner(inner)
+{
+}
+
+TextSource::~TextSource()
+{
+    obs_source_release(m_inner);
+}
+
+void *TextSource::create(obs_data_t *settings, obs_source_t *)
+{
+    const char *kind = availableInnerKind();
+    if (kind == nullptr) {
+        log::error(QStringLiteral("no OBS text source is available on this system"));
+        return nullptr;
+    }
+    obs_source_t *inner = obs_source_create_private(kind, "Tallyforge text", nullptr);
+    auto *source = new TextSource(inner);
+    source->update(settings);
+
+    const QMutexLocker lock(&instancesMutex);
+    instances.insert(source);
+    liveDataChanged = true; // the data may have moved on since update()
+    return source;
+}
+
+void TextSource::destroy(void *data)
+{
+    QMutexLocker lock(&instancesMutex);
+    instances.remove(self(data));
+    lock.unlock(); // releasing the inner source may wait for the graphics thread
+    delete self(data);
+}
+
+void TextSource::update(obs_data_t *settings)
+{
+    m_template = QString::fromUtf8(obs_data_get_string(settings, templateKey));
+    obs_data_t *innerSettings = obs_data_create();
+    obs_data_apply(innerSettings, settings);
+    apply(innerSettings);
+    obs_data_release(innerSettings);
+}
+
+void TextSource::apply(obs_data_t *innerSettings)
+{
+    obs_data_set_string(innerSettings, "text", expandWithLiveData(m_template).toUtf8().constData());
+    obs_source_update(m_inner, innerSettings);
+}
+
+// On the graphics thread, before OBS looks which sources have an update to draw in this frame.
+// Under the lock nothing waits: updating a source that draws only stores its settings.
+void TextSource::refreshChanged(void *, float)
+{
+    if (!liveDataChanged.exchange(false)) {
+        return;
+    }
+    const QMutexLocker lock(&instancesMutex);
+    for (TextSource *source : std::as_const(instances)) {
+        obs_data_t *textOnly = obs_data_create();
+        source->apply(textOnly);
+        obs_data_release(textOnly);
+    }
+}
+
+obs_properties_t *TextSource::properties(void *data)
+{
+    obs_properties_t *properties = obs_source_properties(self(data)->m_inner);
+    for (const char *name : {"text", "from_file", "text_file", "log_mode"}) {
+        obs_properties_remove_by_name(properties, name);
+    }
+    const QByteArray hint = hintText().toUtf8();
+    obs_property_t *field = obs_properties_add_text(
+        properties, templateKey, obs_module_text("TextTemplate"), OBS_TEXT_MULTILINE);
+    obs_property_set_long_description(field, hint.constData());
+    obs_properties_add_text(properties, "hint", hint.constData(), OBS_TEXT_INFO);
+    return properties;
+}
+
+void TextSource::registerSource()
+{
+    obs_source_info info{};
+    info.id = "tallyforge_text";
+    info.type = OBS_SOURCE_TYPE_INPUT;
+    info.output_flags = OBS_SOURCE_VIDEO | OBS_SOURCE_CUSTOM_DRAW;
+    info.icon_type = OBS_ICON_TYPE_TEXT;
+    info.get_name = [](void *) { return obs_module_text("TallyforgeText"); };
+    info.create = create;
+    info.destroy = destroy;
+    info.update = [](void *data, obs_data_t *settings) { self(data)->update(settings); };
+    info.get_defaults = [](obs_data_t *settings) {
+        obs_data_set_default_string(settings, templateKey, defaultTemplate);
+    };
+    info.get_properties = properties;
+    info.get_width = [](void *data) { return obs_source_get_width(self(data)->m_inner); };
+    info.get_height = [](void *data) { return obs_source_get_height(self(data)->m_inner); };
+    info.video_render = [](void *data, gs_effect_t *) {
+        obs_source_video_render(self(data)->m_inner);
+    };
+    obs_register_source(&info);
+}
+
+void TextSource::followLiveData()
+{
+    new LiveDataFollower(App::get(), refreshChanged);
+}
+
+} // namespace tallyforge
