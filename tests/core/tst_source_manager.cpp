@@ -1,0 +1,215 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#include "core/LiveData.h"
+#include "core/SettingsStore.h"
+#include "core/SourceManager.h"
+#include "core/TlsFeed.h"
+#include "portal/PortalClient.h"
+#include "tests/support/HttpStub.h"
+
+#include <QElapsedTimer>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace tallyforge;
+using namespace tallyforge::test;
+using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct Rig
+{
+    explicit Rig(bool signIn = true)
+    {
+        if (signIn) {
+            portal.restoreSession({});
+            static_cast<void>(QTest::qWaitFor([this] { return portal.signedIn(); }));
+        }
+        portalSide.requests.clear();
+        QObject::connect(&manager, &SourceManager::statusChanged, &manager, [this] {
+            texts.append((manager.isLive() ? u"+"_s : u"-"_s) + manager.statusText());
+        });
+    }
+    TlsFeed &feed() { return *manager.findChild<TlsFeed *>(); }
+
+    HttpStub portalSide;
+    PortalClient portal{portalSide.url(), PortalClient::Timing{500ms}, nullptr};
+    LiveData live;
+    SourceManager manager{&portal, &live, SourceManager::Timing{20ms, 100ms}, nullptr};
+    QStringList texts;
+};
+
+QJsonObject scores(int home)
+{
+    return {{u"fields"_s, QJsonObject{{u"home_score"_s, home}}}};
+}
+
+HttpReply answer(int status, const char *body)
+{
+    return {status, body, {}, HttpReply::How::Answer};
+}
+
+} // namespace
+
+class TestSourceManager : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cloudReplies_data()
+    {
+        QTest::addColumn<QByteArray>("body");
+        QTest::addColumn<QString>("status");
+        QTest::addColumn<QString>("home");
+        QTest::newRow("online") << QByteArray(R"({"fields":{"home_score":7},"online":true})")
+                                << u"+Live from d/1"_s << u"7"_s;
+        QTest::newRow("says nothing of being online")
+            << QByteArray(R"({"type":"state","home_score":7})") << u"+Live from d/1"_s << u"7"_s;
+        QTest::newRow("offline still brings its values")
+            << QByteArray(R"({"fields":{"home_score":7},"online":false})")
+            << u"-d/1 is offline. Showing its last scores."_s << u"7"_s;
+        QTest::newRow("never reported")
+            << QByteArray(R"({"type":"pending","home_score":7})")
+            << u"-d/1 has not sent any scoreboard data yet."_s << QString();
+    }
+    void cloudReplies()
+    {
+        QFETCH(QByteArray, body);
+        QFETCH(QString, status);
+        QFETCH(QString, home);
+        Rig b;
+        b.portalSide.answer = [&](const HttpRequest &) { return answer(200, body); };
+        b.manager.useCloud(u"d/1"_s);
+        QTRY_COMPARE(b.texts, (QStringList{u"-Connecting to d/1…"_s, status}));
+        QTRY_VERIFY(b.portalSide.requests.size() > 3); // polling goes on
+        QCOMPARE(b.portalSide.asked().first(), "GET /devices/d%2F1/state");
+        QCOMPARE(b.live.value(u"home_score"_s), home);
+        QCOMPARE(b.texts.size(), 2);
+        QCOMPARE(b.live.sourceLabel(), u"d/1"_s);
+    }
+
+    void slowsDownAfterSixFailures()
+    {
+        Rig b;
+        int replies = 0;
+        b.portalSide.answer = [&](const HttpRequest &) {
+            return ++replies <= 8 ? answer(503, R"({"detail":"Down for repair."})")
+                                  : answer(200, R"({"a":1})");
+        };
+        QElapsedTimer timer;
+        timer.start();
+        b.manager.useCloud(u"d"_s);
+        QTRY_COMPARE(b.texts, (QStringList{u"-Connecting to d…"_s, u"-Down for repair."_s,
+                                           u"+Live from d"_s}));
+        // Two waits at the slow pace stand before the ninth request.
+        QVERIFY2(timer.elapsed() >= 200, qPrintable(QString::number(timer.elapsed())));
+        const qsizetype before = b.portalSide.requests.size();
+        timer.restart();
+        QTRY_VERIFY(b.portalSide.requests.size() >= before + 3);
+        QVERIFY2(timer.elapsed() < 200, qPrintable(QString::number(timer.elapsed())));
+    }
+
+    void deviceThatIsNotOnTheAccountEndsThePolling()
+    {
+        Rig b;
+        b.portalSide.answer = [](const HttpRequest &) {
+            return answer(404, R"({"detail":{"error":"device_not_found_or_not_owned"}})");
+        };
+        b.manager.useCloud(u"d"_s);
+        QTRY_COMPARE(b.texts.last(), u"-That device is not on this account."_s);
+        QTest::qWait(100);
+        QCOMPARE(b.portalSide.requests.size(), 1);
+        QCOMPARE(b.manager.mode(), SourceManager::Mode::Cloud);
+    }
+
+    void oneRequestAtATime()
+    {
+        Rig b;
+        b.portalSide.answer = [](const HttpRequest &) {
+            return HttpReply{200, {}, {}, HttpReply::How::Hang};
+        };
+        b.manager.useCloud(u"d"_s);
+        QTest::qWait(200);
+        QCOMPARE(b.portalSide.requests.size(), 1);
+        QTRY_COMPARE(b.texts.last(),
+                     u"-Could not reach Tallyforge. Check your internet connection."_s);
+        QTRY_COMPARE(b.portalSide.requests.size(), 2);
+    }
+
+    void withoutASignIn()
+    {
+        Rig b(false);
+        b.manager.useCloud(u"d"_s);
+        QCOMPARE(b.texts.last(), u"-Sign in to see live scores."_s);
+        b.portal.restoreSession({}); // the timer goes on, so that the sign-in is all it takes
+        QTRY_COMPARE(b.texts.last(), u"+Live from d"_s);
+    }
+
+    void signOutConcernsTheCloudAlone()
+    {
+        Rig b;
+        b.manager.useCloud(u"d"_s);
+        QTRY_COMPARE(b.texts.last(), u"+Live from d"_s);
+        b.portal.signOut();
+        QCOMPARE(b.texts.last(), u"-Signed out. Sign in to see live scores."_s);
+        b.portal.restoreSession({});
+        QTRY_VERIFY(b.portal.signedIn());
+        QTest::qWait(50); // what was under way at that moment
+        const qsizetype asked = b.portalSide.requests.size();
+        QTest::qWait(100);
+        QCOMPARE(b.portalSide.requests.size(), asked); // polling doesn't start again by itself
+        QCOMPARE(b.texts.last(), u"-Signed out. Sign in to see live scores."_s);
+
+        b.manager.useLan(u"d"_s, {u"127.0.0.1"_s, u"t"_s, u"Gym"_s});
+        const QString before = b.texts.last();
+        b.portal.signOut();
+        QCOMPARE(b.texts.last(), before);
+    }
+
+    void lanStatus()
+    {
+        Rig b;
+        b.manager.useLan(u"d"_s, {u"127.0.0.1"_s, u"t"_s, QString()});
+        QCOMPARE(b.texts.last(), u"-Connecting to d on your network…"_s);
+        b.manager.useLan(u"d"_s, {u"127.0.0.1"_s, u"t"_s, u"Gym"_s});
+        b.texts.clear();
+        Q_EMIT b.feed().connectedChanged(true, {});
+        Q_EMIT b.feed().envelope({{u"type"_s, u"auth_fail"_s}});
+        QCOMPARE(b.texts, QStringList{u"-Connected to Gym, waiting for scoreboard data…"_s});
+        Q_EMIT b.feed().envelope({{u"type"_s, u"heartbeat"_s}});
+        Q_EMIT b.feed().envelope(scores(1));
+        Q_EMIT b.feed().connectedChanged(false, {});
+        Q_EMIT b.feed().connectedChanged(false, u"Reason."_s);
+        QCOMPARE(b.texts.sliced(1), (QStringList{u"+Live from Gym over your network"_s,
+                                                 u"-Reconnecting to Gym…"_s, u"-Reason."_s}));
+        QCOMPARE(b.live.value(u"home_score"_s), u"1"_s);
+    }
+
+    void lateReplyToAnOlderRouteIsDropped()
+    {
+        Rig b;
+        b.portalSide.answer = [](const HttpRequest &) {
+            return answer(200, R"({"home_score":99})");
+        };
+        b.manager.useCloud(u"d"_s);
+        b.manager.useLan(u"e"_s, {u"127.0.0.1"_s, u"t"_s, u"Gym"_s});
+        b.feed().stop(); // its own attempts are no matter here
+        Q_EMIT b.feed().envelope(scores(1));
+        b.texts.clear();
+        QTRY_COMPARE(b.portalSide.requests.size(), 1);
+        QTest::qWait(50);
+        QCOMPARE(b.texts, QStringList());
+        QCOMPARE(b.live.value(u"home_score"_s), u"1"_s);
+        QCOMPARE(b.manager.deviceId(), u"e"_s);
+
+        b.manager.useCloud(u"f"_s); // clears what the other device showed
+        QCOMPARE(b.live.fieldNames(), QStringList());
+        Q_EMIT b.feed().envelope(scores(5));
+        QCOMPARE(b.live.fieldNames(), QStringList());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestSourceManager)
+#include "tst_source_manager.moc"

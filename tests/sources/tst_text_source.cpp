@@ -1,0 +1,205 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+// The text source in the real libobs: what counts is the picture.
+
+#include "plugin/App.h"
+#include "sources/sources.h"
+#include "tests/support/FakeModule.h"
+#include "tests/support/ObsHost.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <thread>
+
+using namespace tallyforge;
+using namespace tallyforge::test;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// A source that is released with its settings at the end of a scope.
+class Source
+{
+public:
+    Source(const char *kind, const QByteArray &settingsJson)
+    {
+        obs_data_t *settings = obs_data_create_from_json(settingsJson.constData());
+        m_source = obs_source_create(kind, "source", settings, nullptr);
+        obs_data_release(settings);
+    }
+    Source(Source &&other) noexcept
+        : m_source(std::exchange(other.m_source, nullptr))
+    {
+    }
+    ~Source() { obs_source_release(m_source); }
+
+    void set(const QByteArray &settingsJson) const
+    {
+        obs_data_t *settings = obs_data_create_from_json(settingsJson.constData());
+        obs_source_update(m_source, settings);
+        obs_data_release(settings);
+    }
+    operator obs_source_t *() const { return m_source; }
+
+private:
+    obs_source_t *m_source;
+};
+
+const QByteArray style = R"("font":{"face":"DejaVu Sans","size":64,"style":"Bold","flags":1},
+    "color1":4278255360,"color2":4294901760,"outline":true)";
+
+Source scoreText(const QByteArray &settings = "{" + style + "}")
+{
+    return {"tallyforge_text", settings};
+}
+
+} // namespace
+
+class TestTextSource : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir m_dir;
+    std::unique_ptr<ObsHost> m_host;
+
+    QByteArray pictureOf(obs_source_t *source)
+    {
+        ObsHost::show(source);
+        return m_host->settledPicture();
+    }
+    QByteArray plainPicture(const QByteArray &text)
+    {
+        const Source plain("text_ft2_source_v2", "{" + style + ",\"text\":\"" + text + "\"}");
+        QByteArray picture = pictureOf(plain);
+        ObsHost::show(nullptr);
+        return picture;
+    }
+    LiveData &live() { return App::get()->live(); }
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        setConfigFolder(m_dir.path());
+        m_host = std::make_unique<ObsHost>();
+        QVERIFY(m_host->isUp());
+        sources_register();
+    }
+    void init()
+    {
+        App::init(u"http://127.0.0.1:9"_s);
+        sources_connect_live_data();
+    }
+    void cleanup()
+    {
+        ObsHost::show(nullptr);
+        App::shutdown();
+    }
+    void cleanupTestCase()
+    {
+        m_host.reset();
+        QCOMPARE(ObsHost::shutdown(), 0);
+    }
+
+    void showsValuesLikeOrdinaryText()
+    {
+        const Source source = scoreText();
+        QCOMPARE(pictureOf(source), plainPicture(" - "));
+        live().ingest({{u"home_score"_s, 3}});
+        QCOMPARE(pictureOf(source), plainPicture("3 - "));
+        live().ingest({{u"away_score"_s, 12}, {u"sport"_s, u"soccer"_s}});
+        const QByteArray both = plainPicture("3 - 12");
+        QVERIFY(both != plainPicture("3 - "));
+        QCOMPARE(pictureOf(source), both);
+        QVERIFY(obs_source_get_width(source) > 0 && obs_source_get_height(source) > 0);
+
+        source.set(R"({"template":"{sport} {home_score}"})");
+        QCOMPARE(pictureOf(source), plainPicture("soccer 3"));
+        live().ingest({{u"home_score"_s, 4}});
+        QCOMPARE(pictureOf(source), plainPicture("soccer 4"));
+
+        source.set(R"({"template":"Final"})"); // no field in it, and its style still as set
+        live().ingest({{u"home_score"_s, 5}});
+        QCOMPARE(pictureOf(source), plainPicture("Final"));
+        live().clear();
+        const Source later = scoreText();
+        QCOMPARE(pictureOf(later), plainPicture(" - "));
+    }
+
+    void worksWithoutApp()
+    {
+        App::shutdown();
+        const Source source = scoreText();
+        QCOMPARE(pictureOf(source), plainPicture(" - "));
+        App::init(u"http://127.0.0.1:9"_s);
+        sources_connect_live_data();
+        live().ingest({{u"home_score"_s, 1}});
+        QCOMPARE(pictureOf(source), plainPicture("1 - "));
+    }
+
+    void properties()
+    {
+        const Source source = scoreText();
+        const auto hint = [&] {
+            obs_properties_t *properties = obs_source_properties(source);
+            for (const char *gone : {"text", "from_file", "text_file", "log_mode"}) {
+                if (obs_properties_get(properties, gone)) {
+                    return u"has "_s + QString::fromUtf8(gone);
+                }
+            }
+            obs_property_t *field = obs_properties_get(properties, "template");
+            const QString result = obs_properties_get(properties, "font") && field &&
+                                           obs_property_text_type(field) == OBS_TEXT_MULTILINE
+                                       ? QString::fromUtf8(obs_property_long_description(field))
+                                       : u"incomplete"_s;
+            obs_properties_destroy(properties);
+            return result;
+        };
+        QCOMPARE(hint(), u"Fields: home_score, away_score, clock, period …"_s);
+        live().ingest({{u"b"_s, 1}, {u"a"_s, 1}});
+        QCOMPARE(hint(), u"Fields: a, b"_s);
+    }
+
+    // OBS's threads update, draw, make and destroy sources while data come and the plug-in ends.
+    void everythingAtOnce()
+    {
+        std::atomic<bool> stop = false;
+        std::vector<Source> sources;
+        for (int i = 0; i < 8; ++i) {
+            sources.push_back(scoreText());
+        }
+        ObsHost::show(sources[0]);
+        std::thread editor([&] {
+            for (int i = 0; !stop; ++i) {
+                sources[size_t(i) % 8].set(i % 2 ? R"({"template":"{a}"})"
+                                                 : R"({"template":"{sport} {a} - a longer text"})");
+                QThread::usleep(300);
+            }
+        });
+        std::thread maker([&] {
+            while (!stop) {
+                const Source passing = scoreText();
+                QThread::usleep(200);
+            }
+        });
+        for (int round = 0; round < 15; ++round) {
+            for (int i = 0; i < 40; ++i) {
+                live().ingest({{u"a"_s, round * 1000 + i}, {u"sport"_s, QString(i, u's')}});
+                QTest::qWait(1);
+            }
+            App::shutdown();
+            App::init(u"http://127.0.0.1:9"_s);
+            sources_connect_live_data();
+        }
+        stop = true;
+        editor.join();
+        maker.join();
+        sources[0].set(R"({"template":"{a}"})");
+        live().ingest({{u"a"_s, u"end"_s}});
+        QCOMPARE(pictureOf(sources[0]), plainPicture("end"));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestTextSource)
+#include "tst_text_source.moc"

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#include "tests/support/FakeModule.h"
+
+#include <QFile>
+
+#include <obs-module.h>
+
+namespace {
+
+QString configFolder;
+
+} // namespace
+
+void tallyforge::test::setConfigFolder(const QString &folder)
+{
+    configFolder = folder;
+}
+
+// In a program of its own, these stand before those of libobs and of the module.
+
+char *obs_module_get_config_path(obs_module_t *, const char *file)
+{
+    return bstrdup(QFile::encodeName(configFolder + u'/' + QString::fromUtf8(file)).constData());
+}
+
+obs_module_t *obs_current_module(void)
+{
+    return nullptr;
+}
+
+const char *obs_module_text(const char *key)
+{
+    return qstrcmp(key, "TextTemplateHint") == 0 ? "Fields: %1" : key;
+}

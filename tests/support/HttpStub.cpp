@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#include "tests/support/HttpStub.h"
+
+#include <QTcpSocket>
+
+namespace tallyforge::test {
+
+HttpStub::HttpStub()
+{
+    connect(this, &QTcpServer::newConnection, this, [this] {
+        QTcpSocket *socket = nextPendingConnection();
+        connect(socket, &QTcpSocket::readyRead, this, [this, socket] { read(socket); });
+    });
+    listen(QHostAddress::LocalHost);
+}
+
+QString HttpStub::url() const
+{
+    return QStringLiteral("http://127.0.0.1:%1").arg(serverPort());
+}
+
+QList<QByteArray> HttpStub::asked() const
+{
+    QList<QByteArray> result;
+    for (const HttpRequest &request : requests) {
+        result.append(request.verb + ' ' + request.path);
+    }
+    return result;
+}
+
+void HttpStub::read(QTcpSocket *socket)
+{
+    const QByteArray bytes = socket->peek(socket->bytesAvailable());
+    const qsizetype headEnd = bytes.indexOf("\r\n\r\n");
+    if (headEnd < 0) {
+        return;
+    }
+    const QList<QByteArray> lines = bytes.left(headEnd).split('\n');
+    const QList<QByteArray> first = lines[0].split(' ');
+    HttpRequest request{first[0], first[1], {}, {}};
+    for (const QByteArray &line : lines.sliced(1)) {
+        const qsizetype colon = line.indexOf(':');
+        request.headers.insert(line.left(colon).toLower(), line.mid(colon + 1).trimmed());
+    }
+    const qsizetype length = request.headers.value("content-length").toLongLong();
+    if (bytes.size() < headEnd + 4 + length) {
+        return;
+    }
+    request.body = bytes.mid(headEnd + 4, length);
+    socket->skip(headEnd + 4 + length);
+    requests.append(request);
+
+    const HttpReply reply = answer(request);
+    if (reply.how == HttpReply::How::Hang) {
+        return;
+    }
+    const bool cut = reply.how == HttpReply::How::CutShort;
+    socket->write("HTTP/1.1 " + QByteArray::number(reply.status) + " X\r\nContent-Length: " +
+                  QByteArray::number(reply.body.size() + (cut ? 10 : 0)) + "\r\n" + reply.headers +
+                  "\r\n" + reply.body);
+    if (cut) {
+        socket->disconnectFromHost();
+    }
+}
+
+} // namespace tallyforge::test

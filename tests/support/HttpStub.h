@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#pragma once
+
+#include <QHash>
+#include <QList>
+#include <QTcpServer>
+
+#include <functional>
+
+class QTcpSocket;
+
+namespace tallyforge::test {
+
+struct HttpRequest
+{
+    QByteArray verb;
+    QByteArray path;
+    QHash<QByteArray, QByteArray> headers; // names in lower case
+    QByteArray body;
+};
+
+struct HttpReply
+{
+    enum class How { Answer, Hang, CutShort };
+
+    int status = 200;
+    QByteArray body = "{}";
+    QByteArray headers = {}; // whole lines, each with its "\r\n"
+    How how = How::Answer;
+};
+
+/// A web server on loopback that records what it is asked and answers what the test says.
+class HttpStub final : public QTcpServer
+{
+public:
+    HttpStub();
+
+    [[nodiscard]] QString url() const;
+    /// The paths that were asked, each behind its verb, in order.
+    [[nodiscard]] QList<QByteArray> asked() const;
+
+    QList<HttpRequest> requests;
+    std::function<HttpReply(const HttpRequest &)> answer = [](const HttpRequest &) {
+        return HttpReply{};
+    };
+
+private:
+    void read(QTcpSocket *socket);
+};
+
+} // namespace tallyforge::test

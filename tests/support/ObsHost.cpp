@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#include "tests/support/ObsHost.h"
+
+#include <QCoreApplication>
+#include <QThread>
+
+#include <obs-nix-platform.h>
+
+#include <X11/Xlib.h>
+
+namespace tallyforge::test {
+
+namespace {
+
+constexpr uint32_t width = 640;
+constexpr uint32_t height = 360;
+
+bool resetVideo()
+{
+    obs_video_info video{};
+    video.graphics_module = "libobs-opengl";
+    video.fps_num = 60;
+    video.fps_den = 1;
+    video.base_width = video.output_width = width;
+    video.base_height = video.output_height = height;
+    video.output_format = VIDEO_FORMAT_BGRA;
+    video.gpu_conversion = true;
+    video.colorspace = VIDEO_CS_SRGB;
+    video.range = VIDEO_RANGE_FULL;
+    return obs_reset_video(&video) == OBS_VIDEO_SUCCESS;
+}
+
+bool loadTextSource()
+{
+    obs_add_module_path("/usr/lib/" TALLYFORGE_MULTIARCH "/obs-plugins",
+                        "/usr/share/obs/obs-plugins/%module%");
+    obs_module_t *module = nullptr;
+    return obs_open_module(&module,
+                           "/usr/lib/" TALLYFORGE_MULTIARCH "/obs-plugins/text-freetype2.so",
+                           "/usr/share/obs/obs-plugins/text-freetype2") == MODULE_SUCCESS &&
+           obs_init_module(module);
+}
+
+} // namespace
+
+ObsHost::ObsHost()
+{
+    obs_set_nix_platform(OBS_NIX_PLATFORM_X11_EGL);
+    obs_set_nix_platform_display(XOpenDisplay(nullptr));
+    m_up = obs_startup("en-US", nullptr, nullptr) && resetVideo() && loadTextSource();
+    if (m_up) {
+        obs_add_raw_video_callback(nullptr, onFrame, this);
+    }
+}
+
+ObsHost::~ObsHost()
+{
+    obs_remove_raw_video_callback(onFrame, this);
+    show(nullptr);
+}
+
+long ObsHost::shutdown()
+{
+    obs_shutdown();
+    return bnum_allocs();
+}
+
+QByteArray ObsHost::settledPicture()
+{
+    // An update is drawn in the next frame, and a frame is handed over two frames after its
+    // drawing.
+    const int wanted = m_frames + 6;
+    while (m_frames < wanted) {
+        QCoreApplication::processEvents();
+        QThread::usleep(500);
+    }
+    const std::lock_guard lock(m_mutex);
+    return m_picture;
+}
+
+void ObsHost::setFrameCallback(const FrameCallback &callback)
+{
+    const std::lock_guard lock(m_mutex);
+    m_callback = callback;
+}
+
+void ObsHost::onFrame(void *param, video_data *frame)
+{
+    auto *host = static_cast<ObsHost *>(param);
+    const std::lock_guard lock(host->m_mutex);
+    host->m_picture = QByteArray(reinterpret_cast<const char *>(frame->data[0]),
+                                 qsizetype(frame->linesize[0]) * height);
+    if (host->m_callback) {
+        host->m_callback(host->m_picture);
+    }
+    ++host->m_frames;
+}
+
+} // namespace tallyforge::test

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#pragma once
+
+#include <QByteArray>
+
+#include <obs.h>
+
+#include <atomic>
+#include <functional>
+#include <mutex>
+
+namespace tallyforge::test {
+
+/// The real libobs in this process, drawing 640 by 360 at 60 frames a second, with OBS's own text
+/// source loaded. Needs an X display. One at a time.
+class ObsHost
+{
+public:
+    /// A finished frame, 32 bits a pixel; called on libobs's video thread.
+    using FrameCallback = std::function<void(const QByteArray &pixels)>;
+
+    ObsHost();
+    ~ObsHost();
+    ObsHost(const ObsHost &) = delete;
+    ObsHost &operator=(const ObsHost &) = delete;
+
+    /// Whether all of it came up.
+    [[nodiscard]] bool isUp() const { return m_up; }
+    /// Makes a source the whole picture; null for none.
+    static void show(obs_source_t *source) { obs_set_output_source(0, source); }
+    /// The picture once all that was asked for before has been drawn.
+    [[nodiscard]] QByteArray settledPicture();
+    void setFrameCallback(const FrameCallback &callback);
+
+    /// Ends libobs and gives the number of its memory blocks that were never freed.
+    static long shutdown();
+
+private:
+    static void onFrame(void *param, video_data *frame);
+
+    bool m_up = false;
+    std::atomic<int> m_frames = 0;
+    std::mutex m_mutex; // guards what follows
+    QByteArray m_picture;
+    FrameCallback m_callback;
+};
+
+} // namespace tallyforge::test
