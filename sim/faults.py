@@ -1,0 +1,132 @@
+# SPDX-License-Identifier: GPL-2.0-or-later
+# SPDX-FileCopyrightText: 2026 The Tallyforge developers
+"""What is broken at the moment: the checking and the keeping of faults."""
+
+import asyncio
+from dataclasses import dataclass, field
+
+PORTAL_KINDS = {   # kind -> the keys that it takes beside where and kind
+    "refuse": set(),
+    "slow": {"path", "count", "seconds"},
+    "hang": {"path", "count"},
+    "garbage": {"path", "count"},
+    "cut": {"path", "count"},
+    "status": {"path", "count", "status", "body", "code"},
+}
+FEED_KINDS = {"refuse", "reject", "silent", "hang-handshake", "plain", "drop", "reset", "split",
+              "join", "garbage", "late-auth-fail", "away", "freeze"}
+PASSING = {"drop", "reset"}   # these happen once and leave the fault that is on as it is
+DEVICE_KINDS = {"pending", "offline", "gone"}
+
+DEFAULT_BODIES = {
+    401: {"detail": {"error": "not_authenticated"}},
+    403: {"detail": "Your role does not include this."},
+    404: {"detail": {"error": "device_not_found_or_not_owned"}},
+    429: {"error": "rate_limited"},
+    500: {"detail": "The service had an internal problem."},
+    502: {"error": "gateway_unreachable"},
+    504: {"detail": {"error": "device_unreachable_or_timeout"}},
+}
+
+
+class FaultError(Exception):
+    """A request for a fault that does not exist, told in a sentence."""
+
+
+@dataclass
+class PortalFault:
+    kind: str
+    path: str = ""
+    count: int = None
+    seconds: float = 2.0
+    status: int = 500
+    body: object = None
+    over: asyncio.Event = field(default_factory=asyncio.Event)
+
+    def shown(self):
+        keys = {"path": self.path or None, "count": self.count,
+                "seconds": self.seconds if self.kind == "slow" else None,
+                "status": self.status if self.kind == "status" else None}
+        return {"kind": self.kind} | {key: value for key, value in keys.items()
+                                      if value is not None}
+
+
+class Faults:
+    def __init__(self):
+        self.portal = {}   # path prefix -> PortalFault
+        self.feed = {}     # device id -> kind
+        self.device = {}   # device id -> kind
+        self._spent = []   # faults whose count has run out while requests still hang in them
+
+    def shown(self):
+        return {"portal": [fault.shown() for fault in self.portal.values()],
+                "feed": dict(self.feed), "device": dict(self.device)}
+
+    def set_portal(self, wish):
+        kind = wish.get("kind")
+        if not isinstance(kind, str) or kind not in PORTAL_KINDS:
+            raise FaultError(f"The portal's kinds of faults are {', '.join(PORTAL_KINDS)}.")
+        extra = set(wish) - PORTAL_KINDS[kind] - {"where", "kind"}
+        if extra:
+            raise FaultError(f"The fault {kind} does not take {', '.join(sorted(extra))}.")
+        self._check_values(wish)
+        fault = PortalFault(kind, wish.get("path", ""), wish.get("count"),
+                            wish.get("seconds", 2.0), wish.get("status", 500))
+        fault.body = wish.get("body")
+        if fault.body is None:
+            code = wish.get("code")
+            fault.body = {"detail": {"error": code}} if code \
+                else DEFAULT_BODIES.get(fault.status, {})
+        if fault.path in self.portal:
+            self.portal[fault.path].over.set()
+        self.portal[fault.path] = fault
+
+    @staticmethod
+    def _check_values(wish):
+        path, count, seconds = wish.get("path", "/"), wish.get("count", 1), wish.get("seconds", 0)
+        if not isinstance(path, str) or not path.startswith("/"):
+            raise FaultError("path must be a text that begins with a slash.")
+        if type(count) is not int or count < 1:
+            raise FaultError("count must be a whole number from 1.")
+        if type(seconds) not in (int, float) or not 0 <= seconds <= 3600:
+            raise FaultError("seconds must be a number from 0 to 3600.")
+        status = wish.get("status", 500)
+        if type(status) is not int or not 200 <= status <= 599:
+            raise FaultError("status must be a whole number from 200 to 599.")
+        if not isinstance(wish.get("code", ""), str):
+            raise FaultError("code must be a text.")
+
+    def take_portal(self, path):
+        """The fault for a request to this path, if any; this counts as one of its requests."""
+        fits = [prefix for prefix in self.portal if path.startswith(prefix)]
+        if not fits:
+            return None
+        fault = self.portal[max(fits, key=len)]
+        if fault.count is not None:
+            fault.count -= 1
+            if fault.count == 0:
+                del self.portal[fault.path]
+                self._spent.append(fault)
+        return fault
+
+    @property
+    def portal_refuses(self):
+        return any(fault.kind == "refuse" for fault in self.portal.values())
+
+    def set_devices(self, where, kind, ids):
+        kinds = FEED_KINDS if where == "feed" else DEVICE_KINDS
+        if kind not in kinds:
+            raise FaultError(f"The {where}'s kinds of faults are {', '.join(sorted(kinds))}.")
+        if kind not in PASSING:
+            getattr(self, where).update((device, kind) for device in ids)
+
+    def clear(self, where=None):
+        if where in (None, "portal"):
+            for fault in [*self.portal.values(), *self._spent]:
+                fault.over.set()
+            self.portal.clear()
+            self._spent.clear()
+        if where in (None, "feed"):
+            self.feed.clear()
+        if where in (None, "device"):
+            self.device.clear()

@@ -1,0 +1,131 @@
+# SPDX-License-Identifier: GPL-2.0-or-later
+# SPDX-FileCopyrightText: 2026 The Tallyforge developers
+"""The portal: what it answers, what it refuses, and how it fails when asked to."""
+
+import contextlib
+import unittest
+
+from support import HEADERS, SimulatorTest
+
+
+def without(name):
+    return {key: value for key, value in HEADERS.items() if key != name}
+
+
+class PortalTest(SimulatorTest):
+    options = ("--manual", "--account", "crew@example.com:score:board",
+               "--account", "two@example.com:steps:123456",
+               "--device", "TF-1001=Main gym", "--device", "A/B c")
+
+    def sign_in(self, email, password):
+        return self.sim.portal("POST", "/auth/login", {"email": email, "password": password},
+                               without("Cookie"))
+
+    def test_sign_in_opens_a_session_and_sign_out_ends_it(self):
+        status, reply, cookie = self.sign_in("crew@example.com", "score:board")
+        self.assertEqual((status, reply["user"]["email"]), (200, "crew@example.com"))
+        for flag in ("Max-Age=", "Expires=", "Path=/", "HttpOnly", "Secure"):
+            self.assertIn(flag, cookie)
+        headers = HEADERS | {"Cookie": cookie.partition(";")[0]}
+        self.assertEqual(self.sim.portal("GET", "/auth/me", headers=headers)[:2], (200, reply))
+        self.sim.portal("POST", "/auth/logout", headers=headers)
+        self.assertEqual(self.sim.portal("GET", "/auth/me", headers=headers)[0], 401)
+
+    def test_state_follows_the_device_and_its_id_may_hold_anything(self):
+        self.sim.control("/set", device="A/B c", fields={"home_score": 41})
+        status, reply, _ = self.sim.portal("GET", "/devices/A%2FB%20c/state")
+        self.assertEqual((status, reply["type"], reply["online"], reply["fields"]["home_score"]),
+                         (200, "state", True, 41))
+        _, other, _ = self.sim.portal("GET", "/devices/TF-1001/state")
+        self.assertEqual(other["fields"]["home_score"], 0)
+        raw = {"type": "odd", "fields": [1]}
+        self.sim.control("/set", device="A/B c", raw=raw)
+        self.assertEqual(self.sim.portal("GET", "/devices/A%2FB%20c/state")[1], raw)
+
+    def test_requests_that_break_the_format_are_refused_and_recorded(self):
+        login = {"email": "crew@example.com", "password": "x"}
+        table = [
+            ("GET", "/devices", None, without("Content-Type"), 400),
+            ("GET", "/devices", None, HEADERS | {"Accept": "*/*"}, 400),
+            ("GET", "/devices", None, HEADERS | {"User-Agent": "Mozilla/5.0"}, 400),
+            ("GET", "/devices", "{}", HEADERS, 400),
+            ("POST", "/devices", None, HEADERS, 405),
+            ("GET", "/nowhere", None, HEADERS, 404),
+            ("GET", "/devices/A/B/state", None, HEADERS, 404),
+            ("POST", "/auth/login", {"user": "a", "password": "b"}, HEADERS, 400),
+            ("POST", "/auth/login", login | {"more": 1}, HEADERS, 400),
+            ("POST", "/auth/login", login | {"email": " crew@example.com"}, HEADERS, 400),
+            ("POST", "/auth/login", login | {"password": 7}, HEADERS, 400),
+            ("POST", "/auth/login", "[", HEADERS, 400),
+            ("POST", "/auth/login/totp", {"challenge_id": "made-up", "code": "1"}, HEADERS, 400),
+            ("POST", "/devices/TF-1001/cmd/reboot", {}, HEADERS, 400),
+            ("POST", "/devices/link", {"device_id": "x", "via": "lan"}, HEADERS, 400),
+            ("POST", "/devices/link", {"device_id": "TF-1001", "via": "usb", "code": ""},
+             HEADERS, 400),
+            ("PUT", "/devices/TF-1001/pairing", {"admin_password": ""}, HEADERS, 400)]
+        for method, path, body, headers, status in table:
+            with self.subTest(method=method, path=path, body=body):
+                self.assertEqual(self.sim.portal(method, path, body, headers)[0], status)
+                found = self.sim.violations()
+                self.assertEqual(len(found), 1)
+                self.assertTrue(found[0].startswith(f"portal {method} /"), found)
+
+    def test_device_as_the_portal_shows_it(self):
+        table = [("pending", 200, {"type": "pending"}, 2), ("offline", 200, {"online": False}, 2),
+                 ("gone", 404, {"detail": {"error": "device_not_found_or_not_owned"}}, 1)]
+        for kind, status, part, listed in table:
+            with self.subTest(kind=kind):
+                self.sim.control("/fault", where="device", device="TF-1001", kind=kind)
+                got, reply, _ = self.sim.portal("GET", "/devices/TF-1001/state")
+                self.assertEqual((got, reply | part), (status, reply))
+                devices = self.sim.portal("GET", "/devices")[1]["devices"]
+                self.assertEqual(len(devices), listed)
+
+
+class PortalFaultTest(SimulatorTest):
+    def fault(self, kind, **more):
+        status, reply = self.sim.control("/fault", where="portal", kind=kind, **more)
+        self.assertEqual(status, 200, reply)
+
+    def devices(self, timeout=5):
+        return self.sim.portal("GET", "/devices", timeout=timeout)
+
+    def test_a_fault_keeps_to_its_path_and_its_count(self):
+        self.fault("status", status=502, path="/devices/", count=2)
+        self.fault("garbage", path="/auth")
+        self.assertEqual(self.devices()[0], 200)
+        statuses = [self.sim.portal("GET", "/devices/TF-1001/state")[0] for _ in range(3)]
+        self.assertEqual(statuses, [502, 502, 200])
+        self.assertIsInstance(self.sim.portal("GET", "/auth/me")[1], bytes)
+
+    def test_refusing_and_coming_back(self):
+        kept = self.sim.connection()
+        self.addCleanup(kept.close)
+        kept.request("GET", "/devices", headers=HEADERS)
+        kept.getresponse().read()
+        self.fault("refuse")
+        with contextlib.suppress(ConnectionResetError):
+            self.assertEqual(kept.sock.recv(1), b"")
+        with self.assertRaises(ConnectionRefusedError):
+            self.devices()
+        self.sim.control("/clear", where="portal")
+        self.assertEqual(self.devices()[0], 200)
+
+    def test_wrong_wishes_get_a_sentence(self):
+        table = [("/fault", {"where": "portal", "kind": ["hang"]}),
+                 ("/fault", {"where": "portal", "kind": "refuse", "path": "/x"}),
+                 ("/fault", {"where": "portal", "kind": "status", "status": 99}),
+                 ("/fault", {"where": "portal", "kind": "hang", "count": True}),
+                 ("/fault", {"where": "feed", "kind": "hang"}), ("/fault", {"where": "roof"}),
+                 ("/fault", {"where": "device", "device": "no", "kind": "gone"}),
+                 ("/set", {"fields": 3}), ("/step", {"count": 0}), ("/session", {}),
+                 ("/sent?revision=x", {}), ("/nothing", {"a": 1})]
+        for path, body in table:
+            with self.subTest(path=path, body=body):
+                status, reply = self.sim.control(path, **body)
+                self.assertIn(status, (400, 404))
+                self.assertTrue(reply["error"].endswith("."), reply)
+
+
+if __name__ == "__main__":
+    unittest.main()
