@@ -21,6 +21,9 @@ namespace {
 
 constexpr const char *templateKey = "template";
 
+// Settings of the inner source that would give it another text than the template's.
+constexpr std::array hiddenKeys{"text", "from_file", "text_file", "log_mode"};
+
 // OBS's own text sources, the newest of each system first.
 constexpr std::array innerKinds{"text_gdiplus_v3", "text_gdiplus_v2", "text_gdiplus",
                                 "text_ft2_source_v2", "text_ft2_source"};
@@ -37,6 +40,55 @@ const char *availableInnerKind()
         return obs_get_source_output_flags(id) != 0;
     });
     return kind == innerKinds.end() ? nullptr : *kind;
+}
+
+bool isHidden(const char *key)
+{
+    return std::any_of(hiddenKeys.begin(), hiddenKeys.end(),
+                       [key](const char *hidden) { return qstrcmp(key, hidden) == 0; });
+}
+
+void setDefault(obs_data_t *settings, const char *key, obs_data_item_t *value)
+{
+    switch (obs_data_item_gettype(value)) {
+    case OBS_DATA_STRING:
+        obs_data_set_default_string(settings, key, obs_data_item_get_string(value));
+        break;
+    case OBS_DATA_NUMBER:
+        if (obs_data_item_numtype(value) == OBS_DATA_NUM_INT) {
+            obs_data_set_default_int(settings, key, obs_data_item_get_int(value));
+        } else {
+            obs_data_set_default_double(settings, key, obs_data_item_get_double(value));
+        }
+        break;
+    case OBS_DATA_BOOLEAN:
+        obs_data_set_default_bool(settings, key, obs_data_item_get_bool(value));
+        break;
+    case OBS_DATA_OBJECT: {
+        obs_data_t *object = obs_data_item_get_obj(value);
+        obs_data_set_default_obj(settings, key, object);
+        obs_data_release(object);
+        break;
+    }
+    default:
+        break;
+    }
+}
+
+// The inner source's defaults too, so that the properties show what is drawn before anyone chose.
+void setDefaults(obs_data_t *settings)
+{
+    if (const char *kind = availableInnerKind()) {
+        obs_data_t *defaults = obs_get_source_defaults(kind);
+        for (obs_data_item_t *item = obs_data_first(defaults); item; obs_data_item_next(&item)) {
+            const char *key = obs_data_item_get_name(item);
+            if (!isHidden(key)) {
+                setDefault(settings, key, item);
+            }
+        }
+        obs_data_release(defaults);
+    }
+    obs_data_set_default_string(settings, templateKey, TextSource::defaultTemplate);
 }
 
 QString valueOf(const LiveData &live, const QString &name)
@@ -129,7 +181,8 @@ void TextSource::destroy(void *data)
 void TextSource::update(obs_data_t *settings)
 {
     m_template = QString::fromUtf8(obs_data_get_string(settings, templateKey));
-    obs_data_t *innerSettings = obs_data_create();
+    // Defaults as values, for the inner source must also forget what the user has reset.
+    obs_data_t *innerSettings = obs_data_get_defaults(settings);
     obs_data_apply(innerSettings, settings);
     apply(innerSettings);
     obs_data_release(innerSettings);
@@ -159,8 +212,8 @@ void TextSource::refreshChanged(void *, float)
 obs_properties_t *TextSource::properties(void *data)
 {
     obs_properties_t *properties = obs_source_properties(self(data)->m_inner);
-    for (const char *name : {"text", "from_file", "text_file", "log_mode"}) {
-        obs_properties_remove_by_name(properties, name);
+    for (const char *key : hiddenKeys) {
+        obs_properties_remove_by_name(properties, key);
     }
     const QByteArray hint = hintText().toUtf8();
     obs_property_t *field = obs_properties_add_text(
@@ -181,9 +234,7 @@ void TextSource::registerSource()
     info.create = create;
     info.destroy = destroy;
     info.update = [](void *data, obs_data_t *settings) { self(data)->update(settings); };
-    info.get_defaults = [](obs_data_t *settings) {
-        obs_data_set_default_string(settings, templateKey, defaultTemplate);
-    };
+    info.get_defaults = setDefaults;
     info.get_properties = properties;
     info.get_width = [](void *data) { return obs_source_get_width(self(data)->m_inner); };
     info.get_height = [](void *data) { return obs_source_get_height(self(data)->m_inner); };

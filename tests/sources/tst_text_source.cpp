@@ -161,6 +161,27 @@ private Q_SLOTS:
         QCOMPARE(hint(), u"Fields: a, b"_s);
     }
 
+    // What the properties dialog shows before anyone chose, and what its button "Defaults" does.
+    void defaultsAreThoseOfOrdinaryText()
+    {
+        const Source untouched = scoreText("{}");
+        const Source ordinary("text_ft2_source_v2", "{\"text\":\" - \"}");
+        const QByteArray expected = pictureOf(ordinary);
+        QCOMPARE(pictureOf(untouched), expected);
+        for (const char *key : {"color1", "log_lines", "antialiasing"}) {
+            obs_data_t *ours = obs_source_get_settings(untouched);
+            obs_data_t *theirs = obs_source_get_settings(ordinary);
+            QCOMPARE(obs_data_get_int(ours, key), obs_data_get_int(theirs, key));
+            QCOMPARE(obs_data_get_bool(ours, key), obs_data_get_bool(theirs, key));
+            obs_data_release(ours);
+            obs_data_release(theirs);
+        }
+        const Source styled = scoreText();
+        QVERIFY(pictureOf(styled) != expected);
+        obs_source_reset_settings(styled, nullptr);
+        QCOMPARE(pictureOf(styled), expected);
+    }
+
     // OBS's threads update, draw, make and destroy sources while data come and the plug-in ends.
     void everythingAtOnce()
     {

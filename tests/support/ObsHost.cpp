@@ -51,6 +51,7 @@ ObsHost::ObsHost()
     obs_set_nix_platform_display(XOpenDisplay(nullptr));
     m_up = obs_startup("en-US", nullptr, nullptr) && resetVideo() && loadTextSource();
     if (m_up) {
+        obs_add_main_rendered_callback(onRendered, this);
         obs_add_raw_video_callback(nullptr, onFrame, this);
     }
 }
@@ -58,6 +59,7 @@ ObsHost::ObsHost()
 ObsHost::~ObsHost()
 {
     obs_remove_raw_video_callback(onFrame, this);
+    obs_remove_main_rendered_callback(onRendered, this);
     show(nullptr);
 }
 
@@ -69,13 +71,16 @@ long ObsHost::shutdown()
 
 QByteArray ObsHost::settledPicture()
 {
-    // An update is drawn in the next frame, and a frame is handed over two frames after its
-    // drawing.
-    const int wanted = m_frames + 6;
-    while (m_frames < wanted) {
-        QCoreApplication::processEvents();
-        QThread::usleep(500);
-    }
+    const auto waitFor = [](const auto &condition) {
+        while (!condition()) {
+            QCoreApplication::processEvents();
+            QThread::usleep(500);
+        }
+    };
+    // The frame under way may have begun before, and what its tick finds is drawn in the next one.
+    // A frame that came late is handed over again, with the times of those that it stands for.
+    waitFor([this, wanted = m_rendered + 3] { return m_rendered >= wanted; });
+    waitFor([this, time = m_renderTime.load()] { return m_frameTime >= time; });
     const std::lock_guard lock(m_mutex);
     return m_picture;
 }
@@ -84,6 +89,13 @@ void ObsHost::setFrameCallback(const FrameCallback &callback)
 {
     const std::lock_guard lock(m_mutex);
     m_callback = callback;
+}
+
+void ObsHost::onRendered(void *param)
+{
+    auto *host = static_cast<ObsHost *>(param);
+    host->m_renderTime = obs_get_video_frame_time();
+    ++host->m_rendered;
 }
 
 void ObsHost::onFrame(void *param, video_data *frame)
@@ -95,7 +107,7 @@ void ObsHost::onFrame(void *param, video_data *frame)
     if (host->m_callback) {
         host->m_callback(host->m_picture);
     }
-    ++host->m_frames;
+    host->m_frameTime = frame->timestamp;
 }
 
 } // namespace tallyforge::test

@@ -38,11 +38,14 @@ public:
     static long shutdown();
 
 private:
+    static void onRendered(void *param);
     static void onFrame(void *param, video_data *frame);
 
     bool m_up = false;
-    std::atomic<int> m_frames = 0;
-    std::mutex m_mutex; // guards what follows
+    std::atomic<int> m_rendered = 0;
+    std::atomic<uint64_t> m_renderTime = 0; // of the newest rendered frame
+    std::atomic<uint64_t> m_frameTime = 0;  // of the newest frame that was handed over
+    std::mutex m_mutex;                     // guards what follows
     QByteArray m_picture;
     FrameCallback m_callback;
 };
