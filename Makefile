@@ -1,0 +1,47 @@
+# SPDX-License-Identifier: GPL-2.0-or-later
+# SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+# Every target but install and clean works inside a sandbox that scripts/sandbox.sh sets up.
+.NOTPARALLEL:
+.DEFAULT_GOAL := help
+.PHONY: help demo test bench asan fuzz format check shell install clean
+sandbox := scripts/sandbox.sh
+
+# A screen of one's own is used unless HEADLESS says otherwise.
+headless := $(filter-out 0,$(HEADLESS))
+
+help: ## This list
+	@echo "Tallyforge for OBS. What is missing is set up on first use, in the user's cache."
+	@awk -F ':.*## ' '/^[a-z]+:.*## / { printf "  make %-9s%s\n", $$1, $$2 }' Makefile
+
+demo: ## Watch live scores in a real OBS (HEADLESS=1: without a screen, pictures in build/demo/)
+	@$(sandbox) $(if $(headless),,--display) sh -c 'scripts/build.sh dev && exec python3 demo/demo.py'
+
+test: ## Build, then run all tests and the end-to-end run in OBS
+	@$(sandbox) sh -c 'scripts/build.sh dev && exec ctest --preset dev'
+
+bench: ## Measure how fast a score reaches the picture
+	@$(sandbox) sh -c 'scripts/build.sh bench && exec python3 bench/run.py'
+
+asan: ## Run the tests that need no OBS with address and undefined-behaviour sanitizers
+	@$(sandbox) sh -c 'scripts/build.sh asan && exec ctest --preset asan'
+
+fuzz: ## Feed random bytes to all parsers (FUZZ_SECONDS=30 for each)
+	@$(sandbox) sh -c 'scripts/build.sh fuzz && exec scripts/fuzz.sh'
+
+format: ## Put all C++ into the house's format
+	@$(sandbox) scripts/format.sh
+
+check: ## Formatting, warnings, clang-tidy, includes between folders, scripts
+	@CHECK_CHANGED="$$(scripts/changed-files.sh)" $(sandbox) scripts/check.sh
+
+shell: ## A shell in the sandbox
+	@$(sandbox) --display bash
+
+install: ## Put the plug-in into your own OBS
+	@$(sandbox) sh -c 'scripts/build.sh release && cmake --install build/release --prefix build/stage/tallyforge-obs >build/stage.log'
+	@scripts/install.sh build/stage/tallyforge-obs
+
+clean: ## Remove what was built
+	rm -rf build
+	@scripts/root.sh --say-cache

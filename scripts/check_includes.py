@@ -1,0 +1,83 @@
+# SPDX-License-Identifier: GPL-2.0-or-later
+# SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+"""Checks that every folder of src/ includes only what it may know."""
+
+import pathlib
+import re
+import sys
+
+SOURCE = pathlib.Path("src")
+
+# A carrier below device/ knows the device and nothing of another carrier.
+CARRIER = {"device", "common", "platform"}
+BELOW_APP = {"common", "platform", "device", "device/usb", "device/ble", "device/http",
+             "portal", "updater", "core"}
+MAY_INCLUDE = {
+    "common": set(),
+    "platform": {"common"},
+    "device": {"common"},
+    "device/usb": CARRIER,
+    "device/ble": CARRIER,
+    "device/http": CARRIER,
+    "portal": {"common"},
+    "updater": {"common", "platform"},
+    "core": {"common", "platform", "device", "portal"},
+    "plugin": BELOW_APP,
+    "sources": BELOW_APP | {"plugin"},
+    "ui": BELOW_APP | {"plugin"},
+}
+# The entry points wire everything.
+EXTRA = {"plugin/module.cpp": {"sources", "ui"}}
+
+KNOWS_OBS = {"plugin", "sources", "ui"}
+OBS_HEADER = re.compile(r"(libobs/)?(obs[\w-]*\.(h|hpp)|(util|graphics|media-io|callback)/[\w./-]+\.h)$")
+INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*([<"])([^>"]+)[>"]', re.MULTILINE)
+
+
+def folder_of(path):
+    """The longest entry of the table that holds this path below src/, or None."""
+    parts = pathlib.PurePosixPath(path).parent.parts
+    for length in range(len(parts), 0, -1):
+        if (name := "/".join(parts[:length])) in MAY_INCLUDE:
+            return name
+    return None
+
+
+def included_folder(file, name):
+    """The folder that an include names, or None for a header from outside the project."""
+    if (file.parent / name).is_file():
+        return folder_of((file.parent / name).resolve().relative_to(SOURCE.resolve()).as_posix())
+    # Also catches a header that the build generates.
+    return folder_of(name)
+
+
+def faults_in(file):
+    path = file.relative_to(SOURCE).as_posix()
+    own = folder_of(path)
+    if own is None:
+        return [f"{file}: its folder is missing in the table of {__file__}"]
+    allowed = MAY_INCLUDE[own] | EXTRA.get(path, set()) | {own}
+    faults = []
+    for _, name in INCLUDE.findall(file.read_text(encoding="utf-8")):
+        target = included_folder(file, name)
+        if target is not None and target not in allowed:
+            faults.append(f'{file}: "{own}" may not include "{name}"')
+        elif target is None and OBS_HEADER.match(name) and own not in KNOWS_OBS:
+            faults.append(f'{file}: "{own}" may not know OBS ("{name}")')
+    return faults
+
+
+def main():
+    files = sorted(file for file in SOURCE.rglob("*") if file.suffix in (".h", ".cpp"))
+    if not files:
+        return "no sources were found"
+    faults = [fault for file in files for fault in faults_in(file)]
+    if faults:
+        return "\n".join(faults)
+    print(f"check: includes: {len(files)} files include what their folders may know")
+    return None
+
+
+if __name__ == "__main__":
+    sys.exit(main())

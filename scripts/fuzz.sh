@@ -1,0 +1,41 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-2.0-or-later
+# SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+# Runs every fuzz target for FUZZ_SECONDS (30) and fails when one of them finds something. Runs
+# inside the sandbox. A new input worth keeping is copied to tests/fuzz/corpus/NAME/ by hand.
+set -euo pipefail
+
+seconds=${FUZZ_SECONDS:-30}
+findings=build/fuzz/findings
+failed=()
+
+mapfile -t targets < <(find build/fuzz -type f -name 'fuzz_*' -executable | sort)
+((${#targets[@]})) || { echo "fuzz: no target was built"; exit 1; }
+mkdir -p "$findings"
+
+for target in "${targets[@]}"; do
+    name=$(basename "$target")
+    log=build/fuzz/$name.log
+    # What the fuzzer adds stays out of the tree.
+    corpus=$(mktemp -d)
+    seeds=tests/fuzz/corpus/$name
+    [[ -d $seeds ]] || { echo "fuzz: $name has no corpus at $seeds"; exit 1; }
+    cp -r "$seeds/." "$corpus"
+    if "$target" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 -print_final_stats=1 \
+        -artifact_prefix="$findings/$name-" "$corpus" >"$log" 2>&1; then
+        awk -v name="$name" '
+            /^stat::number_of_executed_units/ { runs = $2 }
+            /^stat::average_exec_per_sec/ { rate = $2 }
+            END {
+                if (!runs) { print name ": ran nothing"; exit 1 }
+                printf "%-32s %9d runs, %7d a second, nothing found\n", name, runs, rate
+            }' "$log" || failed+=("$name")
+    else
+        tail -n 30 "$log"
+        echo "$name: FOUND SOMETHING (log: $log, input: $findings/$name-…)"
+        failed+=("$name")
+    fi
+done
+((${#failed[@]} == 0)) || { echo "fuzz: failed: ${failed[*]}"; exit 1; }
+echo "fuzz: ${#targets[@]} targets, $seconds s each, nothing found"
