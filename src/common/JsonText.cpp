@@ -15,7 +15,7 @@ QString numberToText(double number)
 {
     // 2^63: a double at or beyond it has no 64-bit integer, and converting it would be undefined.
     constexpr double integerLimit = 9223372036854775808.0;
-    if (std::trunc(number) == number && std::abs(number) < integerLimit) {
+    if (number >= -integerLimit && number < integerLimit && std::trunc(number) == number) {
         return QString::number(static_cast<qint64>(number));
     }
     return QString::number(number, 'g', 6);

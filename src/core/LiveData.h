@@ -13,8 +13,8 @@
 namespace tallyforge {
 
 /// The current values of the scoreboard that is being followed. Field names and texts are whatever
-/// the device sends; only the sport has a meaning here. Written on the main thread; sport(),
-/// fieldNames(), value() and toJson() may be called from any thread.
+/// the device sends; only the sport has a meaning here. Main thread, but for sport(), fieldNames()
+/// and value(), which may be called from any thread.
 class LiveData final : public QObject
 {
     Q_OBJECT
@@ -55,11 +55,11 @@ private:
     bool mergeSport(const QJsonObject &envelope);
     QStringList mergeFields(const QJsonObject &fields);
 
-    mutable QMutex m_mutex; // guards what follows; no signal is emitted while it is held
-    QString m_sport;
+    mutable QMutex m_mutex; // no signal is emitted while it is held
+    QString m_sport;        // guarded by the mutex, like the fields and their time
     QMap<QString, QString> m_fields;
-    QString m_sourceLabel;
     QDateTime m_updatedAt;
+    QString m_sourceLabel;
 };
 
 } // namespace tallyforge

@@ -9,6 +9,7 @@
 #include "portal/PortalClient.h"
 
 #include <QPointer>
+#include <QSignalBlocker>
 
 namespace tallyforge {
 
@@ -65,8 +66,10 @@ void SourceManager::changeRoute(Mode mode, const QString &deviceId, const QStrin
     ++m_generation;
     m_pollTimer.stop();
     m_pollInFlight = false;
-    m_mode = Mode::None; // what the old feed says as it ends is no news any more
-    m_feed->stop();
+    {
+        const QSignalBlocker silence(m_feed); // the end of the old route is no news any more
+        m_feed->stop();
+    }
     m_live->clear();
     m_mode = mode;
     m_deviceId = deviceId;
@@ -94,23 +97,24 @@ void SourceManager::pollCloud()
         return;
     }
     m_pollInFlight = true;
-    m_portal->deviceState(
-        m_deviceId, [self = QPointer(this), generation = m_generation](const PortalResult &result) {
-            if (self && generation == self->m_generation) {
-                self->onCloudReply(result);
-            }
-        });
+    m_portal->deviceState(m_deviceId, [self = QPointer(this), generation = m_generation,
+                                       signOuts = m_signOuts](const PortalResult &result) {
+        if (!self || generation != self->m_generation) {
+            return;
+        }
+        self->m_pollInFlight = false;
+        // Of what was under way at a sign-out, only the portal's own word for it is news.
+        if (signOuts == self->m_signOuts || result.status == 401) {
+            self->onCloudReply(result);
+        }
+    });
 }
 
 void SourceManager::onCloudReply(const PortalResult &result)
 {
-    m_pollInFlight = false;
     if (!result.ok) {
         onCloudFailure(result);
         return;
-    }
-    if (!m_portal->signedIn()) {
-        return; // the user has signed out meanwhile, and the status says so
     }
     m_failCount = 0;
     setPollInterval(m_timing.poll);
@@ -119,7 +123,11 @@ void SourceManager::onCloudReply(const PortalResult &result)
         return;
     }
     const bool online = result.data.value(QLatin1String("online")).toBool(true);
+    const unsigned generation = m_generation;
     m_live->ingest(result.data);
+    if (generation != m_generation) {
+        return; // a slot has changed the route
+    }
     setStatus(online, online ? tr("Live from %1").arg(m_label)
                              : tr("%1 is offline. Showing its last scores.").arg(m_label));
 }
@@ -148,6 +156,7 @@ void SourceManager::onSignedInChanged(bool signedIn)
     if (signedIn || m_mode != Mode::Cloud) {
         return;
     }
+    ++m_signOuts;
     m_pollTimer.stop();
     setStatus(false, tr("Signed out. Sign in to see live scores."));
 }
@@ -157,7 +166,8 @@ void SourceManager::onFeedEnvelope(const QJsonObject &envelope)
     if (m_mode != Mode::Lan) {
         return;
     }
-    if (m_live->ingest(envelope) && !m_isLive) {
+    const unsigned generation = m_generation;
+    if (m_live->ingest(envelope) && !m_isLive && generation == m_generation) {
         setStatus(true, tr("Live from %1 over your network").arg(m_label));
     }
 }

@@ -84,6 +84,7 @@ private:
     bool m_pollInFlight = false;
     int m_failCount = 0;
     unsigned m_generation = 0; // counts route changes; a reply to an older one is dropped
+    unsigned m_signOuts = 0;
     TlsFeed *m_feed;
 };
 

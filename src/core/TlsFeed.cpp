@@ -10,6 +10,7 @@
 #include <QSslSocket>
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace tallyforge {

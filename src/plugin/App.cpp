@@ -11,6 +11,7 @@
 
 #include <obs-module.h>
 
+#include <algorithm>
 #include <memory>
 #include <mutex>
 #include <shared_mutex>
@@ -20,9 +21,17 @@ namespace tallyforge {
 
 namespace {
 
-// Held shared while another thread reads from the singleton, and alone while the pointer changes.
-std::shared_mutex lifetimeMutex;
-std::unique_ptr<App> singleton;
+struct Lifetime
+{
+    std::shared_mutex mutex; // held shared while another thread reads, alone while app changes
+    std::unique_ptr<App> app;
+};
+
+Lifetime &lifetime()
+{
+    static Lifetime instance;
+    return instance;
+}
 
 QString configPath(const char *file)
 {
@@ -32,43 +41,52 @@ QString configPath(const char *file)
     return result;
 }
 
+PortalResult signedOutMeanwhile()
+{
+    PortalResult result;
+    result.status = 401;
+    result.message = PortalClient::friendly(result.status, {}, {});
+    return result;
+}
+
 } // namespace
 
 void App::init(const QString &portalUrl)
 {
-    if (singleton) {
+    if (lifetime().app) {
         return;
     }
     std::unique_ptr<App> app(new App(portalUrl));
-    const std::unique_lock lock(lifetimeMutex);
-    singleton = std::move(app);
+    const std::unique_lock lock(lifetime().mutex);
+    lifetime().app = std::move(app);
 }
 
 void App::shutdown()
 {
-    std::unique_lock lock(lifetimeMutex);
-    const std::unique_ptr<App> app = std::move(singleton);
+    std::unique_lock lock(lifetime().mutex);
+    const std::unique_ptr<App> app = std::move(lifetime().app);
     lock.unlock();
 }
 
 App *App::get()
 {
-    return singleton.get();
+    return lifetime().app.get();
 }
 
 bool App::ready()
 {
-    const std::shared_lock lock(lifetimeMutex);
-    return singleton != nullptr;
+    const std::shared_lock lock(lifetime().mutex);
+    return lifetime().app != nullptr;
 }
 
 bool App::readLive(const std::function<void(const LiveData &)> &reader)
 {
-    const std::shared_lock lock(lifetimeMutex);
-    if (!singleton) {
+    const std::shared_lock lock(lifetime().mutex);
+    const std::unique_ptr<App> &app = lifetime().app;
+    if (!app) {
         return false;
     }
-    reader(singleton->m_live);
+    reader(app->m_live);
     return true;
 }
 
@@ -104,6 +122,7 @@ void App::logStatus() const
 
 void App::onSignedInChanged(bool signedIn)
 {
+    ++m_signInChanges;
     if (signedIn) {
         refreshDevices([this](bool ok, const QString &) {
             if (ok) {
@@ -121,7 +140,8 @@ void App::onSignedInChanged(bool signedIn)
 
 void App::refreshDevices(const Callback &callback)
 {
-    m_portal.listDevices([this, callback](const PortalResult &result) {
+    m_portal.listDevices([this, callback, asked = m_signInChanges](const PortalResult &reply) {
+        const PortalResult result = asked == m_signInChanges ? reply : signedOutMeanwhile();
         if (result.ok) {
             m_devices = PortalClient::parseDevices(result.data);
             Q_EMIT devicesChanged();
@@ -141,18 +161,20 @@ void App::refreshOutputs(const Callback &callback)
         }
         return;
     }
-    m_portal.listGraphicsOutputs([this, callback](const PortalResult &result) {
-        if (result.ok) {
-            m_outputs = PortalClient::parseOutputs(result.data, m_portal.baseUrl());
-            m_outputsError.clear();
-            Q_EMIT outputsChanged();
-        } else {
-            m_outputsError = result.message;
-        }
-        if (callback) {
-            callback(result.ok, m_outputsError);
-        }
-    });
+    m_portal.listGraphicsOutputs(
+        [this, callback, asked = m_signInChanges](const PortalResult &reply) {
+            const PortalResult result = asked == m_signInChanges ? reply : signedOutMeanwhile();
+            if (result.ok) {
+                m_outputs = PortalClient::parseOutputs(result.data, m_portal.baseUrl());
+                m_outputsError.clear();
+                Q_EMIT outputsChanged();
+            } else {
+                m_outputsError = result.message;
+            }
+            if (callback) {
+                callback(result.ok, m_outputsError);
+            }
+        });
 }
 
 bool App::refreshOutputsBlocking(int timeoutMs)

@@ -79,6 +79,8 @@ private:
     QList<PortalDevice> m_devices;
     QList<GraphicsOutput> m_outputs;
     QString m_outputsError;
+    unsigned m_signInChanges =
+        0; // a list that was asked for before the last one isn't ours any more
 };
 
 } // namespace tallyforge

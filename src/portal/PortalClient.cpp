@@ -34,7 +34,11 @@ QString readFailure(const QJsonObject &data, QString *code)
 PortalResult readResult(QNetworkReply *reply)
 {
     PortalResult result;
-    result.status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    // One that ran out of time in the middle has not been answered, whatever it began with.
+    if (reply->error() != QNetworkReply::OperationCanceledError &&
+        reply->error() != QNetworkReply::TimeoutError) {
+        result.status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    }
     if (reply->isReadable()) { // one that was aborted isn't
         result.data = QJsonDocument::fromJson(reply->readAll()).object();
     }

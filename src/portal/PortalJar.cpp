@@ -21,7 +21,7 @@ void PortalClient::Jar::load()
     }
     QList<QNetworkCookie> cookies;
     const QJsonArray entries = QJsonDocument::fromJson(file.readAll()).array();
-    for (const QJsonValue &entry : entries) {
+    for (const QJsonValueConstRef entry : entries) {
         cookies += QNetworkCookie::parseCookies(entry.toString().toUtf8());
     }
     setAllCookies(cookies);

@@ -12,9 +12,9 @@ namespace tallyforge {
 
 namespace {
 
-const QString getVerb = QStringLiteral("GET");
-const QString postVerb = QStringLiteral("POST");
-const QString putVerb = QStringLiteral("PUT");
+constexpr QLatin1String getVerb("GET");
+constexpr QLatin1String postVerb("POST");
+constexpr QLatin1String putVerb("PUT");
 
 // An id may hold any character, a slash included.
 QString devicePath(const QString &deviceId, QLatin1String tail)
@@ -82,7 +82,7 @@ QList<PortalDevice> PortalClient::parseDevices(const QJsonObject &object)
 {
     QList<PortalDevice> devices;
     const QJsonArray entries = object.value(QLatin1String("devices")).toArray();
-    for (const QJsonValue &value : entries) {
+    for (const QJsonValueConstRef value : entries) {
         const QJsonObject entry = value.toObject();
         const PortalDevice device{entry.value(QLatin1String("device_id")).toString(),
                                   entry.value(QLatin1String("nickname")).toString(),
@@ -99,7 +99,7 @@ QList<GraphicsOutput> PortalClient::parseOutputs(const QJsonObject &object, cons
 {
     QList<GraphicsOutput> outputs;
     const QJsonArray entries = object.value(QLatin1String("outputs")).toArray();
-    for (const QJsonValue &value : entries) {
+    for (const QJsonValueConstRef value : entries) {
         const QJsonObject entry = value.toObject();
         GraphicsOutput output;
         output.id = entry.value(QLatin1String("id")).toString();

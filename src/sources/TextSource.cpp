@@ -12,8 +12,10 @@
 
 #include <obs-module.h>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
+#include <utility>
 
 namespace tallyforge {
 
@@ -28,8 +30,17 @@ constexpr std::array hiddenKeys{"text", "from_file", "text_file", "log_mode"};
 constexpr std::array innerKinds{"text_gdiplus_v3", "text_gdiplus_v2", "text_gdiplus",
                                 "text_ft2_source_v2", "text_ft2_source"};
 
-QMutex instancesMutex;
-QSet<TextSource *> instances;
+struct Instances
+{
+    QMutex mutex;
+    QSet<TextSource *> all;
+};
+
+Instances &instances()
+{
+    static Instances instance;
+    return instance;
+}
 
 // Raised by the main thread, lowered by the graphics thread.
 std::atomic<bool> liveDataChanged = false;
@@ -164,16 +175,16 @@ void *TextSource::create(obs_data_t *settings, obs_source_t *)
     auto *source = new TextSource(inner);
     source->update(settings);
 
-    const QMutexLocker lock(&instancesMutex);
-    instances.insert(source);
+    const QMutexLocker lock(&instances().mutex);
+    instances().all.insert(source);
     liveDataChanged = true; // the data may have moved on since update()
     return source;
 }
 
 void TextSource::destroy(void *data)
 {
-    QMutexLocker lock(&instancesMutex);
-    instances.remove(self(data));
+    QMutexLocker lock(&instances().mutex);
+    instances().all.remove(self(data));
     lock.unlock(); // releasing the inner source may wait for the graphics thread
     delete self(data);
 }
@@ -201,8 +212,8 @@ void TextSource::refreshChanged(void *, float)
     if (!liveDataChanged.exchange(false)) {
         return;
     }
-    const QMutexLocker lock(&instancesMutex);
-    for (TextSource *source : std::as_const(instances)) {
+    const QMutexLocker lock(&instances().mutex);
+    for (TextSource *source : std::as_const(instances().all)) {
         obs_data_t *textOnly = obs_data_create();
         source->apply(textOnly);
         obs_data_release(textOnly);
@@ -211,7 +222,9 @@ void TextSource::refreshChanged(void *, float)
 
 obs_properties_t *TextSource::properties(void *data)
 {
-    obs_properties_t *properties = obs_source_properties(self(data)->m_inner);
+    // By kind: asking the inner source itself would read its settings on this thread.
+    obs_properties_t *properties =
+        obs_get_source_properties(obs_source_get_id(self(data)->m_inner));
     for (const char *key : hiddenKeys) {
         obs_properties_remove_by_name(properties, key);
     }

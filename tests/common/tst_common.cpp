@@ -19,15 +19,22 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QByteArray oldContent(20000, 'a');
-const QByteArray newContent(30000, 'b');
+QByteArray oldContent()
+{
+    return QByteArray(20000, 'a');
+}
+
+QByteArray newContent()
+{
+    return QByteArray(30000, 'b');
+}
 
 // Saves without end: the victim of whoever kills it.
 int saveForever(const QString &path)
 {
     for (;;) {
-        savePrivateFile(path, oldContent);
-        savePrivateFile(path, newContent);
+        savePrivateFile(path, oldContent());
+        savePrivateFile(path, newContent());
     }
 }
 
@@ -50,7 +57,7 @@ private Q_SLOTS:
         QTest::newRow("beyond 64 bits") << QJsonValue(1e300) << u"1e+300"_s;
         QTest::newRow("exactly 2^63") << QJsonValue(9223372036854775808.0) << u"9.22337e+18"_s;
         QTest::newRow("lowest integer")
-            << QJsonValue(-9007199254740992.0) << u"-9007199254740992"_s;
+            << QJsonValue(-9223372036854775808.0) << u"-9223372036854775808"_s;
         QTest::newRow("boolean") << QJsonValue(false) << u"false"_s;
         QTest::newRow("string as it is") << QJsonValue(u" 7:42 "_s) << u" 7:42 "_s;
         QTest::newRow("null") << QJsonValue() << QString();
@@ -113,7 +120,7 @@ private Q_SLOTS:
     {
         const QTemporaryDir dir;
         const QString path = dir.filePath(u"file"_s);
-        QVERIFY(savePrivateFile(path, oldContent));
+        QVERIFY(savePrivateFile(path, oldContent()));
         int sawNew = 0;
         for (int round = 0; round < 200; ++round) {
             QProcess victim;
@@ -128,8 +135,8 @@ private Q_SLOTS:
             QFile file(path);
             QVERIFY(file.open(QIODevice::ReadOnly));
             const QByteArray content = file.readAll();
-            QVERIFY(content == oldContent || content == newContent);
-            sawNew += content == newContent;
+            QVERIFY(content == oldContent() || content == newContent());
+            sawNew += content == newContent();
             QVERIFY(!(file.permissions() & (QFile::ReadGroup | QFile::ReadOther)));
         }
         QVERIFY(sawNew > 0);

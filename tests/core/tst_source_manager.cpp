@@ -84,7 +84,7 @@ private Q_SLOTS:
         b.manager.useCloud(u"d/1"_s);
         QTRY_COMPARE(b.texts, (QStringList{u"-Connecting to d/1…"_s, status}));
         QTRY_VERIFY(b.portalSide.requests.size() > 3); // polling goes on
-        QCOMPARE(b.portalSide.asked().first(), "GET /devices/d%2F1/state");
+        QCOMPARE(b.portalSide.asked().constFirst(), "GET /devices/d%2F1/state");
         QCOMPARE(b.live.value(u"home_score"_s), home);
         QCOMPARE(b.texts.size(), 2);
         QCOMPARE(b.live.sourceLabel(), u"d/1"_s);
@@ -166,6 +166,25 @@ private Q_SLOTS:
         const QString before = b.texts.last();
         b.portal.signOut();
         QCOMPARE(b.texts.last(), before);
+    }
+
+    // Nothing that was under way at a sign-out may speak up afterwards, not even in a new session.
+    void pollUnderWayAtASignOut()
+    {
+        Rig b;
+        b.portalSide.answer = [](const HttpRequest &request) {
+            return request.path.endsWith("/state") ? HttpReply{200, {}, {}, HttpReply::How::Hang}
+                                                   : HttpReply{};
+        };
+        b.manager.useCloud(u"d"_s);
+        QTRY_COMPARE(b.portalSide.requests.size(), 1);
+        b.portal.signOut();
+        b.portal.restoreSession({});
+        QTRY_VERIFY(b.portal.signedIn());
+        b.portalSide.release("{\"a\":1}");
+        QTest::qWait(50);
+        QCOMPARE(b.texts.last(), u"-Signed out. Sign in to see live scores."_s);
+        QCOMPARE(b.live.fieldNames(), QStringList());
     }
 
     void lanStatus()

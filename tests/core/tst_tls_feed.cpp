@@ -196,7 +196,7 @@ private Q_SLOTS:
             device.client->write(plainAnswer);
         }
         QTRY_COMPARE(r.events.size(), 4);
-        for (const QString &event : r.events) {
+        for (const QString &event : std::as_const(r.events)) {
             QVERIFY2(event.startsWith(u"down Could not reach the device on your network ("_s),
                      qPrintable(event));
         }

@@ -142,6 +142,24 @@ private Q_SLOTS:
         QCOMPARE(app.sources()->mode(), Mode::Cloud);
     }
 
+    void listOfAnEndedSessionIsDropped()
+    {
+        m_answers["/devices"].how = HttpReply::How::Hang;
+        App &app = start();
+        QTRY_VERIFY(m_portal->asked().contains("GET /devices"));
+        QStringList messages;
+        app.refreshDevices([&](bool ok, const QString &message) {
+            messages.append((ok ? u"+"_s : u"-"_s) + message);
+        });
+        QTRY_COMPARE(m_portal->asked().count("GET /devices"), 2);
+        app.portal().signOut();
+        m_portal->release(R"({"devices":[{"device_id":"d1"}]})");
+        QTRY_COMPARE(messages, QStringList{u"-You have been signed out. Sign in again."_s});
+        QVERIFY(app.devices().isEmpty());
+        QCOMPARE(app.sources()->mode(), Mode::None);
+        QCOMPARE(app.settings().selectedDevice(), QString());
+    }
+
     void blockingRefresh()
     {
         App &app = start();
@@ -176,6 +194,7 @@ private Q_SLOTS:
         std::atomic<bool> stop = false;
         std::atomic<int> reads = 0;
         std::vector<std::thread> readers;
+        readers.reserve(3);
         for (int i = 0; i < 3; ++i) {
             readers.emplace_back([&] {
                 while (!stop) {

@@ -142,8 +142,8 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("asked");
         QTest::addColumn<QByteArray>("body");
         const auto row = [](const char *name, const char *asked, const char *body,
-                            std::function<void(PortalClient &)> call) {
-            QTest::newRow(name) << std::move(call) << QByteArray(asked) << QByteArray(body);
+                            const std::function<void(PortalClient &)> &call) {
+            QTest::newRow(name) << call << QByteArray(asked) << QByteArray(body);
         };
         row("devices", "GET /devices", "", [](auto &c) { c.listDevices({}); });
         row("state of an odd id", "GET /devices/a%2Fb%20%25%C3%A4/state", "",
@@ -177,7 +177,7 @@ private Q_SLOTS:
         QFETCH(std::function<void(PortalClient &)>, call);
         call(*m_client);
         QTRY_COMPARE(m_server->requests.size(), 1);
-        QTEST(m_server->asked().first(), "asked");
+        QTEST(m_server->asked().constFirst(), "asked");
         const HttpRequest &request = m_server->requests.first();
         QTEST(request.body, "body");
         QCOMPARE(request.headers.value("content-type"), "application/json");
@@ -220,9 +220,9 @@ private Q_SLOTS:
 
         m_client->signOut();
         QVERIFY(!m_client->signedIn() && !QFile::exists(sessionFile()));
-        QTRY_COMPARE(m_server->asked().last(), "POST /auth/logout");
+        QTRY_COMPARE(m_server->asked().constLast(), "POST /auth/logout");
         m_client->listDevices({});
-        QTRY_COMPARE(m_server->asked().last(), "GET /devices");
+        QTRY_COMPARE(m_server->asked().constLast(), "GET /devices");
         QVERIFY(!m_server->requests.last().headers.contains("cookie"));
     }
 

@@ -47,10 +47,10 @@ private:
     obs_source_t *m_source;
 };
 
-const QByteArray style = R"("font":{"face":"DejaVu Sans","size":64,"style":"Bold","flags":1},
+constexpr const char *style = R"("font":{"face":"DejaVu Sans","size":64,"style":"Bold","flags":1},
     "color1":4278255360,"color2":4294901760,"outline":true)";
 
-Source scoreText(const QByteArray &settings = "{" + style + "}")
+Source scoreText(const QByteArray &settings = "{" + QByteArray(style) + "}")
 {
     return {"tallyforge_text", settings};
 }
@@ -71,7 +71,8 @@ class TestTextSource : public QObject
     }
     QByteArray plainPicture(const QByteArray &text)
     {
-        const Source plain("text_ft2_source_v2", "{" + style + ",\"text\":\"" + text + "\"}");
+        const Source plain("text_ft2_source_v2",
+                           "{" + QByteArray(style) + ",\"text\":\"" + text + "\"}");
         QByteArray picture = pictureOf(plain);
         ObsHost::show(nullptr);
         return picture;
@@ -187,6 +188,7 @@ private Q_SLOTS:
     {
         std::atomic<bool> stop = false;
         std::vector<Source> sources;
+        sources.reserve(8);
         for (int i = 0; i < 8; ++i) {
             sources.push_back(scoreText());
         }

@@ -9,20 +9,24 @@
 
 namespace {
 
-QString configFolder;
+QString &configFolder()
+{
+    static QString folder;
+    return folder;
+}
 
 } // namespace
 
 void tallyforge::test::setConfigFolder(const QString &folder)
 {
-    configFolder = folder;
+    configFolder() = folder;
 }
 
 // In a program of its own, these stand before those of libobs and of the module.
 
 char *obs_module_get_config_path(obs_module_t *, const char *file)
 {
-    return bstrdup(QFile::encodeName(configFolder + u'/' + QString::fromUtf8(file)).constData());
+    return bstrdup(QFile::encodeName(configFolder() + u'/' + QString::fromUtf8(file)).constData());
 }
 
 obs_module_t *obs_current_module(void)

@@ -3,7 +3,7 @@
 
 #include "tests/support/HttpStub.h"
 
-#include <QTcpSocket>
+#include <utility>
 
 namespace tallyforge::test {
 
@@ -40,7 +40,8 @@ void HttpStub::read(QTcpSocket *socket)
     const QList<QByteArray> lines = bytes.left(headEnd).split('\n');
     const QList<QByteArray> first = lines[0].split(' ');
     HttpRequest request{first[0], first[1], {}, {}};
-    for (const QByteArray &line : lines.sliced(1)) {
+    for (qsizetype i = 1; i < lines.size(); ++i) {
+        const QByteArray &line = lines[i];
         const qsizetype colon = line.indexOf(':');
         request.headers.insert(line.left(colon).toLower(), line.mid(colon + 1).trimmed());
     }
@@ -54,8 +55,23 @@ void HttpStub::read(QTcpSocket *socket)
 
     const HttpReply reply = answer(request);
     if (reply.how == HttpReply::How::Hang) {
+        m_hanging.append(socket);
         return;
     }
+    write(socket, reply);
+}
+
+void HttpStub::release(const QByteArray &body)
+{
+    for (const QPointer<QTcpSocket> &socket : std::exchange(m_hanging, {})) {
+        if (socket) {
+            write(socket, {200, body, {}, HttpReply::How::Answer});
+        }
+    }
+}
+
+void HttpStub::write(QTcpSocket *socket, const HttpReply &reply)
+{
     const bool cut = reply.how == HttpReply::How::CutShort;
     socket->write("HTTP/1.1 " + QByteArray::number(reply.status) + " X\r\nContent-Length: " +
                   QByteArray::number(reply.body.size() + (cut ? 10 : 0)) + "\r\n" + reply.headers +

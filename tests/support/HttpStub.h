@@ -5,11 +5,11 @@
 
 #include <QHash>
 #include <QList>
+#include <QPointer>
 #include <QTcpServer>
+#include <QTcpSocket>
 
 #include <functional>
-
-class QTcpSocket;
 
 namespace tallyforge::test {
 
@@ -27,7 +27,7 @@ struct HttpReply
 
     int status = 200;
     QByteArray body = "{}";
-    QByteArray headers = {}; // whole lines, each with its "\r\n"
+    QByteArray headers; // whole lines, each with its "\r\n"
     How how = How::Answer;
 };
 
@@ -41,6 +41,9 @@ public:
     /// The paths that were asked, each behind its verb, in order.
     [[nodiscard]] QList<QByteArray> asked() const;
 
+    /// Answers all requests that hang with 200 and a body.
+    void release(const QByteArray &body);
+
     QList<HttpRequest> requests;
     std::function<HttpReply(const HttpRequest &)> answer = [](const HttpRequest &) {
         return HttpReply{};
@@ -48,6 +51,9 @@ public:
 
 private:
     void read(QTcpSocket *socket);
+    static void write(QTcpSocket *socket, const HttpReply &reply);
+
+    QList<QPointer<QTcpSocket>> m_hanging;
 };
 
 } // namespace tallyforge::test

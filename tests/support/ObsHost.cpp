@@ -49,7 +49,8 @@ ObsHost::ObsHost()
 {
     obs_set_nix_platform(OBS_NIX_PLATFORM_X11_EGL);
     obs_set_nix_platform_display(XOpenDisplay(nullptr));
-    m_up = obs_startup("en-US", nullptr, nullptr) && resetVideo() && loadTextSource();
+    m_up = obs_startup("en-US", m_config.path().toUtf8().constData(), nullptr) && resetVideo() &&
+           loadTextSource();
     if (m_up) {
         obs_add_main_rendered_callback(onRendered, this);
         obs_add_raw_video_callback(nullptr, onFrame, this);

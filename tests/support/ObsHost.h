@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QTemporaryDir>
 
 #include <obs.h>
 
@@ -41,6 +42,7 @@ private:
     static void onRendered(void *param);
     static void onFrame(void *param, video_data *frame);
 
+    QTemporaryDir m_config; // of the modules that are loaded
     bool m_up = false;
     std::atomic<int> m_rendered = 0;
     std::atomic<uint64_t> m_renderTime = 0; // of the newest rendered frame
