@@ -63,7 +63,8 @@ void HttpStub::read(QTcpSocket *socket)
 
 void HttpStub::release(const QByteArray &body)
 {
-    for (const QPointer<QTcpSocket> &socket : std::exchange(m_hanging, {})) {
+    const QList<QPointer<QTcpSocket>> waiting = std::exchange(m_hanging, {});
+    for (const QPointer<QTcpSocket> &socket : waiting) {
         if (socket) {
             write(socket, {200, body, {}, HttpReply::How::Answer});
         }

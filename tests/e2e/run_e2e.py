@@ -1,0 +1,45 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: GPL-2.0-or-later
+# SPDX-FileCopyrightText: 2026 The Tallyforge developers
+"""Runs one end-to-end test: the built plug-in in a real OBS, against the simulator."""
+
+import argparse
+import sys
+import tempfile
+import time
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "demo"))
+
+import scenarios
+from stage import Stage
+from xvfb import Xvfb
+
+SKIPPED = 77
+NAMES = ("cloud", "lan", "vanished", "choice", "style", "many", "closing", "untrusted")
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("name", choices=NAMES)
+    parser.add_argument("--plugin", type=Path, required=True, help="folder of the built plug-in")
+    options = parser.parse_args()
+    with tempfile.TemporaryDirectory(prefix="tallyforge-e2e-") as folder, Xvfb() as screen:
+        stage = Stage(options.plugin, Path(folder), screen)
+        begin = time.monotonic()
+        try:
+            reason = getattr(scenarios, options.name)(stage)
+        except BaseException:
+            for log in sorted(Path(folder).glob("*/obs-output.txt")):
+                lines = log.read_text(errors="replace").splitlines()
+                print(f"--- {log.parent.name}", *lines[-60:], sep="\n")
+            raise
+        if reason:
+            print("Skipped:", reason)
+            return SKIPPED
+        print(f"{options.name}: {stage.runs} runs of OBS in {time.monotonic() - begin:.1f} s")
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

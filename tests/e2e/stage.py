@@ -1,0 +1,123 @@
+# SPDX-License-Identifier: GPL-2.0-or-later
+# SPDX-FileCopyrightText: 2026 The Tallyforge developers
+"""What every scenario stands on, and what must hold at the end of each run of OBS."""
+
+import contextlib
+import re
+import stat
+import threading
+
+from obs_home import ObsHome
+from obs_session import ObsSession, wait_until
+from simulator import Simulator
+
+FONT = {"face": "DejaVu Sans", "style": "Bold", "size": 48, "flags": 1}
+LIVE, PLAIN = "tallyforge_text", "text_ft2_source_v2"
+CLOSING_SECONDS = 2
+
+
+def check(truth, what):
+    if not truth:
+        raise AssertionError(what)
+
+
+class Stage:
+    def __init__(self, plugin, folder, screen):
+        self._plugin = plugin
+        self._folder = folder
+        self._screen = screen
+        self._count = 0
+        self.runs = 0
+        self.sim = None
+
+    def _new_folder(self, name):
+        self._count += 1
+        return self._folder / f"{name}-{self._count}"
+
+    @contextlib.contextmanager
+    def venue(self, *devices):
+        with Simulator(self._new_folder("sim"), devices or ["TF-1001=Main gym"],
+                       "--manual") as self.sim:
+            yield self.sim
+
+    def home(self, settings=None, mode=0o600):
+        """A fresh home with a sign-in that is still good."""
+        home = ObsHome(self._new_folder("home"))
+        home.install(self._plugin)
+        home.write_session(self.sim.cookie)
+        home.write_settings(settings, mode)
+        return home
+
+    def lan_home(self, **changes):
+        ids = list(self.sim.devices)
+        return self.home({"selected_device": ids[0], "routes": {ids[0]: "lan"},
+                          "lan": {ids[0]: self.sim.lan_entry(ids[0]) | changes}})
+
+    @contextlib.contextmanager
+    def obs(self, home=None):
+        home = home or self.home()
+        self.runs += 1
+        with ObsSession(home, self._screen.env()) as session:
+            yield session
+        self._check_end(session, home)
+
+    def _check_end(self, session, home):
+        ended = session.ended
+        check(ended.exit_code == 0, f"OBS ended with code {ended.exit_code}")
+        check(ended.leaks == 0, f"OBS reported {ended.leaks} memory leaks")
+        check(not ended.complaints, f"OBS's log holds {ended.complaints}")
+        check(ended.seconds < CLOSING_SECONDS, f"OBS took {ended.seconds:.2f} s to end")
+        check(session.log().count("[tallyforge] plugin unloaded") == 1, "the plug-in unloaded")
+        violations = self.sim.state()["violations"]
+        check(not violations, f"the simulator saw {violations}")
+        written = session.log() + home.written_logs()
+        for number, secret in enumerate(self.sim.secrets()):
+            check(not re.search(rf"(?<![\w.]){re.escape(secret)}(?!\w)", written),
+                  f"the simulator's secret {number} stands in OBS's log")
+        for file in home.module_config.glob("*"):
+            check(stat.S_IMODE(file.stat().st_mode) == 0o600, f"{file.name} is not private")
+
+
+class Score:
+    """A live text and, under it, a plain one that shows what is expected of it."""
+
+    def __init__(self, obs, name="Score", template="{home_score} - {away_score}", **look):
+        self._obs = obs
+        self.live, self.plain, self._template = name, name + " expected", template
+        look = {"font": FONT} | look
+        if name not in [i["inputName"] for i in obs.request("GetInputList")["inputs"]]:
+            obs.create_input("Scene", self.live, LIVE, look | {"template": template})
+            obs.create_input("Scene", self.plain, PLAIN, look, (0, 200))
+
+    def wait(self, fields, timeout=10):
+        self._obs.set_text(self.plain, self._template.format_map(fields))
+        picture = self._obs.wait_for_picture(self.live, self.plain, timeout)
+        check(not picture.is_blank, f"{self.live} is blank")
+        return picture
+
+    def follows(self, sim, timeout=10, **fields):
+        """Changes the score at the venue; it must come to stand in the picture, to the pixel."""
+        device = next(iter(sim.devices))
+        before = self._obs.picture(self.live)
+        sim.set(device, fields)
+        after = self.wait(sim.device(device)["fields"], timeout)
+        check(before is None or not before.same_as(after), f"{self.live} does not change")
+
+
+@contextlib.contextmanager
+def flowing(sim):
+    """Scores keep coming at about a hundred a second meanwhile."""
+    over = threading.Event()
+
+    def flow():
+        while not over.wait(0.01):
+            sim.step()
+    before = sim.state()["revision"]
+    thread = threading.Thread(target=flow)
+    thread.start()
+    try:
+        yield
+    finally:
+        wait_until(lambda: sim.state()["revision"] > before + 5, what="scores to flow")
+        over.set()
+        thread.join()
