@@ -56,8 +56,7 @@ private Q_SLOTS:
         QTest::newRow("small, in exponent form") << QJsonValue(0.00001234567) << u"1.23457e-05"_s;
         QTest::newRow("beyond 64 bits") << QJsonValue(1e300) << u"1e+300"_s;
         QTest::newRow("exactly 2^63") << QJsonValue(9223372036854775808.0) << u"9.22337e+18"_s;
-        QTest::newRow("lowest integer")
-            << QJsonValue(-9223372036854775808.0) << u"-9223372036854775808"_s;
+        QTest::newRow("lowest integer") << QJsonValue(-9223372036854775808.0) << u"-9223372036854775808"_s;
         QTest::newRow("boolean") << QJsonValue(false) << u"false"_s;
         QTest::newRow("string as it is") << QJsonValue(u" 7:42 "_s) << u" 7:42 "_s;
         QTest::newRow("null") << QJsonValue() << QString();
@@ -111,8 +110,7 @@ private Q_SLOTS:
         const QTemporaryDir dir;
         const QString path = dir.filePath(u"a/b/file"_s);
         QVERIFY(savePrivateFile(path, "x"));
-        QCOMPARE(QFile::permissions(path) & ~QFile::Permissions(0xf000),
-                 QFile::ReadUser | QFile::WriteUser);
+        QCOMPARE(QFile::permissions(path) & ~QFile::Permissions(0xf000), QFile::ReadUser | QFile::WriteUser);
         QVERIFY(!savePrivateFile(dir.path(), "a folder stands there"));
     }
 
@@ -127,8 +125,7 @@ private Q_SLOTS:
             victim.start(QCoreApplication::applicationFilePath(), {u"--save-forever"_s, path});
             QVERIFY(victim.waitForStarted());
             // Past the start of the process the moment of death falls anywhere into a save.
-            QVERIFY(
-                QTest::qWaitFor([&] { return QDir(dir.path()).count() > 3 || sawNew > 0; }, 5000));
+            QVERIFY(QTest::qWaitFor([&] { return QDir(dir.path()).count() > 3 || sawNew > 0; }, 5000));
             victim.waitForFinished(round % 13);
             victim.kill();
             QVERIFY(victim.waitForFinished());

@@ -30,17 +30,15 @@ private Q_SLOTS:
         QTest::addColumn<bool>("accepted");
         QTest::addColumn<QByteArray>("fields");
         QTest::newRow("empty object") << QByteArray("{}") << false << QByteArray("{}");
-        QTest::newRow("refused type")
-            << QByteArray(R"({"type":"auth_fail","a":1})") << false << QByteArray("{}");
-        QTest::newRow("type in other case")
-            << QByteArray(R"({"type":"State","a":1})") << false << QByteArray("{}");
-        QTest::newRow("fields at the top, no type") << QByteArray(R"({"home_score":3,"seq":9})")
-                                                    << true << QByteArray(R"({"home_score":"3"})");
+        QTest::newRow("refused type") << QByteArray(R"({"type":"auth_fail","a":1})") << false << QByteArray("{}");
+        QTest::newRow("type in other case") << QByteArray(R"({"type":"State","a":1})") << false << QByteArray("{}");
+        QTest::newRow("fields at the top, no type")
+            << QByteArray(R"({"home_score":3,"seq":9})") << true << QByteArray(R"({"home_score":"3"})");
         QTest::newRow("type of another kind counts as none")
             << QByteArray(R"({"type":5,"a":"x"})") << true << QByteArray(R"({"a":"x"})");
         QTest::newRow("in fields, before data")
-            << QByteArray(R"({"type":"state","fields":{"a":"x","l":[1],"o":{}},"data":{"b":1}})")
-            << true << QByteArray(R"({"a":"x"})");
+            << QByteArray(R"({"type":"state","fields":{"a":"x","l":[1],"o":{}},"data":{"b":1}})") << true
+            << QByteArray(R"({"a":"x"})");
         QTest::newRow("in data when fields is no object")
             << QByteArray(R"({"type":"auth_ok","fields":[1],"data":{"b":true}})") << true
             << QByteArray(R"({"b":"true"})");
@@ -49,8 +47,8 @@ private Q_SLOTS:
                    R"({"fields":{"type":"t","seq":1,"ts_ms":1,"v":1,"sport":"s","online":true,
                 "device_ts_ms":1,"fw_version":"f","transport":"t","n":null}})")
             << true << QByteArray(R"({"n":""})");
-        QTest::newRow("heartbeat")
-            << QByteArray(R"({"type":"heartbeat","seq":1,"ts_ms":2})") << true << QByteArray("{}");
+        QTest::newRow("heartbeat") << QByteArray(R"({"type":"heartbeat","seq":1,"ts_ms":2})") << true
+                                   << QByteArray("{}");
     }
     void ingest()
     {
@@ -64,8 +62,7 @@ private Q_SLOTS:
         QCOMPARE(snapshot.value(u"fields"_s).toObject(), json(fields));
         QCOMPARE(!snapshot.value(u"updated_at"_s).toString().isEmpty(), accepted);
         QCOMPARE(changed.count(), fields == "{}" ? 0 : 1);
-        QCOMPARE(snapshot.keys(),
-                 (QStringList{u"fields"_s, u"source"_s, u"sport"_s, u"updated_at"_s}));
+        QCOMPARE(snapshot.keys(), (QStringList{u"fields"_s, u"source"_s, u"sport"_s, u"updated_at"_s}));
     }
 
     void mergesAndSignalsOnlyWhatChanged()
@@ -82,8 +79,7 @@ private Q_SLOTS:
         live.ingest(json(R"({"sport":"basketball","fields":{"b":1,"a":2}})"));
         live.ingest(json(R"({"sport":"","fields":{"b":5}})"));
         live.ingest(json(R"({"sport":"soccer","fields":{}})"));
-        QCOMPARE(events, (QStringList{u"fields a,b"_s, u"changed"_s, u"fields b"_s, u"changed"_s,
-                                      u"changed"_s}));
+        QCOMPARE(events, (QStringList{u"fields a,b"_s, u"changed"_s, u"fields b"_s, u"changed"_s, u"changed"_s}));
         QCOMPARE(live.fieldNames(), (QStringList{u"a"_s, u"b"_s}));
         QCOMPARE(live.value(u"b"_s), u"5"_s);
         QCOMPARE(live.value(u"none"_s), QString());

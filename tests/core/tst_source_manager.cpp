@@ -28,9 +28,8 @@ struct Rig
             static_cast<void>(QTest::qWaitFor([this] { return portal.signedIn(); }));
         }
         portalSide.requests.clear();
-        QObject::connect(&manager, &SourceManager::statusChanged, &manager, [this] {
-            texts.append((manager.isLive() ? u"+"_s : u"-"_s) + manager.statusText());
-        });
+        QObject::connect(&manager, &SourceManager::statusChanged, &manager,
+                         [this] { texts.append((manager.isLive() ? u"+"_s : u"-"_s) + manager.statusText()); });
     }
     TlsFeed &feed() { return *manager.findChild<TlsFeed *>(); }
 
@@ -63,16 +62,14 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("body");
         QTest::addColumn<QString>("status");
         QTest::addColumn<QString>("home");
-        QTest::newRow("online") << QByteArray(R"({"fields":{"home_score":7},"online":true})")
-                                << u"+Live from d/1"_s << u"7"_s;
+        QTest::newRow("online") << QByteArray(R"({"fields":{"home_score":7},"online":true})") << u"+Live from d/1"_s
+                                << u"7"_s;
         QTest::newRow("says nothing of being online")
             << QByteArray(R"({"type":"state","home_score":7})") << u"+Live from d/1"_s << u"7"_s;
-        QTest::newRow("offline still brings its values")
-            << QByteArray(R"({"fields":{"home_score":7},"online":false})")
-            << u"-d/1 is offline. Showing its last scores."_s << u"7"_s;
-        QTest::newRow("never reported")
-            << QByteArray(R"({"type":"pending","home_score":7})")
-            << u"-d/1 has not sent any scoreboard data yet."_s << QString();
+        QTest::newRow("offline still brings its values") << QByteArray(R"({"fields":{"home_score":7},"online":false})")
+                                                         << u"-d/1 is offline. Showing its last scores."_s << u"7"_s;
+        QTest::newRow("never reported") << QByteArray(R"({"type":"pending","home_score":7})")
+                                        << u"-d/1 has not sent any scoreboard data yet."_s << QString();
     }
     void cloudReplies()
     {
@@ -95,14 +92,12 @@ private Q_SLOTS:
         Rig b;
         int replies = 0;
         b.portalSide.answer = [&](const HttpRequest &) {
-            return ++replies <= 8 ? answer(503, R"({"detail":"Down for repair."})")
-                                  : answer(200, R"({"a":1})");
+            return ++replies <= 8 ? answer(503, R"({"detail":"Down for repair."})") : answer(200, R"({"a":1})");
         };
         QElapsedTimer timer;
         timer.start();
         b.manager.useCloud(u"d"_s);
-        QTRY_COMPARE(b.texts, (QStringList{u"-Connecting to d…"_s, u"-Down for repair."_s,
-                                           u"+Live from d"_s}));
+        QTRY_COMPARE(b.texts, (QStringList{u"-Connecting to d…"_s, u"-Down for repair."_s, u"+Live from d"_s}));
         // Two waits at the slow pace stand before the ninth request.
         QVERIFY2(timer.elapsed() >= 200, qPrintable(QString::number(timer.elapsed())));
         const qsizetype before = b.portalSide.requests.size();
@@ -127,14 +122,11 @@ private Q_SLOTS:
     void oneRequestAtATime()
     {
         Rig b;
-        b.portalSide.answer = [](const HttpRequest &) {
-            return HttpReply{200, {}, {}, HttpReply::How::Hang};
-        };
+        b.portalSide.answer = [](const HttpRequest &) { return HttpReply{200, {}, {}, HttpReply::How::Hang}; };
         b.manager.useCloud(u"d"_s);
         QTest::qWait(200);
         QCOMPARE(b.portalSide.requests.size(), 1);
-        QTRY_COMPARE(b.texts.last(),
-                     u"-Could not reach Tallyforge. Check your internet connection."_s);
+        QTRY_COMPARE(b.texts.last(), u"-Could not reach Tallyforge. Check your internet connection."_s);
         QTRY_COMPARE(b.portalSide.requests.size(), 2);
     }
 
@@ -173,8 +165,7 @@ private Q_SLOTS:
     {
         Rig b;
         b.portalSide.answer = [](const HttpRequest &request) {
-            return request.path.endsWith("/state") ? HttpReply{200, {}, {}, HttpReply::How::Hang}
-                                                   : HttpReply{};
+            return request.path.endsWith("/state") ? HttpReply{200, {}, {}, HttpReply::How::Hang} : HttpReply{};
         };
         b.manager.useCloud(u"d"_s);
         QTRY_COMPARE(b.portalSide.requests.size(), 1);
@@ -201,17 +192,15 @@ private Q_SLOTS:
         Q_EMIT b.feed().envelope(scores(1));
         Q_EMIT b.feed().connectedChanged(false, {});
         Q_EMIT b.feed().connectedChanged(false, u"Reason."_s);
-        QCOMPARE(b.texts.sliced(1), (QStringList{u"+Live from Gym over your network"_s,
-                                                 u"-Reconnecting to Gym…"_s, u"-Reason."_s}));
+        QCOMPARE(b.texts.sliced(1),
+                 (QStringList{u"+Live from Gym over your network"_s, u"-Reconnecting to Gym…"_s, u"-Reason."_s}));
         QCOMPARE(b.live.value(u"home_score"_s), u"1"_s);
     }
 
     void lateReplyToAnOlderRouteIsDropped()
     {
         Rig b;
-        b.portalSide.answer = [](const HttpRequest &) {
-            return answer(200, R"({"home_score":99})");
-        };
+        b.portalSide.answer = [](const HttpRequest &) { return answer(200, R"({"home_score":99})"); };
         b.manager.useCloud(u"d"_s);
         b.manager.useLan(u"e"_s, {u"127.0.0.1"_s, u"t"_s, u"Gym"_s});
         b.feed().stop(); // its own attempts are no matter here

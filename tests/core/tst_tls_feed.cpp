@@ -28,8 +28,7 @@ public:
     {
         if (tls) {
             QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
-            configuration.setLocalCertificateChain(
-                QSslCertificate::fromPath(QStringLiteral(TEST_CERTIFICATE)));
+            configuration.setLocalCertificateChain(QSslCertificate::fromPath(QStringLiteral(TEST_CERTIFICATE)));
             QFile key(QStringLiteral(TEST_KEY));
             if (key.open(QIODevice::ReadOnly)) {
                 configuration.setPrivateKey(QSslKey(&key, QSsl::Ec));
@@ -37,17 +36,16 @@ public:
             static_cast<QSslServer *>(m_server.get())->setSslConfiguration(configuration);
         }
         m_server->listen(QHostAddress::LocalHost);
-        QObject::connect(
-            m_server.get(), &QTcpServer::pendingConnectionAvailable, m_server.get(), [this] {
-                client = m_server->nextPendingConnection();
-                ++connects;
-                QObject::connect(client, &QTcpSocket::readyRead, m_server.get(), [this] {
-                    received += client->readAll();
-                    if (!greeting.isEmpty() && received.endsWith("\r\n")) {
-                        client->write(greeting);
-                    }
-                });
+        QObject::connect(m_server.get(), &QTcpServer::pendingConnectionAvailable, m_server.get(), [this] {
+            client = m_server->nextPendingConnection();
+            ++connects;
+            QObject::connect(client, &QTcpSocket::readyRead, m_server.get(), [this] {
+                received += client->readAll();
+                if (!greeting.isEmpty() && received.endsWith("\r\n")) {
+                    client->write(greeting);
+                }
             });
+        });
     }
 
     [[nodiscard]] quint16 port() const { return m_server->serverPort(); }
@@ -71,9 +69,7 @@ struct Recorded
         : feed(timing, nullptr)
     {
         QObject::connect(&feed, &TlsFeed::connectedChanged, &feed,
-                         [this](bool up, const QString &reason) {
-                             events.append(up ? u"up"_s : u"down "_s + reason);
-                         });
+                         [this](bool up, const QString &reason) { events.append(up ? u"up"_s : u"down "_s + reason); });
         QObject::connect(&feed, &TlsFeed::envelope, &feed, [this](const QJsonObject &object) {
             events.append(QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact)));
         });
@@ -94,16 +90,15 @@ private Q_SLOTS:
     void authenticatesAndHandsUpLines()
     {
         Device device;
-        device.greeting =
-            "\n[1]\nnoise\n{\"type\":\"auth_ok\"}\r\n{\"type\":\"state\",\"a\":1}\n{\"ty";
+        device.greeting = "\n[1]\nnoise\n{\"type\":\"auth_ok\"}\r\n{\"type\":\"state\",\"a\":1}\n{\"ty";
         Recorded r;
         r.to(device);
         QTRY_COMPARE(r.events.size(), 2);
         device.client->write("pe\":\"heartbeat\"}\n\xff\xfe\n[]\n\n");
         device.client->flush();
         device.client->write("{\"b\":2}\n");
-        QTRY_COMPARE(r.events, (QStringList{u"up"_s, u"{\"a\":1,\"type\":\"state\"}"_s,
-                                            u"{\"type\":\"heartbeat\"}"_s, u"{\"b\":2}"_s}));
+        QTRY_COMPARE(r.events, (QStringList{u"up"_s, u"{\"a\":1,\"type\":\"state\"}"_s, u"{\"type\":\"heartbeat\"}"_s,
+                                            u"{\"b\":2}"_s}));
         QCOMPARE(device.received, "{\"token\":\"to\\\"ken\",\"type\":\"auth\"}\r\n");
 
         r.feed.stop();
@@ -114,8 +109,7 @@ private Q_SLOTS:
     void rejectionEndsTheFeed_data()
     {
         QTest::addColumn<QByteArray>("greeting");
-        QTest::newRow("refused") << QByteArray(
-            "{\"type\":\"auth_fail\"}\n{\"type\":\"auth_ok\"}\n");
+        QTest::newRow("refused") << QByteArray("{\"type\":\"auth_fail\"}\n{\"type\":\"auth_ok\"}\n");
         QTest::newRow("data before the answer") << QByteArray("{\"type\":\"state\",\"a\":1}\n");
     }
     void rejectionEndsTheFeed()
@@ -169,8 +163,7 @@ private Q_SLOTS:
         QTest::addColumn<bool>("tls");
         QTest::addColumn<QByteArray>("plainAnswer");
         QTest::newRow("refused") << false << true << QByteArray();
-        QTest::newRow("no TLS there")
-            << true << false << QByteArray("HTTP/1.1 400 Bad Request\r\n\r\n");
+        QTest::newRow("no TLS there") << true << false << QByteArray("HTTP/1.1 400 Bad Request\r\n\r\n");
         QTest::newRow("handshake hangs") << true << false << QByteArray();
         QTest::newRow("never answers the token") << true << true << QByteArray();
     }
@@ -197,8 +190,7 @@ private Q_SLOTS:
         }
         QTRY_COMPARE(r.events.size(), 4);
         for (const QString &event : std::as_const(r.events)) {
-            QVERIFY2(event.startsWith(u"down Could not reach the device on your network ("_s),
-                     qPrintable(event));
+            QVERIFY2(event.startsWith(u"down Could not reach the device on your network ("_s), qPrintable(event));
         }
         // 20, 40 and 60 ms between the attempts: a second retry for one end would come sooner.
         QVERIFY2(ends[3] - ends[0] >= 115, qPrintable(QString::number(ends[3] - ends[0])));

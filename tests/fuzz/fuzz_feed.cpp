@@ -29,8 +29,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
             live.ingest(QJsonDocument::fromJson(*line).object());
         }
     }
-    if (lines != stream.count('\n') ||
-        buffer.size() != stream.size() - stream.lastIndexOf('\n') - 1 ||
+    if (lines != stream.count('\n') || buffer.size() != stream.size() - stream.lastIndexOf('\n') - 1 ||
         live.toJson().size() != 4) {
         std::abort();
     }

@@ -14,15 +14,13 @@ using namespace tallyforge;
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     const QJsonObject body =
-        QJsonDocument::fromJson(QByteArray(reinterpret_cast<const char *>(data), qsizetype(size)))
-            .object();
+        QJsonDocument::fromJson(QByteArray(reinterpret_cast<const char *>(data), qsizetype(size))).object();
     for (const PortalDevice &device : PortalClient::parseDevices(body)) {
         if (device.deviceId.isEmpty() || device.displayName().isEmpty()) {
             std::abort();
         }
     }
-    for (const GraphicsOutput &output :
-         PortalClient::parseOutputs(body, QStringLiteral("https://p"))) {
+    for (const GraphicsOutput &output : PortalClient::parseOutputs(body, QStringLiteral("https://p"))) {
         if (output.id.isEmpty() || output.name.isEmpty() || output.shareToken.isEmpty()) {
             std::abort();
         }

@@ -28,10 +28,8 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("dataFolder");
         QTest::addColumn<QString>("root");
-        QTest::newRow("a user's plug-in")
-            << u"plugins/tallyforge-obs/data/"_s << u"plugins/tallyforge-obs"_s;
-        QTest::newRow("with dots")
-            << u"plugins/other/../tallyforge-obs/data/."_s << u"plugins/tallyforge-obs"_s;
+        QTest::newRow("a user's plug-in") << u"plugins/tallyforge-obs/data/"_s << u"plugins/tallyforge-obs"_s;
+        QTest::newRow("with dots") << u"plugins/other/../tallyforge-obs/data/."_s << u"plugins/tallyforge-obs"_s;
         QTest::newRow("system-wide") << u"share/obs/obs-plugins/tallyforge-obs/"_s << QString();
         QTest::newRow("data of all plug-ins") << u"plugins/data"_s << QString();
         QTest::newRow("unknown") << QString() << QString();
@@ -41,9 +39,9 @@ private Q_SLOTS:
         QFETCH(QString, dataFolder);
         QFETCH(QString, root);
         const QTemporaryDir top;
-        for (const auto &dir : {u"plugins/tallyforge-obs/data"_s, u"plugins/data"_s,
-                                u"plugins/tallyforge-obs/bin/64bit"_s, u"plugins/other"_s,
-                                u"share/obs/obs-plugins/tallyforge-obs"_s}) {
+        for (const auto &dir :
+             {u"plugins/tallyforge-obs/data"_s, u"plugins/data"_s, u"plugins/tallyforge-obs/bin/64bit"_s,
+              u"plugins/other"_s, u"share/obs/obs-plugins/tallyforge-obs"_s}) {
             QVERIFY(QDir(top.path()).mkpath(dir));
         }
         QFile module(top.filePath(u"plugins/tallyforge-obs/bin/64bit/tallyforge-obs.so"_s));

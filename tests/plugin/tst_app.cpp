@@ -54,11 +54,8 @@ private Q_SLOTS:
         setConfigFolder(m_dir->path());
         m_portal = std::make_unique<HttpStub>();
         m_answers = {{"/devices", answer(200, R"({"devices":[{"device_id":"d1"}]})")},
-                     {"/api/graphics/outputs",
-                      answer(200, R"({"outputs":[{"id":"o","share_token":"t"}]})")}};
-        m_portal->answer = [this](const HttpRequest &request) {
-            return m_answers.value(request.path);
-        };
+                     {"/api/graphics/outputs", answer(200, R"({"outputs":[{"id":"o","share_token":"t"}]})")}};
+        m_portal->answer = [this](const HttpRequest &request) { return m_answers.value(request.path); };
     }
     void cleanup()
     {
@@ -75,26 +72,20 @@ private Q_SLOTS:
         QTest::addColumn<QString>("stored");
         const QByteArray one = R"({"devices":[{"device_id":"d1"}]})";
         const QByteArray two = R"({"devices":[{"device_id":"d1"},{"device_id":"d2"}]})";
-        const QByteArray lan =
-            R"("routes":{"d1":"lan"},"lan":{"d1":{"host":"127.0.0.1","token":"t"}})";
-        QTest::newRow("the only one")
-            << QByteArray("{}") << one << Mode::Cloud << u"d1"_s << u"d1"_s;
-        QTest::newRow("the stored one of two") << QByteArray(R"({"selected_device":"d2"})") << two
-                                               << Mode::Cloud << u"d2"_s << u"d2"_s;
-        QTest::newRow("no choice among two")
-            << QByteArray("{}") << two << Mode::None << QString() << QString();
+        const QByteArray lan = R"("routes":{"d1":"lan"},"lan":{"d1":{"host":"127.0.0.1","token":"t"}})";
+        QTest::newRow("the only one") << QByteArray("{}") << one << Mode::Cloud << u"d1"_s << u"d1"_s;
+        QTest::newRow("the stored one of two")
+            << QByteArray(R"({"selected_device":"d2"})") << two << Mode::Cloud << u"d2"_s << u"d2"_s;
+        QTest::newRow("no choice among two") << QByteArray("{}") << two << Mode::None << QString() << QString();
         QTest::newRow("stored one has left the account")
-            << QByteArray(R"({"selected_device":"D1"})") << two << Mode::None << QString()
-            << u"D1"_s;
-        QTest::newRow("no device") << QByteArray(R"({"selected_device":"d1"})") << QByteArray("{}")
-                                   << Mode::None << QString() << u"d1"_s;
+            << QByteArray(R"({"selected_device":"D1"})") << two << Mode::None << QString() << u"D1"_s;
+        QTest::newRow("no device") << QByteArray(R"({"selected_device":"d1"})") << QByteArray("{}") << Mode::None
+                                   << QString() << u"d1"_s;
         QTest::newRow("stored route") << '{' + lan + '}' << one << Mode::Lan << u"d1"_s << u"d1"_s;
-        QTest::newRow("route without a token")
-            << QByteArray(R"({"routes":{"d1":"lan"},"lan":{"d1":{"host":"h"}}})") << one
-            << Mode::Cloud << u"d1"_s << u"d1"_s;
+        QTest::newRow("route without a token") << QByteArray(R"({"routes":{"d1":"lan"},"lan":{"d1":{"host":"h"}}})")
+                                               << one << Mode::Cloud << u"d1"_s << u"d1"_s;
         QTest::newRow("route in other case")
-            << '{' + QByteArray(lan).replace(":\"lan\"", ":\"LAN\"") + '}' << one << Mode::Cloud
-            << u"d1"_s << u"d1"_s;
+            << '{' + QByteArray(lan).replace(":\"lan\"", ":\"LAN\"") + '}' << one << Mode::Cloud << u"d1"_s << u"d1"_s;
     }
     void startUpChoice()
     {
@@ -124,12 +115,9 @@ private Q_SLOTS:
         App &app = start();
         QTRY_COMPARE(app.devices().size(), 1);
         QTRY_COMPARE(app.outputs().size(), 1);
-        m_answers["/devices"] = m_answers["/api/graphics/outputs"] =
-            answer(500, R"({"detail":"Broken."})");
+        m_answers["/devices"] = m_answers["/api/graphics/outputs"] = answer(500, R"({"detail":"Broken."})");
         QStringList messages;
-        const auto keep = [&](bool ok, const QString &message) {
-            messages.append((ok ? u"+"_s : u"-"_s) + message);
-        };
+        const auto keep = [&](bool ok, const QString &message) { messages.append((ok ? u"+"_s : u"-"_s) + message); };
         app.refreshDevices(keep);
         QTRY_COMPARE(messages, QStringList{u"-Broken."_s});
         app.refreshOutputs(keep);
@@ -148,9 +136,7 @@ private Q_SLOTS:
         App &app = start();
         QTRY_VERIFY(m_portal->asked().contains("GET /devices"));
         QStringList messages;
-        app.refreshDevices([&](bool ok, const QString &message) {
-            messages.append((ok ? u"+"_s : u"-"_s) + message);
-        });
+        app.refreshDevices([&](bool ok, const QString &message) { messages.append((ok ? u"+"_s : u"-"_s) + message); });
         QTRY_COMPARE(m_portal->asked().count("GET /devices"), 2);
         app.portal().signOut();
         m_portal->release(R"({"devices":[{"device_id":"d1"}]})");
@@ -198,9 +184,8 @@ private Q_SLOTS:
         for (int i = 0; i < 3; ++i) {
             readers.emplace_back([&] {
                 while (!stop) {
-                    reads += App::readLive([](const LiveData &live) {
-                        static_cast<void>(live.value(u"a"_s) + live.sport());
-                    });
+                    reads += App::readLive(
+                        [](const LiveData &live) { static_cast<void>(live.value(u"a"_s) + live.sport()); });
                     static_cast<void>(App::ready());
                 }
             });

@@ -42,8 +42,7 @@ class TestPortalClient : public QObject
     }
     void restart()
     {
-        m_client =
-            std::make_unique<PortalClient>(m_server->url(), PortalClient::Timing{200ms}, nullptr);
+        m_client = std::make_unique<PortalClient>(m_server->url(), PortalClient::Timing{200ms}, nullptr);
         m_client->setSessionFile(sessionFile());
         m_results.clear();
     }
@@ -67,13 +66,10 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("body");
         QTest::addColumn<QString>("code");
         QTest::addColumn<QString>("message");
-        const auto row = [](const char *name, int status, const char *body, const char *code,
-                            const char *text) {
-            QTest::newRow(name) << status << QByteArray(body) << QString::fromUtf8(code)
-                                << QString::fromUtf8(text);
+        const auto row = [](const char *name, int status, const char *body, const char *code, const char *text) {
+            QTest::newRow(name) << status << QByteArray(body) << QString::fromUtf8(code) << QString::fromUtf8(text);
         };
-        row("credentials, not signed out", 401, R"({"detail":{"error":"invalid_credentials"}})",
-            "invalid_credentials",
+        row("credentials, not signed out", 401, R"({"detail":{"error":"invalid_credentials"}})", "invalid_credentials",
             "That email and password did not match. Check them and try again.");
         row("code", 400, R"({"error":"invalid_totp_code"})", "invalid_totp_code",
             "That code was not accepted. Enter the current 6-digit code from your authenticator "
@@ -81,26 +77,21 @@ private Q_SLOTS:
         row("429", 429, "", "", "Too many attempts. Wait a minute and try again.");
         row("rate limit by its code", 400, R"({"error":"rate_limited"})", "rate_limited",
             "Too many attempts. Wait a minute and try again.");
-        row("504", 504, "<html>", "",
-            "The device did not answer. Check that it is powered on and online.");
+        row("504", 504, "<html>", "", "The device did not answer. Check that it is powered on and online.");
         row("unreachable device before 502", 502, R"({"error":"device_unreachable_or_timeout"})",
-            "device_unreachable_or_timeout",
-            "The device did not answer. Check that it is powered on and online.");
-        row("502", 502, "", "",
-            "The Tallyforge service could not reach the live data feed. Try again shortly.");
+            "device_unreachable_or_timeout", "The device did not answer. Check that it is powered on and online.");
+        row("502", 502, "", "", "The Tallyforge service could not reach the live data feed. Try again shortly.");
         row("gateway", 500, R"({"detail":{"error":"gateway_unreachable"}})", "gateway_unreachable",
             "The Tallyforge service could not reach the live data feed. Try again shortly.");
-        row("other's device", 403, R"({"detail":{"error":"claim_code_device_mismatch"}})",
-            "claim_code_device_mismatch", "That device is not on this account.");
+        row("other's device", 403, R"({"detail":{"error":"claim_code_device_mismatch"}})", "claim_code_device_mismatch",
+            "That device is not on this account.");
         row("401", 401, "[]", "", "You have been signed out. Sign in again.");
-        row("403 before its detail", 403, R"({"detail":"No."})", "",
-            "Your account role is not allowed to do that.");
+        row("403 before its detail", 403, R"({"detail":"No."})", "", "Your account role is not allowed to do that.");
         row("detail", 409, R"({"detail":"Already linked."})", "", "Already linked.");
-        row("detail beside a code", 409, R"({"detail":"Already linked.","error":"linked"})",
-            "linked", "Already linked.");
+        row("detail beside a code", 409, R"({"detail":"Already linked.","error":"linked"})", "linked",
+            "Already linked.");
         row("nothing known", 418, "not json", "", "Tallyforge returned an error (418).");
-        row("empty detail object", 500, R"({"detail":{}})", "",
-            "Tallyforge returned an error (500).");
+        row("empty detail object", 500, R"({"detail":{}})", "", "Tallyforge returned an error (500).");
     }
     void failures()
     {
@@ -117,14 +108,11 @@ private Q_SLOTS:
 
     void noAnswer()
     {
-        m_server->answer = [](const HttpRequest &) {
-            return HttpReply{200, {}, {}, HttpReply::How::Hang};
-        };
+        m_server->answer = [](const HttpRequest &) { return HttpReply{200, {}, {}, HttpReply::How::Hang}; };
         m_client->listDevices(keep());
         QTRY_COMPARE(m_results.size(), 1);
         QCOMPARE(m_results[0].status, 0);
-        QCOMPARE(m_results[0].message,
-                 u"Could not reach Tallyforge. Check your internet connection."_s);
+        QCOMPARE(m_results[0].message, u"Could not reach Tallyforge. Check your internet connection."_s);
 
         m_server->answer = [](const HttpRequest &) {
             return HttpReply{200, "{\"a\":1}", {}, HttpReply::How::CutShort};
@@ -150,20 +138,16 @@ private Q_SLOTS:
             [](auto &c) { c.deviceState(u"a/b %ä"_s, {}); });
         row("command", "POST /devices/d/cmd/reboot", R"({"args":{"x":1}})",
             [](auto &c) { c.sendCommand(u"d"_s, u"reboot"_s, {{u"x"_s, 1}}, {}); });
-        row("config", "POST /devices/d/config", R"({"config":{}})",
-            [](auto &c) { c.setConfig(u"d"_s, {}, {}); });
+        row("config", "POST /devices/d/config", R"({"config":{}})", [](auto &c) { c.setConfig(u"d"_s, {}, {}); });
         row("link without a code", "POST /devices/link", R"({"device_id":"d","via":"usb"})",
             [](auto &c) { c.linkDevice(u"d"_s, {}, u"usb"_s, {}); });
-        row("link with a code", "POST /devices/link",
-            R"({"code":"12","device_id":"d","via":"manual"})",
+        row("link with a code", "POST /devices/link", R"({"code":"12","device_id":"d","via":"manual"})",
             [](auto &c) { c.linkDevice(u"d"_s, u"12"_s, u"manual"_s, {}); });
-        row("reveal", "POST /devices/d/pairing/reveal", "",
-            [](auto &c) { c.revealPairing(u"d"_s, {}); });
+        row("reveal", "POST /devices/d/pairing/reveal", "", [](auto &c) { c.revealPairing(u"d"_s, {}); });
         row("save", "PUT /devices/d/pairing", R"({"admin_password":" p "})",
             [](auto &c) { c.savePairing(u"d"_s, u" p "_s, {}); });
         row("outputs", "GET /api/graphics/outputs", "", [](auto &c) { c.listGraphicsOutputs({}); });
-        row("sign-in trims the address alone", "POST /auth/login",
-            R"({"email":"a@b","password":" p "})",
+        row("sign-in trims the address alone", "POST /auth/login", R"({"email":"a@b","password":" p "})",
             [](auto &c) { c.signIn(u" a@b\n"_s, u" p "_s, {}); });
         row("second step", "POST /auth/login/totp", R"({"challenge_id":"h","code":"123456"})",
             [](auto &c) { c.signInWithCode(u"h"_s, u" 123456 "_s, {}); });
@@ -238,15 +222,12 @@ private Q_SLOTS:
     {
         QFETCH(int, status);
         QFETCH(bool, fileStays);
-        m_server->answer = [](const HttpRequest &) {
-            return answer(200, userBody, "Set-Cookie: s=1\r\n");
-        };
+        m_server->answer = [](const HttpRequest &) { return answer(200, userBody, "Set-Cookie: s=1\r\n"); };
         m_client->signIn(u"a"_s, u"p"_s, {});
         QTRY_VERIFY(m_client->signedIn());
         restart();
         m_server->answer = [&](const HttpRequest &) {
-            return HttpReply{
-                status, "{}", {}, status ? HttpReply::How::Answer : HttpReply::How::Hang};
+            return HttpReply{status, "{}", {}, status ? HttpReply::How::Answer : HttpReply::How::Hang};
         };
         m_client->restoreSession(keep());
         QTRY_COMPARE(m_results.size(), 1);
@@ -270,9 +251,8 @@ private Q_SLOTS:
     void secondStep()
     {
         m_server->answer = [](const HttpRequest &request) {
-            return answer(200, request.path == "/auth/login"
-                                   ? R"({"totp_required":true,"challenge_id":"h"})"
-                                   : userBody);
+            return answer(200,
+                          request.path == "/auth/login" ? R"({"totp_required":true,"challenge_id":"h"})" : userBody);
         };
         m_client->signIn(u"a"_s, u"p"_s, keep());
         QTRY_COMPARE(m_results.size(), 1);
@@ -316,12 +296,10 @@ private Q_SLOTS:
         QCOMPARE(list[1].displayName(), u"Gym (b)"_s);
         QVERIFY(PortalClient::parseDevices({}).isEmpty());
 
-        const QJsonObject outputs =
-            QJsonDocument::fromJson(R"({"outputs":[{"id":"x"},{"share_token":"t"},
+        const QJsonObject outputs = QJsonDocument::fromJson(R"({"outputs":[{"id":"x"},{"share_token":"t"},
             {"id":"a","share_token":"t1"},{"id":"b","share_token":"t2","name":"B","width":1280,"height":720}]})")
-                .object();
-        const QList<GraphicsOutput> parsed =
-            PortalClient::parseOutputs(outputs, u"https://p.example"_s);
+                                        .object();
+        const QList<GraphicsOutput> parsed = PortalClient::parseOutputs(outputs, u"https://p.example"_s);
         QCOMPARE(parsed.size(), 2);
         QCOMPARE(parsed[0].name, u"a"_s);
         QCOMPARE(QSize(parsed[0].width, parsed[0].height), QSize(1920, 1080));

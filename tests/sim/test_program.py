@@ -2,7 +2,6 @@
 # SPDX-FileCopyrightText: 2026 The Tallyforge developers
 """The program: its command line, its games, its certificates, and how it ends."""
 
-import json
 import pathlib
 import signal
 import socket
@@ -41,15 +40,6 @@ class ProgramTest(unittest.TestCase):
         final = runs[0][-1]
         self.assertNotEqual(final["home_score"], final["away_score"])
         self.assertEqual((final["clock"], final["period"] >= 4), ("0.0", True))
-
-    def test_a_script_of_the_crews_own(self):
-        file = self.folder() / "hockey.json"
-        file.write_text(json.dumps({"sport": "hockey", "start": {"home_score": 0},
-                                    "events": [[1, {"home_score": 1}], [5, {"period": 2}]]}))
-        sim = self.start("--manual", "--game", str(file))
-        self.assertEqual(sim.control("/step", count=2)[1]["fields"],
-                         {"home_score": 1, "period": 2})
-        self.assertEqual(sim.state()["devices"]["TF-1001"]["sport"], "hockey")
 
     def test_the_authority_is_trusted_alone_kept_and_private(self):
         folder = self.folder() / "ca"

@@ -71,8 +71,7 @@ class TestTextSource : public QObject
     }
     QByteArray plainPicture(const QByteArray &text)
     {
-        const Source plain("text_ft2_source_v2",
-                           "{" + QByteArray(style) + ",\"text\":\"" + text + "\"}");
+        const Source plain("text_ft2_source_v2", "{" + QByteArray(style) + ",\"text\":\"" + text + "\"}");
         QByteArray picture = pictureOf(plain);
         ObsHost::show(nullptr);
         return picture;
@@ -150,10 +149,10 @@ private Q_SLOTS:
                 }
             }
             obs_property_t *field = obs_properties_get(properties, "template");
-            const QString result = obs_properties_get(properties, "font") && field &&
-                                           obs_property_text_type(field) == OBS_TEXT_MULTILINE
-                                       ? QString::fromUtf8(obs_property_long_description(field))
-                                       : u"incomplete"_s;
+            const QString result =
+                obs_properties_get(properties, "font") && field && obs_property_text_type(field) == OBS_TEXT_MULTILINE
+                    ? QString::fromUtf8(obs_property_long_description(field))
+                    : u"incomplete"_s;
             obs_properties_destroy(properties);
             return result;
         };

@@ -30,13 +30,12 @@ private Q_SLOTS:
     void expand()
     {
         QFETCH(QString, text);
-        QTEST(expandTemplate(text,
-                             [](const QString &name) {
-                                 return name == u"none"_s   ? QString()
-                                        : name == u"loop"_s ? u"{a}"_s
-                                                            : u'<' + name + u'>';
-                             }),
-              "result");
+        QTEST(
+            expandTemplate(text,
+                           [](const QString &name) {
+                               return name == u"none"_s ? QString() : name == u"loop"_s ? u"{a}"_s : u'<' + name + u'>';
+                           }),
+            "result");
     }
 };
 

@@ -74,9 +74,9 @@ void HttpStub::release(const QByteArray &body)
 void HttpStub::write(QTcpSocket *socket, const HttpReply &reply)
 {
     const bool cut = reply.how == HttpReply::How::CutShort;
-    socket->write("HTTP/1.1 " + QByteArray::number(reply.status) + " X\r\nContent-Length: " +
-                  QByteArray::number(reply.body.size() + (cut ? 10 : 0)) + "\r\n" + reply.headers +
-                  "\r\n" + reply.body);
+    socket->write("HTTP/1.1 " + QByteArray::number(reply.status) +
+                  " X\r\nContent-Length: " + QByteArray::number(reply.body.size() + (cut ? 10 : 0)) + "\r\n" +
+                  reply.headers + "\r\n" + reply.body);
     if (cut) {
         socket->disconnectFromHost();
     }

@@ -45,9 +45,7 @@ public:
     void release(const QByteArray &body);
 
     QList<HttpRequest> requests;
-    std::function<HttpReply(const HttpRequest &)> answer = [](const HttpRequest &) {
-        return HttpReply{};
-    };
+    std::function<HttpReply(const HttpRequest &)> answer = [](const HttpRequest &) { return HttpReply{}; };
 
 private:
     void read(QTcpSocket *socket);

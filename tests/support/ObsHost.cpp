@@ -34,11 +34,9 @@ bool resetVideo()
 
 bool loadTextSource()
 {
-    obs_add_module_path("/usr/lib/" TALLYFORGE_MULTIARCH "/obs-plugins",
-                        "/usr/share/obs/obs-plugins/%module%");
+    obs_add_module_path("/usr/lib/" TALLYFORGE_MULTIARCH "/obs-plugins", "/usr/share/obs/obs-plugins/%module%");
     obs_module_t *module = nullptr;
-    return obs_open_module(&module,
-                           "/usr/lib/" TALLYFORGE_MULTIARCH "/obs-plugins/text-freetype2.so",
+    return obs_open_module(&module, "/usr/lib/" TALLYFORGE_MULTIARCH "/obs-plugins/text-freetype2.so",
                            "/usr/share/obs/obs-plugins/text-freetype2") == MODULE_SUCCESS &&
            obs_init_module(module);
 }
@@ -49,8 +47,7 @@ ObsHost::ObsHost()
 {
     obs_set_nix_platform(OBS_NIX_PLATFORM_X11_EGL);
     obs_set_nix_platform_display(XOpenDisplay(nullptr));
-    m_up = obs_startup("en-US", m_config.path().toUtf8().constData(), nullptr) && resetVideo() &&
-           loadTextSource();
+    m_up = obs_startup("en-US", m_config.path().toUtf8().constData(), nullptr) && resetVideo() && loadTextSource();
     if (m_up) {
         obs_add_main_rendered_callback(onRendered, this);
         obs_add_raw_video_callback(nullptr, onFrame, this);
@@ -103,8 +100,8 @@ void ObsHost::onFrame(void *param, video_data *frame)
 {
     auto *host = static_cast<ObsHost *>(param);
     const std::lock_guard lock(host->m_mutex);
-    host->m_picture = QByteArray(reinterpret_cast<const char *>(frame->data[0]),
-                                 qsizetype(frame->linesize[0]) * height);
+    host->m_picture =
+        QByteArray(reinterpret_cast<const char *>(frame->data[0]), qsizetype(frame->linesize[0]) * height);
     if (host->m_callback) {
         host->m_callback(host->m_picture);
     }
