@@ -45,6 +45,7 @@ class Simulator:
             self._command += ["--device", device]
 
     def __enter__(self):
+        trust(None)   # which only a sandbox allows: before anything has been started
         self._start("trusted")
         return self
 

@@ -101,17 +101,23 @@ App::App(const QString &portalUrl)
     connect(m_sources, &SourceManager::statusChanged, this, &App::logStatus);
     connect(&m_portal, &PortalClient::signedInChanged, this, &App::onSignedInChanged);
 
-    m_portal.restoreSession([](const PortalResult &result) {
-        if (!result.ok && result.status != 0 && result.status != 401) {
-            log::warning(QStringLiteral("could not restore sign-in: HTTP %1").arg(result.status));
-        }
-    });
+    // Once OBS has started: the first request of a process sets up TLS, which takes milliseconds.
+    QTimer::singleShot(0, this, &App::restoreSession);
 }
 
 App::~App()
 {
     // Before the members that it works with, which a child would outlive.
     delete std::exchange(m_sources, nullptr);
+}
+
+void App::restoreSession()
+{
+    m_portal.restoreSession([](const PortalResult &result) {
+        if (!result.ok && result.status != 0 && result.status != 401) {
+            log::warning(QStringLiteral("could not restore sign-in: HTTP %1").arg(result.status));
+        }
+    });
 }
 
 // The one place in which a user who asks for help can see afterwards how the data came and went.

@@ -69,6 +69,7 @@ Q_SIGNALS:
 private:
     explicit App(const QString &portalUrl);
 
+    void restoreSession();
     void onSignedInChanged(bool signedIn);
     void logStatus() const;
 

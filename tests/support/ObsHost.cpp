@@ -32,6 +32,13 @@ bool resetVideo()
     return obs_reset_video(&video) == OBS_VIDEO_SUCCESS;
 }
 
+// Nothing is to be heard, but without sound libobs waits for no source that is still to be destroyed.
+bool resetAudio()
+{
+    const obs_audio_info audio{48000, SPEAKERS_STEREO};
+    return obs_reset_audio(&audio);
+}
+
 bool loadTextSource()
 {
     obs_add_module_path("/usr/lib/" TALLYFORGE_MULTIARCH "/obs-plugins", "/usr/share/obs/obs-plugins/%module%");
@@ -47,7 +54,8 @@ ObsHost::ObsHost()
 {
     obs_set_nix_platform(OBS_NIX_PLATFORM_X11_EGL);
     obs_set_nix_platform_display(XOpenDisplay(nullptr));
-    m_up = obs_startup("en-US", m_config.path().toUtf8().constData(), nullptr) && resetVideo() && loadTextSource();
+    m_up = obs_startup("en-US", m_config.path().toUtf8().constData(), nullptr) && resetVideo() && resetAudio() &&
+           loadTextSource();
     if (m_up) {
         obs_add_main_rendered_callback(onRendered, this);
         obs_add_raw_video_callback(nullptr, onFrame, this);
@@ -59,6 +67,9 @@ ObsHost::~ObsHost()
     obs_remove_raw_video_callback(onFrame, this);
     obs_remove_main_rendered_callback(onRendered, this);
     show(nullptr);
+    // What has been let go of may still hold others, which libobs must not meet at its end.
+    while (obs_wait_for_destroy_queue()) {
+    }
 }
 
 long ObsHost::shutdown()
