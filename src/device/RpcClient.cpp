@@ -1,0 +1,172 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#include "device/RpcClient.h"
+
+#include "device/RpcTransport.h"
+
+#include <QJsonDocument>
+#include <QPointer>
+
+#include <limits>
+#include <utility>
+
+namespace tallyforge {
+
+namespace {
+
+constexpr int maxBusyRetries = 3;
+
+RpcResult failure(const QString &code, const QString &message)
+{
+    return {false, {}, code, message};
+}
+
+} // namespace
+
+RpcClient::RpcClient(RpcTransport *transport, QObject *parent)
+    : RpcClient(transport, Timing{}, parent)
+{
+}
+
+RpcClient::RpcClient(RpcTransport *transport, const Timing &timing, QObject *parent)
+    : QObject(parent)
+    , m_timing(timing)
+    , m_transport(transport)
+{
+    m_timer.setSingleShot(true);
+    connect(&m_timer, &QTimer::timeout, this, &RpcClient::onTimeout);
+    connect(m_transport, &RpcTransport::message, this, &RpcClient::onMessage);
+    connect(m_transport, &RpcTransport::sendFailed, this, &RpcClient::onSendFailed);
+}
+
+void RpcClient::call(const QString &method, const QJsonObject &params, const Callback &callback,
+                     int timeoutMs)
+{
+    m_queue.push_back({method, params, callback, timeoutMs, 0});
+    pump();
+}
+
+int RpcClient::pending() const
+{
+    return static_cast<int>(m_queue.size()) + (m_inFlight ? 1 : 0);
+}
+
+void RpcClient::pump()
+{
+    const QPointer<RpcClient> self = this;
+    while (self && !m_inFlight && !m_queue.empty()) {
+        Job job = std::move(m_queue.front());
+        m_queue.pop_front();
+        if (m_transport->isOpen()) {
+            m_current = std::move(job);
+            sendCurrent();
+            return;
+        }
+        if (job.callback) {
+            job.callback(failure(QStringLiteral("disconnected"), tr("Not connected to a device")));
+        }
+    }
+}
+
+void RpcClient::sendCurrent()
+{
+    m_inFlight = true;
+    m_currentId = m_nextId;
+    m_nextId = m_nextId == std::numeric_limits<qint32>::max() ? 1 : m_nextId + 1;
+    const QJsonObject request{{QStringLiteral("id"), m_currentId},
+                              {QStringLiteral("method"), m_current.method},
+                              {QStringLiteral("params"), m_current.params}};
+    // Before sending, for a carrier may report its failure from inside send().
+    m_timer.start(m_current.timeoutMs);
+    m_transport->send(QJsonDocument(request).toJson(QJsonDocument::Compact));
+}
+
+// Calls out with the client already idle, so that the callback finds it ready for anything.
+void RpcClient::finish(const RpcResult &result)
+{
+    m_timer.stop();
+    m_inFlight = false;
+    const Job done = std::exchange(m_current, {});
+    const QPointer<RpcClient> self = this;
+    if (done.callback) {
+        done.callback(result);
+    }
+    if (self) {
+        pump();
+    }
+}
+
+void RpcClient::onMessage(const QByteArray &json)
+{
+    if (!m_inFlight) {
+        return;
+    }
+    const QJsonDocument document = QJsonDocument::fromJson(json);
+    // Another id is that of a call that ran out of time before.
+    if (!document.isObject() || document[QLatin1String("id")].toInt(-1) != m_currentId) {
+        return;
+    }
+    const RpcResult result = readReply(document.object());
+    if (!result.ok && result.errorCode == QLatin1String("busy") &&
+        m_current.busyRetries < maxBusyRetries) {
+        retryCurrent();
+    } else {
+        finish(result);
+    }
+}
+
+RpcResult RpcClient::readReply(const QJsonObject &reply) const
+{
+    if (reply.value(QLatin1String("ok")).toBool()) {
+        const QJsonValue value = reply.value(QLatin1String("result"));
+        if (value.isObject() || value.isUndefined()) {
+            return {true, value.toObject(), {}, {}};
+        }
+        return {true, QJsonObject{{QStringLiteral("value"), value}}, {}, {}};
+    }
+    const QJsonObject error = reply.value(QLatin1String("error")).toObject();
+    return failure(error.value(QLatin1String("code")).toString(QStringLiteral("device_error")),
+                   error.value(QLatin1String("message"))
+                       .toString(tr("The device rejected '%1'").arg(m_current.method)));
+}
+
+void RpcClient::retryCurrent()
+{
+    m_timer.stop();
+    m_inFlight = false;
+    m_queue.push_front(std::exchange(m_current, {}));
+    ++m_queue.front().busyRetries;
+    QTimer::singleShot(m_timing.busyRetry, this, &RpcClient::pump);
+}
+
+void RpcClient::onTimeout()
+{
+    if (m_inFlight) {
+        finish(failure(QStringLiteral("timeout"),
+                       tr("The device did not answer '%1' in time").arg(m_current.method)));
+    }
+}
+
+void RpcClient::onSendFailed(const QString &code, const QString &message)
+{
+    if (m_inFlight) {
+        finish(failure(code, message));
+    }
+}
+
+void RpcClient::abortAll(const QString &code, const QString &message)
+{
+    const RpcResult result = failure(code, message);
+    const std::deque<Job> waiting = std::exchange(m_queue, {});
+    if (m_inFlight) {
+        finish(result);
+    }
+    for (const Job &job : waiting) {
+        if (job.callback) {
+            job.callback(result);
+        }
+    }
+}
+
+} // namespace tallyforge

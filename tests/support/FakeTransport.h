@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#pragma once
+
+#include "device/RpcTransport.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace tallyforge::test {
+
+/// A carrier that keeps what it is given; the test answers, or lets it fail.
+class FakeTransport final : public RpcTransport
+{
+public:
+    [[nodiscard]] bool isOpen() const override { return open; }
+    void send(const QByteArray &json) override
+    {
+        sent.append(QJsonDocument::fromJson(json).object());
+        if (failsAtOnce) {
+            Q_EMIT sendFailed(QStringLiteral("write_failed"), QStringLiteral("No."));
+        }
+    }
+    /// Answers a request (by default the last one) with "ok" and whatever members are given.
+    void answer(QJsonObject reply, qsizetype request = -1)
+    {
+        const QJsonObject &asked = request < 0 ? sent.constLast() : sent.at(request);
+        reply.insert(QStringLiteral("id"), asked.value(QLatin1String("id")));
+        Q_EMIT message(QJsonDocument(reply).toJson(QJsonDocument::Compact));
+    }
+
+    QList<QJsonObject> sent;
+    bool open = true;
+    bool failsAtOnce = false;
+};
+
+} // namespace tallyforge::test
