@@ -22,11 +22,15 @@ class NotInSandbox(Exception):
                          "which is done only in the sandbox that make starts.")
 
 
-def trust(ca_file):
-    """Makes an authority the only one that is trusted."""
+def require_sandbox():
     mounts = [line.split() for line in Path("/proc/self/mounts").read_text().splitlines()]
     if not any(place == str(CERTIFICATES) and kind == "tmpfs" for _, place, kind, *_ in mounts):
         raise NotInSandbox
+
+
+def trust(ca_file):
+    """Makes an authority the only one that is trusted."""
+    require_sandbox()
     for entry in CERTIFICATES.iterdir():
         entry.unlink()
     shutil.copy(ca_file, CERTIFICATES / "tallyforge-sim.pem")
@@ -45,7 +49,7 @@ class Simulator:
             self._command += ["--device", device]
 
     def __enter__(self):
-        trust(None)   # which only a sandbox allows: before anything has been started
+        require_sandbox()   # before anything has been started
         self._start("trusted")
         return self
 
