@@ -91,7 +91,8 @@ private Q_SLOTS:
     void whatIsNoReplyIsDropped()
     {
         m_client->call(u"slow"_s, {}, keep(), 50);
-        for (const QByteArray noise : {"", "[1]", "{", R"({"ok":true})", R"({"id":2,"ok":true})"}) {
+        const QByteArrayList noises{"", "[1]", "{", R"({"ok":true})", R"({"id":2,"ok":true})"};
+        for (const QByteArray &noise : noises) {
             Q_EMIT m_transport->message(noise);
         }
         QVERIFY(m_results.isEmpty());

@@ -1,0 +1,292 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+// What DeviceSession does with a device that is signed in to: each wish in one or a few calls.
+
+#include "device/DeviceSession.h"
+
+#include "device/DeviceLink.h"
+
+#include <QJsonArray>
+#include <QPointer>
+#include <QSet>
+
+#include <algorithm>
+
+namespace tallyforge {
+
+namespace {
+
+constexpr int scanTimeoutMs = 40000;
+constexpr int rebootTimeoutMs = 8000;
+constexpr int lastWifiAttempt = 12;
+
+void finish(const DeviceSession::Done &callback, bool ok, const QString &error)
+{
+    if (callback) {
+        callback(ok, error);
+    }
+}
+
+// The callback of a call whose outcome alone matters.
+RpcClient::Callback outcomeTo(const DeviceSession::Done &callback)
+{
+    return
+        [callback](const RpcResult &result) { finish(callback, result.ok, result.errorMessage); };
+}
+
+// One entry for each name, the first that came, by falling strength.
+QList<WifiNetwork> parseNetworks(const QJsonObject &result)
+{
+    QList<WifiNetwork> networks;
+    QSet<QString> seen;
+    const QJsonArray entries = result.value(QLatin1String("networks")).toArray();
+    for (const QJsonValueConstRef value : entries) {
+        const QJsonObject entry = value.toObject();
+        const QString ssid = entry.value(QLatin1String("ssid")).toString();
+        if (ssid.isEmpty() || seen.contains(ssid)) {
+            continue;
+        }
+        seen.insert(ssid);
+        networks.append({ssid, entry.value(QLatin1String("rssi")).toInt(),
+                         entry.value(QLatin1String("auth")).toVariant().toString()});
+    }
+    std::stable_sort(networks.begin(), networks.end(),
+                     [](const WifiNetwork &a, const WifiNetwork &b) { return a.rssi > b.rssi; });
+    return networks;
+}
+
+WirelessLink parseWirelessLink(const QJsonObject &espnow)
+{
+    const auto text = [&espnow](const char *key) {
+        return espnow.value(QLatin1String(key)).toString();
+    };
+    WirelessLink link;
+    link.available = !espnow.isEmpty();
+    // A device that is set to transmit counts as transmitting before it has restarted into that.
+    link.transmitting =
+        text("role") == QLatin1String("tx") || text("configured_role") == QLatin1String("tx");
+    link.peerMac = text("peer_mac");
+    link.paired = !link.peerMac.isEmpty() && espnow.value(QLatin1String("key_set")).toBool();
+    link.startError = text("start_error");
+    return link;
+}
+
+QList<ControllerChoice> parseControllers(const QJsonObject &result)
+{
+    QList<ControllerChoice> choices;
+    const QJsonArray entries = result.value(QLatin1String("controllers")).toArray();
+    for (const QJsonValueConstRef value : entries) {
+        const ControllerChoice choice = ControllerChoice::fromJson(value.toObject());
+        if (!choices.contains(choice)) {
+            choices.append(choice);
+        }
+    }
+    return choices;
+}
+
+} // namespace
+
+void DeviceSession::changePassword(const QString &current, const QString &next,
+                                   const Done &callback)
+{
+    const QJsonObject params{{QStringLiteral("current_password"), current},
+                             {QStringLiteral("new_password"), next},
+                             {QStringLiteral("confirm_password"), next}};
+    m_rpc.call(QStringLiteral("changePassword"), params,
+               [this, next, callback](const RpcResult &result) {
+                   const QPointer<DeviceSession> self = this;
+                   if (result.ok) {
+                       m_password = next;
+                       m_mustChangePassword = false;
+                       becomeReady();
+                   }
+                   if (self) {
+                       finish(callback, result.ok, result.errorMessage);
+                   }
+               });
+}
+
+void DeviceSession::scanWifi(const std::function<void(bool ok, const QList<WifiNetwork> &networks,
+                                                      const QString &note)> &callback)
+{
+    const auto onReply = [this, callback](const RpcResult &result) {
+        const QList<WifiNetwork> networks = parseNetworks(result.result);
+        if (!result.ok || !networks.isEmpty()) {
+            callback(result.ok, networks, result.errorMessage);
+            return;
+        }
+        // Perhaps there is no network, perhaps the Wi-Fi is off.
+        wirelessLink([callback](const WirelessLink &link) {
+            callback(
+                true, {},
+                link.transmitting
+                    ? tr("This device is set to send its scores to a wireless receiver, so its "
+                         "Wi-Fi is switched off and it cannot see networks. Turn the wireless "
+                         "link off to use Wi-Fi.")
+                    : QString());
+        });
+    };
+    m_rpc.call(QStringLiteral("scanWifi"), {}, onReply, scanTimeoutMs);
+}
+
+void DeviceSession::wirelessLink(const std::function<void(const WirelessLink &link)> &callback)
+{
+    m_rpc.call(QStringLiteral("getEspNow"), {}, [this, callback](const RpcResult &result) {
+        const WirelessLink link =
+            parseWirelessLink(result.result.value(QLatin1String("espnow")).toObject());
+        m_wirelessActive = link.transmitting;
+        callback(link);
+    });
+}
+
+void DeviceSession::enableWirelessTransmitter(
+    const QString &peerMac, const QString &key, bool generateKey,
+    const std::function<void(bool ok, const QString &error, const QString &key)> &callback)
+{
+    QJsonObject params{{QStringLiteral("role"), QStringLiteral("tx")}};
+    if (const QString address = peerMac.trimmed(); !address.isEmpty()) {
+        params.insert(QStringLiteral("peer_mac"), address);
+    }
+    if (generateKey) {
+        params.insert(QStringLiteral("generate_key"), true);
+    } else if (const QString given = key.trimmed(); !given.isEmpty()) {
+        params.insert(QStringLiteral("key"), given);
+    }
+    m_rpc.call(QStringLiteral("setEspNow"), params, [this, callback](const RpcResult &result) {
+        if (!result.ok) {
+            callback(false, result.errorMessage, {});
+            return;
+        }
+        m_wirelessActive = true;
+        const QString inUse = result.result.value(QLatin1String("key")).toString();
+        reboot([callback, inUse](bool ok, const QString &error) { callback(ok, error, inUse); });
+    });
+}
+
+void DeviceSession::disableEspNowSender(const Done &callback)
+{
+    m_rpc.call(QStringLiteral("setEspNow"), {{QStringLiteral("role"), QStringLiteral("off")}},
+               [this, callback](const RpcResult &result) {
+                   if (!result.ok) {
+                       finish(callback, false, result.errorMessage);
+                       return;
+                   }
+                   m_wirelessActive = false;
+                   reboot(callback);
+               });
+}
+
+void DeviceSession::configureWifi(const QString &ssid, const QString &pass,
+                                  const Progress &progress, const Done &done)
+{
+    const QJsonObject params{{QStringLiteral("ssid"), ssid}, {QStringLiteral("pass"), pass}};
+    m_rpc.call(QStringLiteral("configureWifi"), params,
+               [this, ssid, progress, done](const RpcResult &result) {
+                   if (!result.ok) {
+                       finish(done, false, result.errorMessage);
+                       return;
+                   }
+                   const QPointer<DeviceSession> self = this;
+                   if (progress) {
+                       progress(tr("Checking that the device can join %1…").arg(ssid));
+                   }
+                   if (self) {
+                       verifyWifi(ssid, 0, progress, done);
+                   }
+               });
+}
+
+void DeviceSession::verifyWifi(const QString &ssid, int attempt, const Progress &progress,
+                               const Done &done)
+{
+    QTimer::singleShot(m_timing.wifiVerify, this, [this, ssid, attempt, progress, done] {
+        refreshStatus([this, ssid, attempt, progress, done](bool ok, const QString &error) {
+            if (ok) {
+                judgeWifi(ssid, attempt, progress, done);
+            } else {
+                finish(done, false, error);
+            }
+        });
+    });
+}
+
+void DeviceSession::judgeWifi(const QString &ssid, int attempt, const Progress &progress,
+                              const Done &done)
+{
+    const QJsonObject provision = m_status.value(QLatin1String("wifi_provision")).toObject();
+    const QString state = provision.value(QLatin1String("state")).toString();
+    if (state == QLatin1String("ok")) {
+        const QString address = wifiIp();
+        finish(done, true,
+               tr("Joined %1%2.").arg(ssid, address.isEmpty() ? address : u" (" + address + u')'));
+        return;
+    }
+    if (state == QLatin1String("reverted")) {
+        const QString reason = provision.value(QLatin1String("detail")).toString();
+        finish(done, false,
+               tr("The device could not join %1%2. Check the password and try again.")
+                   .arg(ssid, reason.isEmpty() ? reason : u": " + reason));
+        return;
+    }
+    if (attempt >= lastWifiAttempt) {
+        finish(done, false,
+               tr("The device is still working on joining %1. Check back in a minute.").arg(ssid));
+        return;
+    }
+    const QPointer<DeviceSession> self = this;
+    if (progress) {
+        const qint64 seconds = provision.value(QLatin1String("elapsed_ms")).toInteger() / 1000;
+        progress(tr("Checking that the device can join %1… (%2 s)").arg(ssid).arg(seconds));
+    }
+    if (self) {
+        verifyWifi(ssid, attempt + 1, progress, done);
+    }
+}
+
+void DeviceSession::listControllers(
+    const std::function<void(bool ok, const QList<ControllerChoice> &choices, const QString &error)>
+        &callback)
+{
+    m_rpc.call(QStringLiteral("getControllerList"), {}, [callback](const RpcResult &result) {
+        callback(result.ok, parseControllers(result.result), result.errorMessage);
+    });
+}
+
+void DeviceSession::getControllerConfig(
+    const std::function<void(bool ok, const QJsonObject &config, const QString &error)> &callback)
+{
+    m_rpc.call(QStringLiteral("getControllerConfig"), {}, [callback](const RpcResult &result) {
+        callback(result.ok, result.result, result.errorMessage);
+    });
+}
+
+void DeviceSession::setController(const ControllerChoice &choice, const Done &callback)
+{
+    m_rpc.call(QStringLiteral("setControllerConfig"), choice.toJson(), outcomeTo(callback));
+}
+
+void DeviceSession::ensureApiToken(
+    const std::function<void(bool ok, const QString &token, const QString &error)> &callback)
+{
+    m_rpc.call(QStringLiteral("ensureApiToken"), {}, [callback](const RpcResult &result) {
+        callback(result.ok, result.result.value(QLatin1String("token")).toString(),
+                 result.errorMessage);
+    });
+}
+
+void DeviceSession::reboot(const Done &callback)
+{
+    m_restarting = true; // so that the link's end counts as the restart
+    const auto onReply = [this, callback](const RpcResult &result) {
+        const bool went = result.ok || result.errorCode == QLatin1String("timeout") ||
+                          result.errorCode == QLatin1String("disconnected");
+        if (!went) {
+            m_restarting = false;
+        }
+        finish(callback, went, went ? QString() : result.errorMessage);
+    };
+    m_rpc.call(QStringLiteral("reboot"), {}, onReply, rebootTimeoutMs);
+}
+
+} // namespace tallyforge

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#pragma once
+
+#include <QJsonObject>
+#include <QString>
+
+namespace tallyforge {
+
+/// A network that a device can see.
+struct WifiNetwork
+{
+    QString ssid;
+    int rssi = 0; ///< signal strength in dBm
+    QString auth; ///< the kind of security, in the device's word
+};
+
+/// A device's radio link to a wireless receiver.
+struct WirelessLink
+{
+    bool available = false;    ///< the device has such a radio
+    bool transmitting = false; ///< it sends its scores to a receiver instead of using Wi-Fi
+    bool paired = false;       ///< a receiver's address and a key are stored
+    QString peerMac;
+    QString startError; ///< why the radio didn't start, if it didn't
+};
+
+/// The scoreboard that a device reads from. All empty: no preference.
+struct ControllerChoice
+{
+    QString manufacturer;
+    QString model;
+    QString sport;
+    QString inputType;
+
+    [[nodiscard]] QJsonObject toJson() const
+    {
+        return {{QStringLiteral("manufacturer"), manufacturer},
+                {QStringLiteral("model"), model},
+                {QStringLiteral("sport"), sport},
+                {QStringLiteral("input_type"), inputType}};
+    }
+    [[nodiscard]] static ControllerChoice fromJson(const QJsonObject &object)
+    {
+        return {object.value(QLatin1String("manufacturer")).toString(),
+                object.value(QLatin1String("model")).toString(),
+                object.value(QLatin1String("sport")).toString(),
+                object.value(QLatin1String("input_type")).toString()};
+    }
+    bool operator==(const ControllerChoice &) const = default;
+};
+
+} // namespace tallyforge

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#pragma once
+
+#include "device/DeviceLink.h"
+#include "tests/support/FakeTransport.h"
+
+namespace tallyforge::test {
+
+/// A link that does what the test says; it opens as soon as it is asked to, unless it is told not to.
+class FakeLink final : public DeviceLink
+{
+public:
+    [[nodiscard]] QString kind() const override { return QStringLiteral("usb"); }
+    void open() override
+    {
+        ++opens;
+        carrier.open = opensAtOnce;
+        if (opensAtOnce) {
+            Q_EMIT opened(info);
+        }
+    }
+    void close() override
+    {
+        ++closes;
+        carrier.open = false;
+    }
+    [[nodiscard]] RpcTransport *transport() override { return &carrier; }
+    [[nodiscard]] bool pollsState() const override { return polls; }
+    void lose(const QString &reason)
+    {
+        carrier.open = false;
+        Q_EMIT closed(reason);
+    }
+
+    FakeTransport carrier;
+    QJsonObject info;
+    bool opensAtOnce = true;
+    bool polls = false;
+    int opens = 0;
+    int closes = 0;
+};
+
+} // namespace tallyforge::test
