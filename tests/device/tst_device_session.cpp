@@ -4,9 +4,9 @@
 #include "device/DeviceSession.h"
 #include "tests/support/FakeLink.h"
 
-#include <QMetaEnum>
 #include <QPointer>
 #include <QTest>
+#include <QVariant>
 
 using namespace tallyforge;
 using namespace tallyforge::test;
@@ -61,8 +61,8 @@ private Q_SLOTS:
         m_events.clear();
         connect(m_session.get(), &DeviceSession::stateChanged, this,
                 [this](DeviceSession::State state, const QString &detail) {
-                    const auto name = QMetaEnum::fromType<DeviceSession::State>().valueToKey(static_cast<int>(state));
-                    m_events.append((QString::fromUtf8(name) + u' ' + detail).trimmed());
+                    const QString name = QVariant::fromValue(state).toString();
+                    m_events.append((name + u' ' + detail).trimmed());
                 });
         connect(m_session.get(), &DeviceSession::envelope, this, [this] { m_events.append(u"envelope"_s); });
     }

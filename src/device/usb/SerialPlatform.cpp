@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#include "device/usb/SerialPlatform.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/ioctl.h>
+#include <termios.h>
+#include <unistd.h>
+
+namespace tallyforge::serial_platform {
+
+struct Handle
+{
+    int fd;
+};
+
+namespace {
+
+constexpr int writeWaitMs = 100;
+constexpr int maxWriteWaits = 31;
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("SerialPort", text);
+}
+
+void store(QString *error, const QString &text)
+{
+    if (error != nullptr) {
+        *error = text;
+    }
+}
+
+QString openFailure(int code)
+{
+    if (code == EBUSY || code == EACCES) {
+        return tr("That USB port is in use by another program (close any serial monitor) or access "
+                  "was denied.");
+    }
+    return tr("Could not open the USB port: %1").arg(QString::fromLocal8Bit(std::strerror(code)));
+}
+
+speed_t speedOf(int baud)
+{
+    switch (baud) {
+    case 9600:
+        return B9600;
+    case 19200:
+        return B19200;
+    case 38400:
+        return B38400;
+    case 57600:
+        return B57600;
+    case 230400:
+        return B230400;
+    default:
+        return B115200;
+    }
+}
+
+// What fails from here on isn't looked at: some drivers lack one thing or another and work all the
+// same.
+void configure(int fd, termios settings, int baud)
+{
+    cfmakeraw(&settings);
+    constexpr tcflag_t cleared = CSIZE | CSTOPB | CREAD | PARENB | HUPCL | CLOCAL | CRTSCTS;
+    settings.c_cflag &= ~cleared;
+    settings.c_cflag |= CS8 | CREAD | CLOCAL;
+    settings.c_cc[VMIN] = 0;
+    settings.c_cc[VTIME] = 0;
+    cfsetispeed(&settings, speedOf(baud));
+    cfsetospeed(&settings, speedOf(baud));
+    tcsetattr(fd, TCSANOW, &settings);
+
+    // Raised, these two lines would hold the device's chip in reset or in its boot loader.
+    const int lines = TIOCM_DTR | TIOCM_RTS;
+    ioctl(fd, TIOCMBIC, &lines);
+    ioctl(fd, TIOCEXCL);
+    tcflush(fd, TCIOFLUSH);
+}
+
+bool isTemporary(int code)
+{
+    return code == EAGAIN || code == EINTR;
+}
+
+} // namespace
+
+Handle *openPort(const QString &path, int baud, QString *error)
+{
+    const int fd = open(path.toLocal8Bit().constData(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0) {
+        store(error, openFailure(errno));
+        return nullptr;
+    }
+    termios settings{};
+    if (tcgetattr(fd, &settings) != 0) {
+        close(fd);
+        store(error, tr("That is not a serial port."));
+        return nullptr;
+    }
+    configure(fd, settings, baud);
+    return new Handle{fd};
+}
+
+void closePort(Handle *handle)
+{
+    if (handle != nullptr) {
+        ioctl(handle->fd, TIOCNXCL); // a pseudo-terminal would stay claimed
+        close(handle->fd);
+        delete handle;
+    }
+}
+
+qint64 readSome(Handle *handle, char *buffer, qint64 size)
+{
+    const ssize_t count = read(handle->fd, buffer, static_cast<size_t>(size));
+    if (count > 0) {
+        return count;
+    }
+    if (count < 0 && !isTemporary(errno)) {
+        return -1;
+    }
+    // A port whose device has been pulled out reads as empty too.
+    pollfd state{handle->fd, 0, 0};
+    return ::poll(&state, 1, 0) > 0 ? -1 : 0;
+}
+
+bool writeAll(Handle *handle, const QByteArray &bytes)
+{
+    qsizetype written = 0;
+    int waits = 0;
+    while (written < bytes.size()) {
+        const ssize_t count = write(handle->fd, bytes.constData() + written,
+                                    static_cast<size_t>(bytes.size() - written));
+        if (count > 0) {
+            written += count;
+            waits = 0;
+            continue;
+        }
+        if (count == 0 || !isTemporary(errno) || waits == maxWriteWaits) {
+            return false;
+        }
+        ++waits;
+        pollfd ready{handle->fd, POLLOUT, 0};
+        poll(&ready, 1, writeWaitMs);
+    }
+    return true;
+}
+
+QList<SerialPortInfo> list()
+{
+    const QStringList names =
+        QDir(QStringLiteral("/dev"))
+            .entryList({QStringLiteral("cu.usb*"), QStringLiteral("cu.wch*"),
+                        QStringLiteral("cu.SLAB*"), QStringLiteral("cu.CH34*"),
+                        QStringLiteral("ttyUSB*"), QStringLiteral("ttyACM*")},
+                       QDir::Files | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
+    QList<SerialPortInfo> ports;
+    for (const QString &name : names) {
+        ports.append(
+            {QLatin1String("/dev/") + name, name,
+             name.contains(QLatin1String("usbmodem")) || name.startsWith(QLatin1String("ttyACM"))});
+    }
+    return ports;
+}
+
+} // namespace tallyforge::serial_platform

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#include "device/usb/UsbAdminTransport.h"
+
+#include "device/usb/AdminFragments.h"
+#include "device/usb/SerialPort.h"
+
+namespace tallyforge {
+
+UsbAdminTransport::UsbAdminTransport(SerialPort *serial, QObject *parent)
+    : RpcTransport(parent)
+    , m_serial(serial)
+{
+}
+
+bool UsbAdminTransport::isOpen() const
+{
+    return m_serial->isOpen();
+}
+
+void UsbAdminTransport::send(const QByteArray &json)
+{
+    if (!isOpen()) {
+        Q_EMIT sendFailed(QStringLiteral("disconnected"), tr("The USB device is not connected"));
+        return;
+    }
+    const QList<QByteArray> frames = buildAdminFrames(json);
+    if (frames.isEmpty()) {
+        Q_EMIT sendFailed(QStringLiteral("request_too_large"),
+                          tr("That request is too large for the device"));
+        return;
+    }
+    for (const QByteArray &frame : frames) {
+        if (!m_serial->write(frame)) {
+            Q_EMIT sendFailed(QStringLiteral("write_failed"),
+                              tr("Could not write to the USB device"));
+            return;
+        }
+    }
+}
+
+} // namespace tallyforge

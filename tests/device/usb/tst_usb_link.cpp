@@ -1,0 +1,264 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+// The link over a real pseudo-terminal, with a device in software at its far end.
+
+#include "device/DeviceSession.h"
+#include "device/usb/UsbLink.h"
+#include "tests/support/Pty.h"
+
+#include <QElapsedTimer>
+#include <QJsonDocument>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace tallyforge;
+using namespace tallyforge::test;
+using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr UsbLink::Timing quick{20ms, 150ms, 1h, 60ms, 1ms};
+
+QJsonObject json(const QByteArray &text)
+{
+    return QJsonDocument::fromJson(text).object();
+}
+
+// Everything that the link sends, and what the device answers to it.
+class Device
+{
+public:
+    explicit Device(Pty &pty)
+        : m_pty(pty)
+    {
+        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { read(); });
+        m_timer.start(1);
+    }
+    void read()
+    {
+        const QList<UsbFrame> all = m_parser.feed(m_pty.take());
+        for (const UsbFrame &frame : all) {
+            frames.append(frame);
+            if (onFrame) {
+                onFrame(frame);
+            }
+        }
+    }
+    void ctrl(const char *text) const { m_pty.send(buildFrame(UsbFrame::Ctrl, text)); }
+    [[nodiscard]] qsizetype count(unsigned char type, const QByteArray &part = {}) const
+    {
+        return std::count_if(frames.begin(), frames.end(),
+                             [&](const UsbFrame &frame) { return frame.type == type && frame.payload.contains(part); });
+    }
+
+    QList<UsbFrame> frames;
+    std::function<void(const UsbFrame &)> onFrame;
+
+private:
+    Pty &m_pty;
+    UsbFrameParser m_parser;
+    QTimer m_timer;
+};
+
+struct Rig
+{
+    explicit Rig(const UsbLink::Timing &timing = quick)
+        : link(pty.path(), timing, nullptr)
+    {
+    }
+    Pty pty;
+    Device device{pty};
+    UsbLink link;
+    QSignalSpy opened{&link, &DeviceLink::opened};
+    QSignalSpy failed{&link, &DeviceLink::failed};
+    QSignalSpy closed{&link, &DeviceLink::closed};
+};
+
+} // namespace
+
+class TestUsbLink : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void greetings_data()
+    {
+        QTest::addColumn<QByteArrayList>("answers");
+        QTest::addColumn<bool>("receiver");
+        const QByteArray hello = R"({"t":"hello","device_id":"A"})";
+        const QByteArray status = R"({"t":"rx_status","device_id":"A","link":true})";
+        QTest::newRow("a device") << QByteArrayList{hello, hello} << false;
+        QTest::newRow("a receiver, then a hello") << QByteArrayList{status, hello} << true;
+        QTest::newRow("a hello, then a receiver") << QByteArrayList{hello, status} << false;
+        QTest::newRow("noise before") << QByteArrayList{"[1]", "{", R"({"t":5})", R"({"t":"what"})", hello} << false;
+    }
+    void greetings()
+    {
+        QFETCH(QByteArrayList, answers);
+        QFETCH(bool, receiver);
+        Rig r;
+        r.link.open();
+        QTRY_VERIFY(r.device.count(UsbFrame::Ctrl, R"("hello")") >= 3); // it is asked again and again
+        QCOMPARE(json(r.device.frames.constFirst().payload), json(R"({"t":"hello","streams":1})"));
+        QCOMPARE(r.opened.count(), 0);
+        for (const QByteArray &answer : std::as_const(answers)) {
+            r.device.ctrl(answer);
+        }
+        QTRY_COMPARE(r.opened.count(), 1);
+        const QJsonObject info = r.opened[0][0].toJsonObject();
+        QCOMPARE(info.value(u"device_id"_s).toString(), u"A"_s);
+        QCOMPARE(info.value(u"receiver"_s).toBool(), receiver);
+        QTest::qWait(50);
+        QCOMPARE(r.opened.count() + r.failed.count(), 1);
+    }
+
+    void nobodyAnswers()
+    {
+        Rig r;
+        r.link.open();
+        QTRY_COMPARE(r.failed.count(), 1);
+        QCOMPARE(r.failed[0][0].toString(), u"no_response"_s);
+        QVERIFY(r.link.transport()->isOpen()); // the port stays open until it is closed
+        UsbLink missing(u"/dev/none"_s);
+        QSignalSpy failed(&missing, &DeviceLink::failed);
+        missing.open();
+        QCOMPARE(failed[0][0].toString(), u"open_failed"_s);
+        missing.close();
+    }
+
+    void unplugged()
+    {
+        Rig r;
+        r.link.open();
+        r.device.ctrl(R"({"t":"hello"})");
+        QTRY_COMPARE(r.opened.count(), 1);
+        r.pty.unplug();
+        QTRY_COMPARE(r.closed.count(), 1);
+        QSignalSpy sendFailed(r.link.transport(), &RpcTransport::sendFailed);
+        r.link.transport()->send("{}");
+        QCOMPARE(sendFailed[0][1].toString(), u"The USB device is not connected"_s);
+    }
+
+    void tunnelTargets()
+    {
+        Rig r;
+        r.link.open();
+        r.device.ctrl(R"({"t":"hello","tunnel":{"host":"c","port":1,"streams":{"ota":{"host":"o","port":2}}}})");
+        QTRY_VERIFY(r.link.cloud()->status().configured);
+        QCOMPARE(r.link.streams()->status().destinations, QStringList{u"ota"_s});
+        r.device.ctrl(R"({"t":"hello","tunnel":{"host":"c","port":0}})");
+        QTRY_VERIFY(!r.link.cloud()->status().configured);
+        QVERIFY(r.link.streams()->status().destinations.isEmpty());
+        QCOMPARE(r.opened.count(), 1);
+        r.link.cloud()->setEnabled(false); // one switch for both
+        QTRY_VERIFY(r.device.count(UsbFrame::Ctrl) > 0);
+        r.device.ctrl(R"({"t":"hello","tunnel":{"streams":{"ota":{"host":"127.0.0.1","port":9}}}})");
+        r.pty.send(buildFrame(UsbFrame::Stream, "\x01\x01ota"));
+        QTRY_COMPARE(r.device.count(UsbFrame::Stream, "\x01\x03"
+                                                      "disabled"),
+                     1);
+    }
+
+    void receiverRequests()
+    {
+        Rig r;
+        r.link.open();
+        r.device.ctrl(R"({"t":"rx_set","key":"unasked"})");
+        r.device.ctrl(R"({"t":"rx_status"})");
+        QTRY_COMPARE(r.opened.count(), 1);
+        QStringList outcomes;
+        const auto keep = [&](bool ok, const QString &key, const QString &error) {
+            outcomes.append(ok ? u"key "_s + key : error);
+        };
+        r.link.receiverSet({}, false, 0, keep);
+        r.link.receiverSet(u"  "_s, false, 3, keep);
+        r.link.receiverSet({}, true, 0, keep);
+        QTRY_COMPARE(r.device.count(UsbFrame::Ctrl, "rx_set"), 1);
+        QCOMPARE(json(r.device.frames.constLast().payload), json(R"({"t":"rx_set","key":"","channel":3})"));
+        QTRY_COMPARE(outcomes.size(), 3);
+        r.link.receiverSet({}, true, 0, keep);
+        r.device.ctrl(R"({"t":"rx_set","key":"K"})");
+        QTRY_COMPARE(outcomes.size(), 4);
+        r.link.receiverSet(u"k"_s, false, 0, keep);
+        r.device.ctrl(R"({"t":"rx_reboot","ok":false})");
+        QTRY_COMPARE(outcomes.size(), 5);
+        r.link.receiverSet(u"k"_s, false, 0, keep);
+        r.device.ctrl(R"({"t":"rx_error","error":"No."})");
+        QTRY_COMPARE(outcomes,
+                     (QStringList{u"Give a key, ask for a new key, or choose a channel"_s,
+                                  u"Another receiver request is still in progress"_s, u"The receiver did not answer"_s,
+                                  u"key K"_s, u"The receiver refused the settings"_s, u"No."_s}));
+    }
+
+    void queueIsBounded_data()
+    {
+        QTest::addColumn<int>("frames");
+        QTest::addColumn<bool>("kept");
+        QTest::newRow("as many as may wait") << 1024 << true;
+        QTest::newRow("one more drops all") << 1025 << false;
+    }
+    void queueIsBounded()
+    {
+        QFETCH(int, frames);
+        QFETCH(bool, kept);
+        Rig r;
+        r.link.open();
+        r.device.ctrl(R"({"t":"hello","tunnel":{"host":"c","port":1}})");
+        QTRY_COMPARE(r.opened.count(), 1);
+        QSignalSpy changed(r.link.cloud(), &CloudRelay::statusChanged);
+        Q_EMIT r.link.cloud()->toDevice(QByteArray((frames - 1) * 512 + 1, 'x'));
+        QCOMPARE(changed.count() > 0, !kept); // the relays are torn down
+        if (kept) {
+            QTRY_VERIFY(r.device.count(UsbFrame::Pipe, QByteArray(512, 'x')) >= 20);
+        } else {
+            QTest::qWait(50);
+            QCOMPARE(r.device.count(UsbFrame::Pipe), 0);
+        }
+    }
+
+    void sessionOverTheCable()
+    {
+        Rig r;
+        AdminReassembler texts;
+        QJsonObject asked;
+        r.device.onFrame = [&](const UsbFrame &frame) {
+            if (frame.type == UsbFrame::Ctrl && frame.payload.contains("hello")) {
+                r.device.ctrl(R"({"t":"hello","device_id":"A"})");
+            }
+            if (const QByteArray text = frame.type == UsbFrame::Admin ? texts.feed(frame.payload) : QByteArray();
+                !text.isEmpty()) {
+                asked = json(text);
+                const QJsonObject reply{{u"id"_s, asked.value(u"id"_s)},
+                                        {u"ok"_s, true},
+                                        {u"result"_s, QJsonObject{{u"log"_s, QString(5000, u'l')}}}};
+                const QList<QByteArray> frames = buildAdminFrames(QJsonDocument(reply).toJson(QJsonDocument::Compact));
+                for (const QByteArray &out : frames) {
+                    r.pty.send(out);
+                }
+            }
+        };
+        auto *link = new UsbLink(r.pty.path(), quick, nullptr);
+        DeviceSession session(link, nullptr);
+        QSignalSpy envelopes(&session, &DeviceSession::envelope);
+        session.start({u"p"_s});
+        QTRY_COMPARE(session.state(), DeviceSession::State::Ready);
+        QCOMPARE(session.status().value(u"log"_s).toString().size(), 5000);
+        r.pty.send(buildFrame(UsbFrame::Envelope, R"({"home_score":3})") + buildFrame(UsbFrame::Envelope, "[]"));
+        QTRY_COMPARE(envelopes.count(), 1);
+
+        QStringList errors;
+        const auto keep = [&](const RpcResult &result) { errors.append(result.errorCode); };
+        session.rpc()->call(u"x"_s, {{u"large"_s, QString(3000, u'x')}}, keep);
+        QTRY_COMPARE(errors, QStringList{QString()});
+        QCOMPARE(asked.value(u"params"_s).toObject().value(u"large"_s).toString().size(), 3000);
+        session.rpc()->call(u"x"_s, {{u"large"_s, QString(65536, u'x')}}, keep);
+        QCOMPARE(errors.constLast(), u"request_too_large"_s);
+        r.pty.unplug();
+        QTRY_COMPARE(session.state(), DeviceSession::State::Lost);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestUsbLink)
+#include "tst_usb_link.moc"

@@ -1,0 +1,205 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+// The stream tunnel: messages from the device, events of the network, and both from inside a slot.
+// An input is a row of steps: what, how many bytes, the bytes. The upper bit of what puts the step
+// off to the next signal.
+
+#include "device/usb/StreamMessage.h"
+#include "device/usb/StreamRelay.h"
+
+#include <QCoreApplication>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTcpSocket>
+#include <QtEndian>
+
+#include <array>
+#include <cstdlib>
+#include <deque>
+#include <utility>
+
+using namespace tallyforge;
+
+namespace {
+
+void require(bool condition)
+{
+    if (!condition) {
+        std::abort();
+    }
+}
+
+// A socket whose network is the fuzzer.
+class FakeSocket final : public QTcpSocket
+{
+public:
+    using QTcpSocket::QTcpSocket;
+
+    void connectToHost(const QString &host, quint16 port, OpenMode mode, NetworkLayerProtocol) override
+    {
+        require(!host.isEmpty() && !host.contains(u' ') && port != 0);
+        setOpenMode(mode | Unbuffered);
+        setSocketState(ConnectingState);
+    }
+    void disconnectFromHost() override { setSocketState(UnconnectedState); }
+    [[nodiscard]] qint64 bytesAvailable() const override { return incoming.size(); }
+
+    void comeUp()
+    {
+        if (state() == ConnectingState) {
+            setSocketState(ConnectedState);
+            setPeerPort(1);
+            Q_EMIT connected();
+        }
+    }
+    void deliver(const QByteArray &bytes)
+    {
+        if (state() == ConnectedState) {
+            incoming += bytes;
+            Q_EMIT readyRead();
+        }
+    }
+    void end(bool error)
+    {
+        if (state() != UnconnectedState) {
+            const bool wasUp = state() == ConnectedState;
+            if (error || !wasUp) {
+                Q_EMIT errorOccurred(ConnectionRefusedError);
+            }
+            setSocketState(UnconnectedState);
+            if (wasUp) {
+                Q_EMIT disconnected();
+            }
+        }
+    }
+
+protected:
+    qint64 readData(char *data, qint64 size) override
+    {
+        const QByteArray bytes = incoming.left(size);
+        std::copy(bytes.begin(), bytes.end(), data);
+        incoming.remove(0, bytes.size());
+        return bytes.size();
+    }
+    qint64 writeData(const char *, qint64 size) override { return state() == ConnectedState ? size : -1; }
+
+private:
+    QByteArray incoming;
+};
+
+class Tunnel
+{
+public:
+    Tunnel()
+    {
+        relay.socketFactory = [this](QObject *parent) {
+            require(enabled);
+            sockets.append(new FakeSocket(parent));
+            return sockets.last();
+        };
+        QObject::connect(&relay, &StreamRelay::toDevice, &relay, [this](const QByteArray &bytes) {
+            check(bytes);
+            runPutOff();
+        });
+        QObject::connect(&relay, &StreamRelay::statusChanged, &relay, [this] { runPutOff(); });
+    }
+
+    void step(unsigned char what, const QByteArray &bytes)
+    {
+        if ((what & 0x80) != 0) {
+            putOff.emplace_back(what & 0x7f, bytes);
+            return;
+        }
+        const size_t first = bytes.isEmpty() ? 0 : static_cast<unsigned char>(bytes[0]);
+        FakeSocket *const socket = sockets.isEmpty() ? nullptr : sockets[qsizetype(first) % sockets.size()];
+        switch (what % 8) {
+        case 0:
+        case 1:
+            countCredit(bytes);
+            relay.fromDevice(bytes);
+            break;
+        case 2:
+            relay.setDestinations(QJsonDocument::fromJson(bytes).object());
+            break;
+        case 3:
+            enabled = first % 2 == 1;
+            relay.setEnabled(enabled);
+            break;
+        case 4:
+            relay.reset();
+            break;
+        case 5:
+            socket != nullptr ? socket->comeUp() : void();
+            break;
+        case 6:
+            socket != nullptr ? socket->deliver(bytes.repeated(10)) : void();
+            break;
+        default:
+            socket != nullptr ? socket->end(bytes.size() > 1) : void();
+            break;
+        }
+    }
+
+    void finish() const
+    {
+        require(relay.status().bytesToDevice == sent);
+        require(relay.status().activeStreams <= 255);
+    }
+
+private:
+    void runPutOff()
+    {
+        if (!putOff.empty()) {
+            const auto [what, bytes] = putOff.front();
+            putOff.pop_front();
+            step(what, bytes);
+        }
+    }
+
+    void countCredit(const QByteArray &bytes)
+    {
+        const std::optional<stream::Message> message = stream::decode(bytes);
+        if (message && message->type == stream::Open) {
+            credit[message->id] = 0;
+        } else if (message && message->type == stream::Credit && message->payload.size() == 4) {
+            credit[message->id] += qFromLittleEndian<quint32>(message->payload.constData());
+        }
+    }
+
+    void check(const QByteArray &bytes)
+    {
+        const std::optional<stream::Message> message = stream::decode(bytes);
+        require(message && (message->id != 0) && message->payload.size() <= 512);
+        if (message->type == stream::Data) {
+            require(!message->payload.isEmpty() && message->payload.size() <= credit[message->id]);
+            credit[message->id] -= message->payload.size();
+            sent += message->payload.size();
+        }
+    }
+
+    StreamRelay relay;
+    QList<FakeSocket *> sockets; // all that the relay made; they end with it
+    std::deque<std::pair<unsigned char, QByteArray>> putOff;
+    std::array<qint64, 256> credit{};
+    qint64 sent = 0;
+    bool enabled = true;
+};
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    static int argc = 0;
+    static const QCoreApplication application(argc, nullptr);
+    const QByteArray input(reinterpret_cast<const char *>(data), qsizetype(size));
+    Tunnel tunnel;
+    qsizetype at = 0;
+    while (at + 2 <= input.size()) {
+        const auto length = qsizetype(static_cast<unsigned char>(input[at + 1]));
+        tunnel.step(static_cast<unsigned char>(input[at]), input.mid(at + 2, length));
+        at += 2 + length;
+    }
+    tunnel.finish();
+    return 0;
+}
