@@ -60,7 +60,7 @@ private:
     std::unique_ptr<QTcpServer> m_server;
 };
 
-constexpr TlsFeed::Timing quick{300ms, 20ms, 60ms};
+constexpr TlsFeed::Timing quick{3000ms, 20ms, 60ms};
 
 // The feed with a record of its signals, as "up", "down <reason>" and envelopes as compact JSON.
 struct Recorded
@@ -216,7 +216,7 @@ private Q_SLOTS:
     void stopDuringTheWaitForARetry()
     {
         Device device;
-        Recorded r(TlsFeed::Timing{300ms, 100ms, 100ms});
+        Recorded r(TlsFeed::Timing{3000ms, 100ms, 100ms});
         r.to(device);
         QTRY_COMPARE(r.events.size(), 1);
         device.client->abort();

@@ -42,7 +42,7 @@ class TestPortalClient : public QObject
     }
     void restart()
     {
-        m_client = std::make_unique<PortalClient>(m_server->url(), PortalClient::Timing{200ms}, nullptr);
+        m_client = std::make_unique<PortalClient>(m_server->url(), PortalClient::Timing{400ms}, nullptr);
         m_client->setSessionFile(sessionFile());
         m_results.clear();
     }

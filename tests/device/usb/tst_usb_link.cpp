@@ -19,7 +19,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr UsbLink::Timing quick{20ms, 150ms, 1h, 60ms, 1ms};
+constexpr UsbLink::Timing quick{20ms, 10s, 1h, 60ms, 1ms};
 
 QJsonObject json(const QByteArray &text)
 {
@@ -116,7 +116,7 @@ private Q_SLOTS:
 
     void nobodyAnswers()
     {
-        Rig r;
+        Rig r(UsbLink::Timing{20ms, 100ms, 1h, 60ms, 1ms});
         r.link.open();
         QTRY_COMPARE(r.failed.count(), 1);
         QCOMPARE(r.failed[0][0].toString(), u"no_response"_s);
