@@ -5,9 +5,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
 
-#include <array>
 #include <cerrno>
 #include <cstring>
 
