@@ -8,7 +8,6 @@
 #include "core/TlsFeed.h"
 #include "portal/PortalClient.h"
 
-#include <QPointer>
 #include <QSignalBlocker>
 
 namespace tallyforge {
@@ -41,8 +40,11 @@ SourceManager::SourceManager(PortalClient *portal, LiveData *live, const Timing 
 
 SourceManager::~SourceManager()
 {
-    // The feed says so when it ends a connection, and there is no one left to hear it.
+    // The feed and a session that we have been given for good say so when they end.
     m_feed->disconnect(this);
+    if (m_session) {
+        m_session->disconnect(this);
+    }
 }
 
 void SourceManager::useCloud(const QString &deviceId)
@@ -61,6 +63,18 @@ void SourceManager::useLan(const QString &deviceId, const LanDevice &device)
     m_feed->connectTo(device.host, TlsFeed::defaultPort, device.token);
 }
 
+void SourceManager::useSession(DeviceSession *session, const QString &label)
+{
+    changeRoute(Mode::Session, session->deviceId(), label);
+    m_session = session;
+    connect(session, &DeviceSession::envelope, this, &SourceManager::onSessionEnvelope);
+    connect(session, &DeviceSession::stateChanged, this, &SourceManager::onSessionStateChanged);
+    // A session that is deleted ends without a word of its own.
+    connect(session, &QObject::destroyed, this,
+            [this] { onSessionStateChanged(DeviceSession::State::Lost, {}); });
+    setStatus(false, tr("Connected to %1, waiting for scoreboard data…").arg(m_label));
+}
+
 void SourceManager::changeRoute(Mode mode, const QString &deviceId, const QString &label)
 {
     ++m_generation;
@@ -69,6 +83,10 @@ void SourceManager::changeRoute(Mode mode, const QString &deviceId, const QStrin
     {
         const QSignalBlocker silence(m_feed); // the end of the old route is no news any more
         m_feed->stop();
+    }
+    if (m_session) {
+        m_session->disconnect(this);
+        m_session.clear();
     }
     m_live->clear();
     m_mode = mode;
@@ -181,6 +199,36 @@ void SourceManager::onFeedConnectedChanged(bool connected, const QString &reason
         setStatus(false, tr("Connected to %1, waiting for scoreboard data…").arg(m_label));
     } else {
         setStatus(false, reason.isEmpty() ? tr("Reconnecting to %1…").arg(m_label) : reason);
+    }
+}
+
+void SourceManager::onSessionEnvelope(const QJsonObject &envelope)
+{
+    const unsigned generation = m_generation;
+    if (m_live->ingest(envelope) && !m_isLive && generation == m_generation) {
+        setStatus(true, tr("Live from %1").arg(m_label));
+    }
+}
+
+void SourceManager::onSessionStateChanged(DeviceSession::State state, const QString &message)
+{
+    switch (state) {
+    case DeviceSession::State::Ready:
+        if (!m_isLive) {
+            setStatus(false, tr("Connected to %1, waiting for scoreboard data…").arg(m_label));
+        }
+        break;
+    case DeviceSession::State::Lost:
+    case DeviceSession::State::Error:
+        setStatus(false,
+                  message.isEmpty() ? tr("Lost the connection to %1").arg(m_label) : message);
+        break;
+    case DeviceSession::State::Restarting:
+        setStatus(false,
+                  tr("%1 is restarting. Reopen the setup window to reconnect.").arg(m_label));
+        break;
+    default:
+        break;
     }
 }
 

@@ -3,8 +3,11 @@
 
 #pragma once
 
+#include "device/DeviceSession.h"
+
 #include <QJsonObject>
 #include <QObject>
+#include <QPointer>
 #include <QTimer>
 
 #include <chrono>
@@ -29,6 +32,7 @@ public:
         None = 0,
         Cloud = 1,
         Lan = 2,
+        Session = 3,
     };
     Q_ENUM(Mode)
 
@@ -47,6 +51,9 @@ public:
     void useCloud(const QString &deviceId);
     /// Follows a device through its feed on the local network.
     void useLan(const QString &deviceId, const LanDevice &device);
+    /// Follows the device of a session, over whatever link that has. The session isn't owned; what
+    /// it says after another route has been chosen isn't heard.
+    void useSession(DeviceSession *session, const QString &label);
 
     [[nodiscard]] Mode mode() const { return m_mode; }
     [[nodiscard]] QString deviceId() const { return m_deviceId; }
@@ -71,6 +78,8 @@ private:
     void onSignedInChanged(bool signedIn);
     void onFeedEnvelope(const QJsonObject &envelope);
     void onFeedConnectedChanged(bool connected, const QString &reason);
+    void onSessionEnvelope(const QJsonObject &envelope);
+    void onSessionStateChanged(DeviceSession::State state, const QString &message);
 
     const Timing m_timing;
     PortalClient *const m_portal;
@@ -86,6 +95,7 @@ private:
     unsigned m_generation = 0; // counts route changes; a reply to an older one is dropped
     unsigned m_signOuts = 0;
     TlsFeed *m_feed;
+    QPointer<DeviceSession> m_session; // of the present route
 };
 
 } // namespace tallyforge
