@@ -4,6 +4,7 @@
 #include "plugin/App.h"
 
 #include "plugin/Log.h"
+#include "plugin/UsbRelays.h"
 
 #include <QEventLoop>
 #include <QPointer>
@@ -97,6 +98,8 @@ App::App(const QString &portalUrl)
     m_settings.load();
     m_portal.setSessionFile(configPath("session.json"));
 
+    m_relayOwner = new UsbRelays(this);
+    connect(m_relayOwner, &UsbRelays::changed, this, &App::usbRelaysChanged);
     m_sources = new SourceManager(&m_portal, &m_live, this);
     connect(m_sources, &SourceManager::statusChanged, this, &App::logStatus);
     connect(&m_portal, &PortalClient::signedInChanged, this, &App::onSignedInChanged);
@@ -107,8 +110,11 @@ App::App(const QString &portalUrl)
 
 App::~App()
 {
-    // Before the members that it works with, which a child would outlive.
+    // The sources work with members, which a child would outlive. The tunnels end here as well, and
+    // nobody needs to hear of it any more.
     delete std::exchange(m_sources, nullptr);
+    m_relayOwner->disconnect(this);
+    delete std::exchange(m_relayOwner, nullptr);
 }
 
 void App::restoreSession()
@@ -240,6 +246,26 @@ void App::selectCloudDevice(const QString &id)
     } else {
         m_sources->useCloud(id);
     }
+}
+
+bool App::keepUsbRelay(DeviceSession *session)
+{
+    return m_settings.shareConnection() && m_relayOwner->keep(session);
+}
+
+void App::releaseUsbRelay(const QString &portName)
+{
+    m_relayOwner->release(portName);
+}
+
+void App::stopUsbRelays()
+{
+    m_relayOwner->stopAll();
+}
+
+QStringList App::usbRelaySummaries() const
+{
+    return m_relayOwner->summaries();
 }
 
 } // namespace tallyforge

@@ -12,10 +12,13 @@
 #include <QList>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 
 namespace tallyforge {
+
+class UsbRelays;
 
 /// The plug-in's one object: owns the services, wires them to each other and decides at start-up
 /// which device is followed. Everything but ready() and readLive() belongs to the main thread.
@@ -62,7 +65,19 @@ public:
     /// Stores a device as the chosen one and follows it over its stored route.
     void selectCloudDevice(const QString &id);
 
+    /// Takes a USB session over from the dialog that opened it, so that its device keeps its way to
+    /// the cloud over this computer. False, with the session left alone, if the user doesn't share
+    /// the connection or there is nothing to go on with.
+    bool keepUsbRelay(DeviceSession *session);
+    /// Ends the kept session on a serial port, so that a dialog can open the port.
+    void releaseUsbRelay(const QString &portName);
+    void stopUsbRelays();
+    /// A line for the user about each kept session.
+    [[nodiscard]] QStringList usbRelaySummaries() const;
+
 Q_SIGNALS:
+    /// usbRelaySummaries() may have changed.
+    void usbRelaysChanged();
     void devicesChanged();
     void outputsChanged();
 
@@ -76,6 +91,7 @@ private:
     PortalClient m_portal;
     LiveData m_live;
     SettingsStore m_settings;
+    UsbRelays *m_relayOwner = nullptr;  // child
     SourceManager *m_sources = nullptr; // child
     QList<PortalDevice> m_devices;
     QList<GraphicsOutput> m_outputs;

@@ -115,6 +115,8 @@ void closePort(Handle *handle)
 {
     if (handle != nullptr) {
         ioctl(handle->fd, TIOCNXCL); // a pseudo-terminal would stay claimed
+        // Linux holds close() up for 30 s while a device that hangs takes nothing any more.
+        tcflush(handle->fd, TCOFLUSH);
         close(handle->fd);
         delete handle;
     }
