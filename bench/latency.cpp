@@ -4,10 +4,12 @@
 // Hosts libobs with the plug-in and shows three texts, one below the other: OBS's own, the
 // plug-in's, and OBS's own that reads a file. Prints a line of JSON for each finished frame in
 // which one of them looks different. Takes words on its input: "plain TEXT" shows a text in the
-// first one, "cloud" follows the device over the portal, the end of the input ends it.
+// first one, "cloud" follows the device over the portal, "usb PATH PASSWORD" over a cable; the end
+// of the input ends it.
 // Usage: bench-latency CONFIG_FOLDER DEVICE_ID TEXT_FILE
 
 #include "bench/Stage.h"
+#include "device/usb/UsbLink.h"
 #include "plugin/App.h"
 #include "sources/sources.h"
 #include "tests/support/FakeModule.h"
@@ -63,6 +65,18 @@ void sayStatus()
          {u"live"_s, App::get()->sources()->isLive()}});
 }
 
+void followUsb(const QString &path, const QString &password)
+{
+    auto *session = new DeviceSession(new UsbLink(path), App::get());
+    QObject::connect(session, &DeviceSession::stateChanged, session,
+                     [session](DeviceSession::State state) {
+                         if (state == DeviceSession::State::Ready) {
+                             App::get()->sources()->useSession(session, u"a cable"_s);
+                         }
+                     });
+    session->start({password});
+}
+
 void obey(const QByteArray &line, obs_source_t *plain, const QString &deviceId)
 {
     if (line.startsWith("plain ")) {
@@ -72,6 +86,9 @@ void obey(const QByteArray &line, obs_source_t *plain, const QString &deviceId)
         say({{u"updated"_s, at}});
     } else if (line == "cloud") {
         App::get()->sources()->useCloud(deviceId);
+    } else if (const QStringList words = QString::fromUtf8(line).split(u' ');
+               words.value(0) == u"usb") {
+        followUsb(words.value(1), words.value(2));
     }
 }
 

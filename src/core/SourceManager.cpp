@@ -69,9 +69,11 @@ void SourceManager::useSession(DeviceSession *session, const QString &label)
     m_session = session;
     connect(session, &DeviceSession::envelope, this, &SourceManager::onSessionEnvelope);
     connect(session, &DeviceSession::stateChanged, this, &SourceManager::onSessionStateChanged);
-    // A session that is deleted ends without a word of its own.
-    connect(session, &QObject::destroyed, this,
-            [this] { onSessionStateChanged(DeviceSession::State::Lost, {}); });
+    connect(session, &QObject::destroyed, this, [this] {
+        if (m_isLive) { // it was deleted without a word about its end
+            onSessionStateChanged(DeviceSession::State::Lost, {});
+        }
+    });
     setStatus(false, tr("Connected to %1, waiting for scoreboard data…").arg(m_label));
 }
 

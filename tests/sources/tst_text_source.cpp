@@ -7,6 +7,7 @@
 #include "sources/sources.h"
 #include "tests/support/FakeModule.h"
 #include "tests/support/ObsHost.h"
+#include "tests/support/ObsSource.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -19,38 +20,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A source that is released with its settings at the end of a scope.
-class Source
-{
-public:
-    Source(const char *kind, const QByteArray &settingsJson)
-    {
-        obs_data_t *settings = obs_data_create_from_json(settingsJson.constData());
-        m_source = obs_source_create(kind, "source", settings, nullptr);
-        obs_data_release(settings);
-    }
-    Source(Source &&other) noexcept
-        : m_source(std::exchange(other.m_source, nullptr))
-    {
-    }
-    ~Source() { obs_source_release(m_source); }
-
-    void set(const QByteArray &settingsJson) const
-    {
-        obs_data_t *settings = obs_data_create_from_json(settingsJson.constData());
-        obs_source_update(m_source, settings);
-        obs_data_release(settings);
-    }
-    operator obs_source_t *() const { return m_source; }
-
-private:
-    obs_source_t *m_source;
-};
-
 constexpr const char *style = R"("font":{"face":"DejaVu Sans","size":64,"style":"Bold","flags":1},
     "color1":4278255360,"color2":4294901760,"outline":true)";
 
-Source scoreText(const QByteArray &settings = "{" + QByteArray(style) + "}")
+ObsSource scoreText(const QByteArray &settings = "{" + QByteArray(style) + "}")
 {
     return {"tallyforge_text", settings};
 }
@@ -71,7 +44,7 @@ class TestTextSource : public QObject
     }
     QByteArray plainPicture(const QByteArray &text)
     {
-        const Source plain("text_ft2_source_v2", "{" + QByteArray(style) + ",\"text\":\"" + text + "\"}");
+        const ObsSource plain("text_ft2_source_v2", "{" + QByteArray(style) + ",\"text\":\"" + text + "\"}");
         QByteArray picture = pictureOf(plain);
         ObsHost::show(nullptr);
         return picture;
@@ -104,7 +77,7 @@ private Q_SLOTS:
 
     void showsValuesLikeOrdinaryText()
     {
-        const Source source = scoreText();
+        const ObsSource source = scoreText();
         QCOMPARE(pictureOf(source), plainPicture(" - "));
         live().ingest({{u"home_score"_s, 3}});
         QCOMPARE(pictureOf(source), plainPicture("3 - "));
@@ -123,14 +96,14 @@ private Q_SLOTS:
         live().ingest({{u"home_score"_s, 5}});
         QCOMPARE(pictureOf(source), plainPicture("Final"));
         live().clear();
-        const Source later = scoreText();
+        const ObsSource later = scoreText();
         QCOMPARE(pictureOf(later), plainPicture(" - "));
     }
 
     void worksWithoutApp()
     {
         App::shutdown();
-        const Source source = scoreText();
+        const ObsSource source = scoreText();
         QCOMPARE(pictureOf(source), plainPicture(" - "));
         App::init(u"http://127.0.0.1:9"_s);
         sources_connect_live_data();
@@ -140,7 +113,7 @@ private Q_SLOTS:
 
     void properties()
     {
-        const Source source = scoreText();
+        const ObsSource source = scoreText();
         const auto hint = [&] {
             obs_properties_t *properties = obs_source_properties(source);
             for (const char *gone : {"text", "from_file", "text_file", "log_mode"}) {
@@ -164,8 +137,8 @@ private Q_SLOTS:
     // What the properties dialog shows before anyone chose, and what its button "Defaults" does.
     void defaultsAreThoseOfOrdinaryText()
     {
-        const Source untouched = scoreText("{}");
-        const Source ordinary("text_ft2_source_v2", "{\"text\":\" - \"}");
+        const ObsSource untouched = scoreText("{}");
+        const ObsSource ordinary("text_ft2_source_v2", "{\"text\":\" - \"}");
         const QByteArray expected = pictureOf(ordinary);
         QCOMPARE(pictureOf(untouched), expected);
         for (const char *key : {"color1", "log_lines", "antialiasing"}) {
@@ -176,7 +149,7 @@ private Q_SLOTS:
             obs_data_release(ours);
             obs_data_release(theirs);
         }
-        const Source styled = scoreText();
+        const ObsSource styled = scoreText();
         QVERIFY(pictureOf(styled) != expected);
         obs_source_reset_settings(styled, nullptr);
         QCOMPARE(pictureOf(styled), expected);
@@ -186,7 +159,7 @@ private Q_SLOTS:
     void everythingAtOnce()
     {
         std::atomic<bool> stop = false;
-        std::vector<Source> sources;
+        std::vector<ObsSource> sources;
         sources.reserve(8);
         for (int i = 0; i < 8; ++i) {
             sources.push_back(scoreText());
@@ -202,7 +175,7 @@ private Q_SLOTS:
         });
         std::thread maker([&] {
             while (!stop) {
-                const Source passing = scoreText();
+                const ObsSource passing = scoreText();
                 QThread::usleep(200);
             }
         });
