@@ -21,6 +21,7 @@ sys.path.insert(0, str(REPOSITORY / "demo"))
 
 import obs_cost
 import picture_latency
+import usb_frames
 from figures import Heading, Row, high, median, table
 from obs_home import ObsHome
 from simulator import NotInSandbox, Simulator
@@ -100,6 +101,7 @@ def measure_all(build, folder):
                 build / "bench/bench-latency", folder, simulator, DEVICE, env),
             "costs inside the process": lambda: measure_main_thread(
                 build / "bench/bench-main_thread", folder, env),
+            "frames of a USB cable": lambda: usb_frames.measure(build / "bench/bench-usb_frames"),
             "costs in a real OBS (about 3 minutes)": obs,
         }
         for name, measure in parts.items():
