@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: GPL-2.0-or-later
 # SPDX-FileCopyrightText: 2026 The Tallyforge developers
-"""How long data take to the picture: OBS's own text, both routes, and a text file."""
+"""How long data take to the picture: OBS's own text, all routes, and a text file."""
 
 import json
 import os
@@ -21,6 +21,7 @@ FRAME = 1 / 60
 FAST_CHANGES, SLOW_CHANGES = 100, 60
 PATIENCE_SECONDS = 10
 FLOOR_FACTOR, FILE_FACTOR = 1.2, 50
+USB_MORE_MILLISECONDS = 10    # half a poll of the serial port, and change
 
 
 class NotMeasured(Exception):
@@ -79,10 +80,10 @@ class Host:
     def updated(self):
         return self._take(self._updates, "an update")
 
-    def follow_cloud(self):
+    def follow(self, route):
         while not self._statuses.empty():
             self._statuses.get()
-        self.order("cloud")
+        self.order(route)
         self.wait_until_live()
 
     def wait_until_live(self):
@@ -133,24 +134,24 @@ class Latency:
         self._device_id = device_id
         self._text_file = text_file
 
-    def floor_and_lan(self):
-        """Both by turns, so that both see the same machine."""
+    def floor_and(self, carrier):
+        """OBS's own text and ours by turns, so that both see the same machine."""
         wait = random.Random(1)
-        floor, lan = [], []
+        floor, ours = [], []
         for number in range(1, FAST_CHANGES + 1):
             for band, change, series in ((PLAIN, self._change_plain, floor),
-                                         (OURS, self._change_board, lan)):
+                                         (OURS, self._change_board, ours)):
                 time.sleep(0.05 + wait.uniform(0, 3 * FRAME))
-                begin, end = self._host.picture_after(band, lambda: change(number))
-                series.append(milliseconds(begin, end))
-        return floor, lan
+                moments, end = self._host.picture_after(band, lambda: change(number))
+                series.append(milliseconds(moments[carrier], end))
+        return floor, ours
 
     def _change_plain(self, number):
         self._host.order("plain " + score_text(number))
-        return self._host.updated()
+        return dict.fromkeys(("feed_ns", "usb_ns"), self._host.updated())
 
     def _change_board(self, number):
-        return self._simulator.set(self._device_id, scores(number))["feed_ns"]
+        return self._simulator.set(self._device_id, scores(number))
 
     def cloud(self):
         """The moments of change spread over the second between two polls. Polls keep step with the
@@ -199,18 +200,22 @@ def measure(program, folder, simulator, device_id, env):
     with Host(program, home.module_config, device_id, text_file, env) as host:
         latency = Latency(host, simulator, device_id, text_file)
         host.wait_until_live()
-        floor, lan = latency.floor_and_lan()
-        host.follow_cloud()
+        series = {"lan": latency.floor_and("feed_ns")}
+        host.follow(f"usb {simulator.usb_port} {simulator.admin_password(device_id)}")
+        series["usb"] = latency.floor_and("usb_ns")
+        host.follow("cloud")
         host.forget(FILE)
         with ThreadPoolExecutor() as pool:   # both wait most of the time, in bands of their own
             file = pool.submit(latency.file)
             to_reply, to_picture = latency.cloud()
             file = file.result()
         simulator.clear()
-    return rows(floor, lan, to_reply, to_picture, file)
+    return rows(series, to_reply, to_picture, file)
 
 
-def rows(floor, lan, to_reply, to_picture, file):
+def rows(series, to_reply, to_picture, file):
+    (floor, lan), (usb_floor, usb) = series["lan"], series["usb"]
+    more = median(usb) - median(usb_floor)
     total = [reply + picture for reply, picture in zip(to_reply, to_picture)]
     return [
         Heading("From the data to the first finished frame that shows them"),
@@ -219,6 +224,9 @@ def rows(floor, lan, to_reply, to_picture, file):
         Row("    over the floor's median", "x", [median(lan) / median(floor)],
             f"<= {FLOOR_FACTOR}", median(lan) <= FLOOR_FACTOR * median(floor)),
         Row("    over the floor's 95 %", "x", [high(lan) / high(floor)]),
+        Row("USB cable", "ms", usb),
+        Row("    more than the floor's median at that time", "ms", [more],
+            f"<= {USB_MORE_MILLISECONDS}", more <= USB_MORE_MILLISECONDS),
         Row("(c) cloud: from the change to the picture", "ms", total),
         Row("    the part until the poll that fetches it", "ms", to_reply),
         Row("    the part from the portal's reply on", "ms", to_picture),

@@ -21,6 +21,8 @@ sys.path.insert(0, str(REPOSITORY / "demo"))
 
 import obs_cost
 import picture_latency
+import usb_frames
+import usb_link
 from figures import Heading, Row, high, median, table
 from obs_home import ObsHome
 from simulator import NotInSandbox, Simulator
@@ -78,15 +80,18 @@ def describe_machine(log):
 
 def arguments():
     parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("--only", default="", metavar="WORD",
+                        help="measure only the parts whose names contain this")
     parser.add_argument("--build", type=Path, default=REPOSITORY / "build/bench",
                         help="folder in which the preset bench was built (%(default)s)")
     return parser.parse_args()
 
 
-def measure_all(build, folder):
+def measure_all(build, folder, only):
     """The table's rows, OBS's log, and what went wrong."""
     rows, faults, log = [], [], ""
-    with Simulator(folder / "sim", [f"{DEVICE}={NICKNAME}"], "--manual") as simulator, \
+    with Simulator(folder / "sim", [f"{DEVICE}={NICKNAME}"], "--manual", "--usb",
+                   DEVICE) as simulator, \
             Xvfb() as screen:
         env = screen.env()
 
@@ -100,9 +105,14 @@ def measure_all(build, folder):
                 build / "bench/bench-latency", folder, simulator, DEVICE, env),
             "costs inside the process": lambda: measure_main_thread(
                 build / "bench/bench-main_thread", folder, env),
+            "frames of a USB cable": lambda: usb_frames.measure(build / "bench/bench-usb_frames"),
+            "a device on a USB cable (about 40 s)": lambda: usb_link.measure(
+                build / "bench/bench-device", simulator, DEVICE),
             "costs in a real OBS (about 3 minutes)": obs,
         }
         for name, measure in parts.items():
+            if only not in name:
+                continue
             say(f"Measuring {name} ...")
             begin = time.monotonic()
             try:
@@ -114,12 +124,12 @@ def measure_all(build, folder):
 
 
 def main():
-    build = arguments().build
+    options = arguments()
     begin = time.monotonic()
     say("Load of the machine before: " + ", ".join(f"{value:.1f}" for value in os.getloadavg()))
     try:
         with tempfile.TemporaryDirectory(prefix="tallyforge-bench-") as folder:
-            rows, faults, log = measure_all(build, Path(folder))
+            rows, faults, log = measure_all(options.build, Path(folder), options.only)
     except (NotInSandbox, OSError, RuntimeError) as error:
         return str(error)
     except KeyboardInterrupt:

@@ -63,10 +63,10 @@ class Simulator:
         if not line:
             raise RuntimeError("The simulator did not start: "
                                + (self.folder / "sim.log").read_text()[-500:])
-        ready = json.loads(line)
-        self.devices = {device["id"]: device for device in ready["devices"]}
+        self.ready = json.loads(line)
+        self.devices = {device["id"]: device for device in self.ready["devices"]}
         if authority == "trusted":
-            trust(ready["ca"])
+            trust(self.ready["ca"])
 
     def __exit__(self, *_):
         self._process.terminate()
@@ -78,37 +78,46 @@ class Simulator:
         self.__exit__()
         self._start("trusted" if trusted else "untrusted")
 
-    def _call(self, path, body=None):
+    def call(self, path, body=None):
+        """A control request: with a body it is a POST."""
         data = None if body is None else json.dumps(body).encode()
         request = urllib.request.Request(CONTROL + path, data)
         with urllib.request.urlopen(request, timeout=10) as answer:
             return json.load(answer)
 
     def state(self):
-        return self._call("/state")
+        return self.call("/state")
 
     def device(self, device_id):
         return self.state()["devices"][device_id]
 
     def secrets(self):
         """Every password, cookie and token that it has dealt out."""
-        return self._call("/secrets")["secrets"]
+        return self.call("/secrets")["secrets"]
 
     def set(self, device_id, fields=None, **others):
-        return self._call("/set", {"device": device_id, "fields": fields or {}} | others)
+        return self.call("/set", {"device": device_id, "fields": fields or {}} | others)
 
     def step(self, count=1):
         """Plays on by that many plays of the game."""
-        return self._call("/step", {"count": count})
+        return self.call("/step", {"count": count})
 
     def fault(self, where, kind, **others):
-        return self._call("/fault", {"where": where, "kind": kind} | others)
+        return self.call("/fault", {"where": where, "kind": kind} | others)
 
     def clear(self):
-        return self._call("/clear", {})
+        return self.call("/clear", {})
 
     def revoke_session(self):
-        return self._call("/session", {"revoke": True})
+        return self.call("/session", {"revoke": True})
+
+    @property
+    def usb_port(self):
+        """Where the first device or receiver on a cable is plugged in."""
+        return self.ready["usb"][0]["path"]
+
+    def admin_password(self, device_id):
+        return self.call("/secrets")["devices"][device_id]["admin_password"]
 
     def polls(self, device_id):
         """How often the portal was asked for a device's state."""

@@ -71,7 +71,11 @@ UsbLink::~UsbLink()
 
 void UsbLink::open()
 {
+    const unsigned opening = m_openings + 1;
     close();
+    if (opening != m_openings) {
+        return; // a slot has opened or closed the link meanwhile: that is the later word
+    }
     QString error;
     if (!m_serial.open(m_path, baud, &error)) {
         Q_EMIT failed(QStringLiteral("open_failed"), error);
@@ -83,6 +87,9 @@ void UsbLink::open()
     m_receiverStatus = {};
     m_cloud.clearTarget();
     m_streams.setDestinations({});
+    if (opening != m_openings) {
+        return;
+    }
     m_helloClock.start();
     sendHello();
     m_helloTimer.start();

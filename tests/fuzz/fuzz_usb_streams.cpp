@@ -2,91 +2,25 @@
 // SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
 // The stream tunnel: messages from the device, events of the network, and both from inside a slot.
-// An input is a row of steps: what, how many bytes, the bytes. The upper bit of what puts the step
-// off to the next signal.
+// A step's upper bit puts it off to the next signal.
 
 #include "device/usb/StreamMessage.h"
 #include "device/usb/StreamRelay.h"
+#include "tests/fuzz/Harness.h"
 
 #include <QCoreApplication>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QTcpSocket>
 #include <QtEndian>
 
 #include <array>
-#include <cstdlib>
 #include <deque>
 #include <utility>
 
 using namespace tallyforge;
+using namespace tallyforge::fuzz;
 
 namespace {
-
-void require(bool condition)
-{
-    if (!condition) {
-        std::abort();
-    }
-}
-
-// A socket whose network is the fuzzer.
-class FakeSocket final : public QTcpSocket
-{
-public:
-    using QTcpSocket::QTcpSocket;
-
-    void connectToHost(const QString &host, quint16 port, OpenMode mode, NetworkLayerProtocol) override
-    {
-        require(!host.isEmpty() && !host.contains(u' ') && port != 0);
-        setOpenMode(mode | Unbuffered);
-        setSocketState(ConnectingState);
-    }
-    void disconnectFromHost() override { setSocketState(UnconnectedState); }
-    [[nodiscard]] qint64 bytesAvailable() const override { return incoming.size(); }
-
-    void comeUp()
-    {
-        if (state() == ConnectingState) {
-            setSocketState(ConnectedState);
-            setPeerPort(1);
-            Q_EMIT connected();
-        }
-    }
-    void deliver(const QByteArray &bytes)
-    {
-        if (state() == ConnectedState) {
-            incoming += bytes;
-            Q_EMIT readyRead();
-        }
-    }
-    void end(bool error)
-    {
-        if (state() != UnconnectedState) {
-            const bool wasUp = state() == ConnectedState;
-            if (error || !wasUp) {
-                Q_EMIT errorOccurred(ConnectionRefusedError);
-            }
-            setSocketState(UnconnectedState);
-            if (wasUp) {
-                Q_EMIT disconnected();
-            }
-        }
-    }
-
-protected:
-    qint64 readData(char *data, qint64 size) override
-    {
-        const QByteArray bytes = incoming.left(size);
-        std::copy(bytes.begin(), bytes.end(), data);
-        incoming.remove(0, bytes.size());
-        return bytes.size();
-    }
-    qint64 writeData(const char *, qint64 size) override { return state() == ConnectedState ? size : -1; }
-
-private:
-    QByteArray incoming;
-};
 
 class Tunnel
 {
@@ -192,14 +126,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     static int argc = 0;
     static const QCoreApplication application(argc, nullptr);
-    const QByteArray input(reinterpret_cast<const char *>(data), qsizetype(size));
     Tunnel tunnel;
-    qsizetype at = 0;
-    while (at + 2 <= input.size()) {
-        const auto length = qsizetype(static_cast<unsigned char>(input[at + 1]));
-        tunnel.step(static_cast<unsigned char>(input[at]), input.mid(at + 2, length));
-        at += 2 + length;
-    }
+    forEachStep(bytesOf(data, size),
+                [&tunnel](unsigned char what, const QByteArray &bytes) { tunnel.step(what, bytes); });
     tunnel.finish();
     return 0;
 }
