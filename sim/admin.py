@@ -106,7 +106,8 @@ class Admin:
 
     def login(self, params, session):
         if self.clock.now() < self._locked_until:
-            raise Refused("rate_limited", "Too many wrong passwords. Wait a minute, then try again.")
+            raise Refused("rate_limited",
+                          "Too many wrong passwords. Wait a minute, then try again.")
         if not same_secret(params["password"], self.password):
             self._wrong += 1
             if self._wrong >= WRONG_LIMIT:
@@ -132,7 +133,8 @@ class Admin:
         if not same_secret(params["current_password"], self.password):
             raise Refused("bad_password", "The current password is wrong.")
         if len(new) < PASSWORD_LENGTH or new.lower() == FACTORY_PASSWORD:
-            raise Refused("weak_password", "Use at least 8 characters, and not the factory password.")
+            raise Refused("weak_password",
+                          "Use at least 8 characters, and not the factory password.")
         self.password, self.must_change = self._venue.secret(new), False
         return {}
 
@@ -154,7 +156,8 @@ class Admin:
 
     def passkey(self, _, session):
         if session.carrier == "ble":
-            raise Refused("not_available_here", "The passkey is only shown over a cable or the network.")
+            raise Refused("not_available_here",
+                          "The passkey is only shown over a cable or the network.")
         return {"passkey": self.device.passkey}
 
     # What it tells about itself
@@ -220,9 +223,14 @@ class Admin:
 
     # Settings
 
+    def set_controller(self, params, _):
+        return self._as_told(self.settings.set_choice, params)
+
     def set_settings(self, params, session):
         if not params["mqtt_config_enabled"]:
             raise self._broken(session, "setSettings", "mqtt_config_enabled is not true")
+        if params.get("wireless_auto_scan") and params["wireless_channel"]:
+            raise self._broken(session, "setSettings", "a channel beside the automatic search")
         self._as_told(self.settings.set, params)
         self.settings_changed()
         return {}
@@ -333,7 +341,6 @@ def _broken_rule(params, required, optional):
 
 
 WITH_OLD_PASSWORD = ("login", "getStatus", "changePassword")
-_CHOICE_KEYS = dict.fromkeys(CHOICE, str)
 METHODS = {   # method -> action, the keys of its params with their types, further possible ones
     "login": (Admin.login, {"password": str}, {}),
     "getStatus": (Admin.status, {}, {}),
@@ -347,8 +354,7 @@ METHODS = {   # method -> action, the keys of its params with their types, furth
                   {"peer_mac": str, "key": str, "generate_key": bool}),
     "getControllerList": (lambda admin, *_: {"controllers": admin.settings.controllers}, {}, {}),
     "getControllerConfig": (lambda admin, *_: admin.settings.choice, {}, {}),
-    "setControllerConfig": (lambda admin, params, _: admin._as_told(
-        admin.settings.set_choice, params), _CHOICE_KEYS, {}),
+    "setControllerConfig": (Admin.set_controller, dict.fromkeys(CHOICE, str), {}),
     "ensureApiToken": (Admin.ensure_token, {}, {"force_new": bool}),
     "reboot": (Admin.reboot, {}, {}),
     "networkTest": (lambda admin, *_: admin.network_test.ask(), {}, {}),
