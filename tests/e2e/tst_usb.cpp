@@ -27,6 +27,13 @@ namespace {
 using State = DeviceSession::State;
 
 constexpr const char *style = R"({"font":{"face":"DejaVu Sans","size":64,"style":"Bold","flags":1},)";
+QByteArray logged; // by libobs and by us
+
+void keepLog(int, const char *message, va_list arguments, void *)
+{
+    logged += QString::vasprintf(message, arguments).toUtf8() + '\n';
+}
+
 constexpr int pace = 25; // the device's own waits are that much shorter
 constexpr DeviceSession::Timing quick{1000ms, 3000ms / pace};
 
@@ -103,6 +110,7 @@ class TestUsb : public QObject
 private Q_SLOTS:
     void initTestCase()
     {
+        base_set_log_handler(keepLog, nullptr);
         setConfigFolder(m_dir.path());
         m_host = std::make_unique<ObsHost>();
         QVERIFY(m_host->isUp());
@@ -111,13 +119,19 @@ private Q_SLOTS:
         sources_connect_live_data();
         m_score =
             std::make_unique<ObsSource>("tallyforge_text", style + "\"template\":\"{home_score} - {away_score}\"}"_ba);
-        m_sim = std::make_unique<SimProcess>(QStringList{u"--usb=TF-1001"_s, u"--admin-password=TF-1001=courtside"_s,
+        m_sim = std::make_unique<SimProcess>(QStringList{u"--account=a@venue.example:correct horse"_s,
+                                                         u"--usb=TF-1001"_s, u"--admin-password=TF-1001=courtside"_s,
                                                          u"--pace"_s, QString::number(pace)});
         QVERIFY(!m_sim->ready.isEmpty());
     }
     void cleanupTestCase()
     {
         QCOMPARE(m_sim->call(u"/state"_s).value(u"violations"_s).toArray(), QJsonArray());
+        const QJsonArray secrets = m_sim->call(u"/secrets"_s).value(u"secrets"_s).toArray();
+        QVERIFY(secrets.size() > 5 && logged.contains("[tallyforge] live data: Live from Main gym"));
+        for (const QJsonValueConstRef secret : secrets) {
+            QVERIFY2(!logged.contains(secret.toString().toUtf8()), logged.constData());
+        }
         ObsHost::show(nullptr);
         m_score.reset();
         App::shutdown();
