@@ -10,6 +10,8 @@
 
 #include <QSignalBlocker>
 
+#include <utility>
+
 namespace tallyforge {
 
 namespace {
@@ -40,7 +42,7 @@ SourceManager::SourceManager(PortalClient *portal, LiveData *live, const Timing 
 
 SourceManager::~SourceManager()
 {
-    // The feed and a session that we have been given for good say so when they end.
+    // The feed says so when it ends a connection, and so does a session that is our child.
     m_feed->disconnect(this);
     if (m_session) {
         m_session->disconnect(this);
@@ -49,7 +51,9 @@ SourceManager::~SourceManager()
 
 void SourceManager::useCloud(const QString &deviceId)
 {
-    changeRoute(Mode::Cloud, deviceId, deviceId);
+    if (!changeRoute(Mode::Cloud, deviceId, deviceId)) {
+        return;
+    }
     m_failCount = 0;
     setStatus(false, tr("Connecting to %1…").arg(m_label));
     m_pollTimer.start();
@@ -58,43 +62,53 @@ void SourceManager::useCloud(const QString &deviceId)
 
 void SourceManager::useLan(const QString &deviceId, const LanDevice &device)
 {
-    changeRoute(Mode::Lan, deviceId, device.name.isEmpty() ? deviceId : device.name);
+    if (!changeRoute(Mode::Lan, deviceId, device.name.isEmpty() ? deviceId : device.name)) {
+        return;
+    }
     setStatus(false, tr("Connecting to %1 on your network…").arg(m_label));
     m_feed->connectTo(device.host, TlsFeed::defaultPort, device.token);
 }
 
 void SourceManager::useSession(DeviceSession *session, const QString &label)
 {
-    changeRoute(Mode::Session, session->deviceId(), label);
-    m_session = session;
+    if (!changeRoute(Mode::Session, session->deviceId(), label, session)) {
+        return;
+    }
     connect(session, &DeviceSession::envelope, this, &SourceManager::onSessionEnvelope);
     connect(session, &DeviceSession::stateChanged, this, &SourceManager::onSessionStateChanged);
     connect(session, &QObject::destroyed, this, [this] {
-        if (m_isLive) { // it was deleted without a word about its end
+        if (m_sessionUp) { // it was deleted without a word about its end
             onSessionStateChanged(DeviceSession::State::Lost, {});
         }
     });
     setStatus(false, tr("Connected to %1, waiting for scoreboard data…").arg(m_label));
 }
 
-void SourceManager::changeRoute(Mode mode, const QString &deviceId, const QString &label)
+// False when somebody who heard of the change has chosen yet another route.
+bool SourceManager::changeRoute(Mode mode, const QString &deviceId, const QString &label,
+                                DeviceSession *session)
 {
-    ++m_generation;
+    const unsigned generation = ++m_generation;
     m_pollTimer.stop();
     m_pollInFlight = false;
     {
         const QSignalBlocker silence(m_feed); // the end of the old route is no news any more
         m_feed->stop();
     }
-    if (m_session) {
-        m_session->disconnect(this);
-        m_session.clear();
+    const QPointer<DeviceSession> old = std::exchange(m_session, session);
+    if (old) {
+        old->disconnect(this);
     }
-    m_live->clear();
+    m_sessionUp = session != nullptr;
     m_mode = mode;
     m_deviceId = deviceId;
     m_label = label;
-    m_live->setSourceLabel(label);
+    if (old && old != session && old->parent() == this) {
+        Q_EMIT sessionLeft(old);
+    }
+    m_live->clear();
+    m_live->setSourceLabel(m_label);
+    return generation == m_generation;
 }
 
 void SourceManager::setStatus(bool live, const QString &text)
@@ -214,6 +228,8 @@ void SourceManager::onSessionEnvelope(const QJsonObject &envelope)
 
 void SourceManager::onSessionStateChanged(DeviceSession::State state, const QString &message)
 {
+    m_sessionUp = state != DeviceSession::State::Lost && state != DeviceSession::State::Error &&
+                  state != DeviceSession::State::Restarting;
     switch (state) {
     case DeviceSession::State::Ready:
         if (!m_isLive) {

@@ -51,8 +51,9 @@ public:
     void useCloud(const QString &deviceId);
     /// Follows a device through its feed on the local network.
     void useLan(const QString &deviceId, const LanDevice &device);
-    /// Follows the device of a session, over whatever link that has. The session isn't owned; what
-    /// it says after another route has been chosen isn't heard.
+    /// Follows the device of a session, over whatever link that has, until another route is chosen.
+    /// Whoever has no more use for the session of its own makes it the manager's child; see
+    /// sessionLeft().
     void useSession(DeviceSession *session, const QString &label);
 
     [[nodiscard]] Mode mode() const { return m_mode; }
@@ -67,9 +68,13 @@ public:
 Q_SIGNALS:
     /// isLive() or statusText() has changed.
     void statusChanged();
+    /// Another route has been chosen, and a session that is the manager's child feeds nothing any
+    /// more. The receiver takes it over, for it may still carry a tunnel, or ends it.
+    void sessionLeft(tallyforge::DeviceSession *session);
 
 private:
-    void changeRoute(Mode mode, const QString &deviceId, const QString &label);
+    [[nodiscard]] bool changeRoute(Mode mode, const QString &deviceId, const QString &label,
+                                   DeviceSession *session = nullptr);
     void setStatus(bool live, const QString &text);
     void pollCloud();
     void onCloudReply(const PortalResult &result);
@@ -96,6 +101,7 @@ private:
     unsigned m_signOuts = 0;
     TlsFeed *m_feed;
     QPointer<DeviceSession> m_session; // of the present route
+    bool m_sessionUp = false;          // as far as it has told
 };
 
 } // namespace tallyforge

@@ -102,6 +102,7 @@ App::App(const QString &portalUrl)
     connect(m_relayOwner, &UsbRelays::changed, this, &App::usbRelaysChanged);
     m_sources = new SourceManager(&m_portal, &m_live, this);
     connect(m_sources, &SourceManager::statusChanged, this, &App::logStatus);
+    connect(m_sources, &SourceManager::sessionLeft, this, &App::onSessionLeft);
     connect(&m_portal, &PortalClient::signedInChanged, this, &App::onSignedInChanged);
 
     // Once OBS has started: the first request of a process sets up TLS, which takes milliseconds.
@@ -129,7 +130,16 @@ void App::restoreSession()
 // The one place in which a user who asks for help can see afterwards how the data came and went.
 void App::logStatus() const
 {
-    log::info(QStringLiteral("live data: ") + m_sources->statusText());
+    log::info(QStringLiteral("live data: ") + m_sources->statusText().simplified());
+}
+
+// A device may follow the change of route to the cloud over the very cable that brought its data.
+void App::onSessionLeft(DeviceSession *session)
+{
+    if (!keepUsbRelay(session)) {
+        session->stop();
+        session->deleteLater();
+    }
 }
 
 void App::onSignedInChanged(bool signedIn)

@@ -86,6 +86,7 @@ private:
 
     void restoreSession();
     void onSignedInChanged(bool signedIn);
+    void onSessionLeft(DeviceSession *session);
     void logStatus() const;
 
     PortalClient m_portal;

@@ -31,6 +31,7 @@ void end(const QList<QPointer<DeviceSession>> &sessions)
             session->stop();
         }
         if (session) {
+            session->link()->close(); // whatever a callback has begun meanwhile
             session->deleteLater();
         }
     }
@@ -43,8 +44,9 @@ UsbRelays::UsbRelays(QObject *parent)
 {
 }
 
-bool UsbRelays::keep(DeviceSession *session)
+bool UsbRelays::keep(DeviceSession *offered)
 {
+    const QPointer<DeviceSession> session = offered;
     UsbLink *link = usbLinkOf(session);
     if (link == nullptr || session->state() == DeviceSession::State::Idle ||
         hasEnded(session->state()) ||
@@ -52,14 +54,19 @@ bool UsbRelays::keep(DeviceSession *session)
         return false;
     }
     if (m_relays.contains(session)) {
-        return true;
+        return true; // making room for it would end it
     }
     release(link->path());
+    if (!session) {
+        return false; // a callback of the one before has deleted it
+    }
     session->setParent(this);
     m_relays.append(session);
     connect(link->cloud(), &CloudRelay::statusChanged, this, &UsbRelays::changed);
+    connect(session, &DeviceSession::statusUpdated, this, &UsbRelays::changed); // perhaps its id
+    connect(session, &QObject::destroyed, this, &UsbRelays::changed);
     connect(session, &DeviceSession::stateChanged, this,
-            [this, session](DeviceSession::State state) { onStateChanged(session, state); });
+            [this, offered](DeviceSession::State state) { onStateChanged(offered, state); });
     Q_EMIT changed();
     return true;
 }

@@ -28,7 +28,7 @@ public:
     /// Takes a session over if there is something to go on with: a usable one with a receiver, or
     /// with a device that has said where its cloud is. It replaces another one on the same port.
     /// False leaves it with the caller.
-    bool keep(DeviceSession *session);
+    bool keep(DeviceSession *offered);
     /// Ends the session on a port, such as "/dev/ttyACM0", so that it can be opened anew.
     void release(const QString &portName);
     void stopAll();

@@ -216,7 +216,7 @@ private Q_SLOTS:
         session->start({});
         Q_EMIT link->failed({}, {});
         Q_EMIT session->stateChanged(DeviceSession::State::Restarting, {});
-        Q_EMIT link->envelope(scores(2));
+        Q_EMIT session->stateChanged(DeviceSession::State::Ready, {});
         session.reset();
         QCOMPARE(b.texts, (QStringList{u"-Connected to Gym, waiting for scoreboard data…"_s, u"+Live from Gym"_s,
                                        u"-Unplugged."_s, u"-Connected to Gym, waiting for scoreboard data…"_s,

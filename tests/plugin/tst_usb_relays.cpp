@@ -57,6 +57,7 @@ private Q_SLOTS:
     {
         setConfigFolder(m_dir.path());
         App::init(u"https://127.0.0.1:9"_s);
+        App::get()->settings().setShareConnection(true);
     }
     void cleanup() { App::shutdown(); }
 
@@ -91,13 +92,10 @@ private Q_SLOTS:
         QCOMPARE(changed.isEmpty(), summary.isEmpty());
 
         usb.session->stop();
-        Plugged other(hello, pty);
+        QVERIFY(!app.keepUsbRelay(usb.session)); // idle
         DeviceSession wireless(new FakeLink, nullptr);
         wireless.start({});
         QVERIFY(!app.keepUsbRelay(&wireless));
-        other.session->stop();
-        QVERIFY(!app.keepUsbRelay(other.session)); // idle
-        app.settings().setShareConnection(true);
     }
 
     void keptSessionGoes_data()
@@ -112,7 +110,9 @@ private Q_SLOTS:
             pty.unplug();
         });
         row("the dialog wants the port", [](Pty &pty, Plugged &) {
+            QSignalSpy changed(App::get(), &App::usbRelaysChanged);
             App::get()->releaseUsbRelay(u"/dev/other"_s);
+            QCOMPARE(changed.count(), 1);
             QCOMPARE(App::get()->usbRelaySummaries().size(), 1);
             App::get()->releaseUsbRelay(pty.path());
             SerialPort again;
@@ -130,10 +130,30 @@ private Q_SLOTS:
         QTRY_COMPARE(usb.session->state(), DeviceSession::State::SigningIn);
         App &app = *App::get();
         QVERIFY(app.keepUsbRelay(usb.session));
-        connect(&app, &App::usbRelaysChanged, &app, [&app] { static_cast<void>(app.usbRelaySummaries()); });
+        QStringList shown = app.usbRelaySummaries();
+        connect(&app, &App::usbRelaysChanged, &app, [&] { shown = app.usbRelaySummaries(); });
         how(pty, usb);
         QTRY_VERIFY(!usb.session);
-        QTRY_COMPARE(app.usbRelaySummaries(), QStringList());
+        QTRY_COMPARE(shown, QStringList());
+    }
+
+    // The data may come over another route from now on; the cable is then kept for the tunnel, or let go.
+    void sessionThatFedTheData()
+    {
+        App &app = *App::get();
+        const Pty first;
+        const Pty second;
+        Plugged tunnel(helloFor(9), first);
+        Plugged plain(R"({"t":"hello"})", second);
+        for (const Plugged *usb : {&tunnel, &plain}) {
+            QTRY_COMPARE(usb->session->state(), DeviceSession::State::SigningIn);
+            app.sources()->useSession(usb->session, u"Gym"_s);
+            app.sources()->useSession(usb->session, u"Gym"_s);
+            usb->session->setParent(app.sources());
+        }
+        app.sources()->useCloud(u"D"_s);
+        QTRY_VERIFY(!plain.session);
+        QCOMPARE(app.usbRelaySummaries(), QStringList{u"D: ready, waiting for the device"_s});
     }
 
     // A device was pulled out and plugged in again before anybody noticed.
