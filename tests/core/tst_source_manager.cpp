@@ -218,11 +218,12 @@ private Q_SLOTS:
         Q_EMIT session->stateChanged(DeviceSession::State::Restarting, {});
         Q_EMIT session->stateChanged(DeviceSession::State::Ready, {});
         session.reset();
-        QCOMPARE(b.texts, (QStringList{u"-Connected to Gym, waiting for scoreboard data…"_s, u"+Live from Gym"_s,
-                                       u"-Unplugged."_s, u"-Connected to Gym, waiting for scoreboard data…"_s,
-                                       u"-Lost the connection to Gym"_s,
-                                       u"-Gym is restarting. Reopen the setup window to reconnect."_s,
-                                       u"+Live from Gym"_s, u"-Lost the connection to Gym"_s}));
+        QCOMPARE(
+            b.texts,
+            (QStringList{u"-Connected to Gym, waiting for scoreboard data…"_s, u"+Live from Gym"_s, u"-Unplugged."_s,
+                         u"-Connected to Gym, waiting for scoreboard data…"_s, u"-Lost the connection to Gym"_s,
+                         u"-Gym is restarting. Reopen the setup window to reconnect."_s,
+                         u"-Connected to Gym, waiting for scoreboard data…"_s, u"-Lost the connection to Gym"_s}));
 
         DeviceSession older(link = new FakeLink, nullptr);
         b.manager.useSession(&older, u"Gym"_s);
