@@ -38,7 +38,8 @@ public:
         std::chrono::milliseconds receiver{5000}; ///< for a receiver's answer
         std::chrono::milliseconds pace{40};       ///< between two frames of the tunnels
     };
-    /// Exactly one call: true and the key in use, or false and a sentence for the user.
+    /// Exactly one call, or none if the link is deleted before: true and the key in use, or false
+    /// and a sentence for the user.
     using ReceiverCallback = std::function<void(bool ok, const QString &key, const QString &error)>;
 
     /// path is the port's, for example "/dev/ttyACM0".

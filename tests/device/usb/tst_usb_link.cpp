@@ -128,6 +128,24 @@ private Q_SLOTS:
         missing.close();
     }
 
+    // What a slot does in the middle of open() is the later word, and nothing is heard after it.
+    void slotClosesWhileItOpens()
+    {
+        for (const bool early : {true, false}) {
+            Rig r(UsbLink::Timing{5ms, 10ms, 1h, 60ms, 1ms});
+            bool closed = false;
+            connect(&r.link, &UsbLink::tunnelChanged, this, [&] {
+                if (r.link.transport()->isOpen() != early && !std::exchange(closed, true)) {
+                    r.link.close();
+                }
+            });
+            r.link.open();
+            QVERIFY(closed && !r.link.transport()->isOpen());
+            QTest::qWait(50);
+            QCOMPARE(r.failed.count(), 0);
+        }
+    }
+
     void unplugged()
     {
         Rig r;
