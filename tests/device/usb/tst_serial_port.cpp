@@ -38,7 +38,7 @@ const std::function<int()> *onWait = nullptr; // gives the milliseconds to wait
 extern "C" int poll(pollfd *states, nfds_t count, int timeout)
 {
     const int ms = timeout > 0 && onWait != nullptr ? (*onWait)() : timeout;
-    const timespec limit{ms / 1000, ms % 1000 * 1000000};
+    const timespec limit{ms / 1000, ms % 1000 * 1000000L};
     return ppoll(states, count, &limit, nullptr);
 }
 
