@@ -8,7 +8,7 @@ import subprocess
 from figures import Heading, Row, median
 
 CLEAN_SPEED, NOISE_SPEED, FALSE_SPEED = 300, 300, 2     # megabytes a second
-TWICE = 2.5     # what grew with the square of the bytes would take 4 times as long
+TWICE = 3     # what grew with the square of the bytes would take 4 times as long
 
 
 def measure(program):

@@ -17,8 +17,8 @@ REPORT_SECONDS = 5         # the receiver repeats its status
 HELLO = {"t": "hello", "streams": 1}
 RX_SET = {"t": str, "generate_key": bool, "key": str, "channel": int}
 
-# The host paces its tunnel to a frame in 40 ms of the device's time. What comes faster than that
-# on average has to fit into this allowance, which covers a computer that was busy for a second.
+# The host paces its tunnel to a frame in 40 ms. What comes faster than that on average has to fit
+# into this allowance, which covers a computer that was busy for a second.
 FRAME_SECONDS = 0.036
 FRAMES_AHEAD = 25
 
@@ -151,8 +151,7 @@ class UsbFace:
     def _check_pace(self):
         now = time.monotonic()
         self._allowance = min(FRAMES_AHEAD, self._allowance
-                              + (now - self._last_frame) / FRAME_SECONDS
-                              * max(1, self._admin.clock.pace)) - 1
+                              + (now - self._last_frame) / FRAME_SECONDS) - 1
         self._last_frame = now
         if self._allowance < 0:
             self._allowance = FRAMES_AHEAD
@@ -184,9 +183,6 @@ class UsbFace:
             self.pings += 1
         elif self._receiver and kind == "rx_set":
             self._rx_set(message)
-        elif self._receiver and message == {"t": "rx_reboot"}:
-            self._send_ctrl({"t": "rx_reboot", "ok": True})
-            self.replug(REPORT_SECONDS / self._admin.clock.pace)
         else:
             self._violation("a ctrl message that no host sends to this")
 
@@ -254,6 +250,8 @@ class UsbFace:
                 message.get("channel", 1) < 1:
             self._violation("the members of rx_set do not go together")
             return
+        if message.get("key", "") != message.get("key", "").strip():
+            self._violation("rx_set's key has blanks around it")
         fault = self._faults.usb.take(self._device.id, "rx")
         kind = fault and fault.kind
         if kind in ("rx-refuse", "rx-error"):

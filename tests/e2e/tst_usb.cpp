@@ -48,6 +48,8 @@ class TestUsb : public QObject
     std::unique_ptr<SimProcess> m_sim;
     std::unique_ptr<ObsSource> m_score;
     QPointer<DeviceSession> m_session;
+    int m_stream = 0;
+    std::pair<qint64, qint64> m_before;
 
     QJsonObject deviceState(const QString &part)
     {
@@ -77,24 +79,39 @@ class TestUsb : public QObject
         QTRY_COMPARE(m_host->settledPicture(), expected);
     }
 
-    // Both tunnels carry bytes in both directions as long as this takes.
+    // Both tunnels carry bytes in both directions from now on.
     void makeTunnelsBusy()
     {
+        m_sim->call(u"/usb/pipe"_s, {{u"reset"_s, true}});
         m_sim->call(u"/usb/pipe"_s, {{u"send"_s, 4000000}, {u"rate"_s, 4000}});
-        const QJsonObject stream = m_sim->call(u"/usb/stream"_s, {{u"open"_s, u"echo"_s}});
-        m_sim->call(u"/usb/stream"_s, {{u"id"_s, stream.value(u"id"_s)}, {u"send"_s, 4000000}, {u"rate"_s, 4000}});
+        m_stream = m_sim->call(u"/usb/stream"_s, {{u"open"_s, u"echo"_s}}).value(u"id"_s).toInt();
+        m_sim->call(u"/usb/stream"_s, {{u"id"_s, m_stream}, {u"send"_s, 4000000}, {u"rate"_s, 4000}});
+        m_before = received();
     }
-    qint64 receivedByTheDevice()
+    // What has come back from the cloud, through the one tunnel and the other.
+    std::pair<qint64, qint64> received()
     {
-        const QJsonObject usb = deviceState(u"usb"_s);
-        const QJsonObject streams = usb.value(u"streams"_s).toObject();
+        const QJsonValue usb = deviceState(u"usb"_s);
         const auto bytes = [](const QJsonValue &end) { return end[u"received"_s][u"bytes"_s].toInteger(); };
-        const qint64 pipe = bytes(usb.value(u"pipe"_s));
-        qint64 stream = 0;
-        for (const QJsonValueConstRef value : streams) {
-            stream += bytes(value);
+        return {bytes(usb[u"pipe"_s]), bytes(usb[u"streams"_s][QString::number(m_stream)])};
+    }
+    void tunnelsHaveCarriedMore()
+    {
+        const auto [pipe, stream] = std::exchange(m_before, received());
+        QVERIFY(m_before.first > pipe && m_before.second > stream);
+    }
+    // All of it came back as it had been sent.
+    void tunnelsKeepTheBytes()
+    {
+        m_sim->call(u"/usb/pipe"_s, {{u"reset"_s, true}});
+        m_sim->call(u"/usb/pipe"_s, {{u"send"_s, 20001}});
+        m_stream = m_sim->call(u"/usb/stream"_s, {{u"open"_s, u"echo"_s}}).value(u"id"_s).toInt();
+        m_sim->call(u"/usb/stream"_s, {{u"id"_s, m_stream}, {u"send"_s, 20001}});
+        QTRY_COMPARE_WITH_TIMEOUT(received(), std::pair(20001LL, 20001LL), 15000);
+        const QJsonValue usb = deviceState(u"usb"_s);
+        for (const QJsonValue &tunnel : {usb[u"pipe"_s], usb[u"streams"_s][QString::number(m_stream)]}) {
+            QCOMPARE(tunnel[u"received"_s][u"sha256"_s], tunnel[u"sent"_s][u"sha256"_s]);
         }
-        return std::min(pipe, stream);
     }
 
     void backAfterTheRestart(int home)
@@ -154,13 +171,13 @@ private Q_SLOTS:
         app.sources()->useSession(m_session, u"Main gym"_s);
         scoreReachesThePicture(3);
         QCOMPARE(app.sources()->statusText(), u"Live from Main gym"_s);
-        makeTunnelsBusy();
+        tunnelsKeepTheBytes();
     }
 
     void everyOperationWhileTheTunnelsAreBusy()
     {
         DeviceSession &s = *m_session;
-        const qint64 before = receivedByTheDevice();
+        makeTunnelsBusy();
         QCOMPARE(outcome([&](const Told &told) {
                      s.scanWifi([told](bool ok, const QList<WifiNetwork> &networks, const QString &note) {
                          told(ok, QString::number(networks.size()) + networks.value(0).ssid + note);
@@ -199,7 +216,7 @@ private Q_SLOTS:
         QCOMPARE(outcome([&](const Told &told) { s.changePassword(u"wrong"_s, u"longenough"_s, told); }),
                  u"failed The current password is wrong."_s);
         QCOMPARE(outcome([&](const Told &told) { s.changePassword(u"courtside"_s, u"longenough"_s, told); }), u"ok"_s);
-        QVERIFY(receivedByTheDevice() > before);
+        tunnelsHaveCarriedMore();
         scoreReachesThePicture(4);
     }
 
@@ -235,8 +252,8 @@ private Q_SLOTS:
         App &app = *App::get();
         QVERIFY(app.keepUsbRelay(m_session));
         QTRY_COMPARE(app.usbRelaySummaries(), QStringList{u"TF-1001: connected to the cloud through this computer"_s});
-        const qint64 before = receivedByTheDevice();
-        QTRY_VERIFY(receivedByTheDevice() > before);
+        QTRY_VERIFY(received() > m_before);
+        tunnelsHaveCarriedMore();
         m_sim->call(u"/usb/replug"_s, {{u"device"_s, u"TF-1001"_s}});
         QTRY_VERIFY(!m_session);
         QCOMPARE(app.usbRelaySummaries(), QStringList());

@@ -4,9 +4,13 @@
 #pragma once
 
 #include <QByteArray>
+#include <QList>
+#include <QPointer>
 #include <QTcpSocket>
 
 #include <cstdlib>
+#include <deque>
+#include <utility>
 
 namespace tallyforge::fuzz {
 
@@ -64,15 +68,13 @@ public:
     }
     void end(bool error)
     {
-        if (state() != UnconnectedState) {
-            const bool wasUp = state() == ConnectedState;
-            if (error || !wasUp) {
-                Q_EMIT errorOccurred(ConnectionRefusedError);
-            }
-            setSocketState(UnconnectedState);
-            if (wasUp) {
-                Q_EMIT disconnected();
-            }
+        const bool wasUp = state() == ConnectedState;
+        if (error || state() == ConnectingState) {
+            Q_EMIT errorOccurred(ConnectionRefusedError);
+        }
+        setSocketState(UnconnectedState);
+        if (wasUp) {
+            Q_EMIT disconnected();
         }
     }
 
@@ -88,6 +90,72 @@ protected:
 
 private:
     QByteArray m_incoming;
+};
+
+/// An input played as steps. One whose upper bit is set waits until a slot calls runPutOff().
+class Scenario
+{
+public:
+    Scenario() = default;
+    virtual ~Scenario() = default;
+    Scenario(const Scenario &) = delete;
+    Scenario &operator=(const Scenario &) = delete;
+
+    void play(const QByteArray &input)
+    {
+        forEachStep(input, [this](unsigned char what, const QByteArray &bytes) {
+            if ((what & 0x80) != 0) {
+                m_putOff.emplace_back(what & 0x7f, bytes);
+            } else {
+                run(what, bytes);
+                afterStep(what, bytes);
+            }
+        });
+        m_putOff.clear();
+    }
+
+protected:
+    virtual void run(unsigned char what, const QByteArray &bytes) = 0;
+    virtual void afterStep(unsigned char, const QByteArray &) {}
+
+    void runPutOff()
+    {
+        if (!m_putOff.empty()) {
+            const auto [what, bytes] = m_putOff.front();
+            m_putOff.pop_front();
+            run(what, bytes);
+        }
+    }
+
+    QTcpSocket *makeSocket(QObject *parent)
+    {
+        m_sockets.append(new FakeSocket(parent));
+        return m_sockets.last();
+    }
+    /// Something happens to the socket that the first byte chooses.
+    void network(unsigned what, const QByteArray &bytes)
+    {
+        m_sockets.removeAll(nullptr);
+        if (m_sockets.isEmpty() || bytes.isEmpty()) {
+            return;
+        }
+        FakeSocket *const socket = m_sockets[static_cast<unsigned char>(bytes[0]) % m_sockets.size()];
+        switch (what % 3) {
+        case 0:
+            socket->end(bytes.size() > 1);
+            break;
+        case 1:
+            socket->deliver(bytes.repeated(10));
+            break;
+        default:
+            socket->comeUp();
+            break;
+        }
+    }
+
+private:
+    QList<QPointer<FakeSocket>> m_sockets;
+    std::deque<std::pair<unsigned char, QByteArray>> m_putOff;
 };
 
 } // namespace tallyforge::fuzz

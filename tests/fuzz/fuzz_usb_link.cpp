@@ -10,12 +10,10 @@
 #include "tests/fuzz/Harness.h"
 
 #include <QCoreApplication>
-#include <QPointer>
 
 #include <array>
 #include <chrono>
 #include <ctime>
-#include <deque>
 #include <memory>
 #include <utility>
 
@@ -101,19 +99,14 @@ QList<SerialPortInfo> list()
 
 namespace {
 
-class Cable
+class Cable final : public Scenario
 {
 public:
     Cable()
     {
         wire = {};
-        const auto makeSocket = [this](QObject *parent) {
-            auto *socket = new FakeSocket(parent);
-            m_sockets.append(socket);
-            return socket;
-        };
-        m_link->cloud()->socketFactory = makeSocket;
-        m_link->streams()->socketFactory = makeSocket;
+        m_link->cloud()->socketFactory = [this](QObject *parent) { return makeSocket(parent); };
+        m_link->streams()->socketFactory = m_link->cloud()->socketFactory;
         UsbLink *const link = m_link.get();
         const auto whenOpen = [this] {
             require(wire.opened == 1);
@@ -142,20 +135,9 @@ public:
         open();
     }
 
-    void step(unsigned char what, const QByteArray &bytes)
-    {
-        if ((what & 0x80) != 0) {
-            m_putOff.emplace_back(what & 0x7f, bytes);
-        } else {
-            run(what, bytes);
-            pass(16ms * (what % 8 == 7 ? 16 * bytes.size() : 1)); // one reading of the port at least
-        }
-    }
-
     // Nothing waits for a receiver any more, and what went out are whole frames.
     void finish()
     {
-        m_putOff.clear();
         pass(6s);
         require(m_link == nullptr || m_answered == m_asked);
         m_link = nullptr;
@@ -176,16 +158,14 @@ private:
         QCoreApplication::processEvents();
     }
 
-    void runPutOff()
+    void afterStep(unsigned char what, const QByteArray &bytes) override
     {
-        if (!m_putOff.empty()) {
-            const auto [what, bytes] = m_putOff.front();
-            m_putOff.pop_front();
-            run(what, bytes);
+        if ((what & 0x20) == 0) { // else one reading finds what comes next as well
+            pass(16ms * (what % 8 == 7 ? 16 * bytes.size() : 1));
         }
     }
 
-    void run(unsigned char what, const QByteArray &bytes)
+    void run(unsigned char what, const QByteArray &bytes) override
     {
         const bool larger = (what & 0x40) != 0;
         switch (what % 8) {
@@ -266,35 +246,13 @@ private:
         const auto answered = std::make_shared<bool>(false);
         m_link->receiverSet(key, generateKey, channel,
                             [this, answered](bool ok, const QString &, const QString &error) {
-                                require(!std::exchange(*answered, true) && ok == error.isEmpty());
+                                require(!std::exchange(*answered, true) && (!ok || error.isEmpty()));
                                 ++m_answered;
                                 runPutOff();
                             });
     }
 
-    void network(unsigned what, const QByteArray &bytes)
-    {
-        m_sockets.removeAll(nullptr);
-        if (m_sockets.isEmpty() || bytes.isEmpty()) {
-            return;
-        }
-        FakeSocket *const socket = m_sockets[static_cast<unsigned char>(bytes[0]) % m_sockets.size()];
-        switch (what % 4) {
-        case 0:
-            socket->end(what > 4);
-            break;
-        case 1:
-            socket->deliver(bytes.repeated(10));
-            break;
-        default:
-            socket->comeUp();
-            break;
-        }
-    }
-
     std::unique_ptr<UsbLink> m_link = std::make_unique<UsbLink>(QStringLiteral("port"));
-    QList<QPointer<FakeSocket>> m_sockets;
-    std::deque<std::pair<unsigned char, QByteArray>> m_putOff;
     int m_inTunnel = 0;       // slots of the one signal in which the link mustn't be deleted
     bool m_hasOpened = false; // since open(), as the next two
     bool m_hasClosed = false;
@@ -308,12 +266,9 @@ private:
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     static int argc = 0;
-    static const bool withoutGlib = qputenv("QT_NO_GLIB", "1"); // its event loop is three times slower
     static const QCoreApplication application(argc, nullptr);
-    require(withoutGlib);
     Cable cable;
-    forEachStep(bytesOf(data, size),
-                [&cable](unsigned char what, const QByteArray &bytes) { cable.step(what, bytes); });
+    cable.play(bytesOf(data, size));
     cable.finish();
     return 0;
 }

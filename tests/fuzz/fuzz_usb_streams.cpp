@@ -14,23 +14,20 @@
 #include <QtEndian>
 
 #include <array>
-#include <deque>
-#include <utility>
 
 using namespace tallyforge;
 using namespace tallyforge::fuzz;
 
 namespace {
 
-class Tunnel
+class Tunnel final : public Scenario
 {
 public:
     Tunnel()
     {
         relay.socketFactory = [this](QObject *parent) {
             require(enabled);
-            sockets.append(new FakeSocket(parent));
-            return sockets.last();
+            return makeSocket(parent);
         };
         QObject::connect(&relay, &StreamRelay::toDevice, &relay, [this](const QByteArray &bytes) {
             check(bytes);
@@ -39,14 +36,15 @@ public:
         QObject::connect(&relay, &StreamRelay::statusChanged, &relay, [this] { runPutOff(); });
     }
 
-    void step(unsigned char what, const QByteArray &bytes)
+    void finish() const
     {
-        if ((what & 0x80) != 0) {
-            putOff.emplace_back(what & 0x7f, bytes);
-            return;
-        }
-        const size_t first = bytes.isEmpty() ? 0 : static_cast<unsigned char>(bytes[0]);
-        FakeSocket *const socket = sockets.isEmpty() ? nullptr : sockets[qsizetype(first) % sockets.size()];
+        require(relay.status().bytesToDevice == sent);
+        require(relay.status().activeStreams <= 255);
+    }
+
+private:
+    void run(unsigned char what, const QByteArray &bytes) override
+    {
         switch (what % 8) {
         case 0:
         case 1:
@@ -57,37 +55,15 @@ public:
             relay.setDestinations(QJsonDocument::fromJson(bytes).object());
             break;
         case 3:
-            enabled = first % 2 == 1;
+            enabled = bytes.startsWith('\1');
             relay.setEnabled(enabled);
             break;
         case 4:
             relay.reset();
             break;
-        case 5:
-            socket != nullptr ? socket->comeUp() : void();
-            break;
-        case 6:
-            socket != nullptr ? socket->deliver(bytes.repeated(10)) : void();
-            break;
         default:
-            socket != nullptr ? socket->end(bytes.size() > 1) : void();
+            network(7U - what % 8, bytes);
             break;
-        }
-    }
-
-    void finish() const
-    {
-        require(relay.status().bytesToDevice == sent);
-        require(relay.status().activeStreams <= 255);
-    }
-
-private:
-    void runPutOff()
-    {
-        if (!putOff.empty()) {
-            const auto [what, bytes] = putOff.front();
-            putOff.pop_front();
-            step(what, bytes);
         }
     }
 
@@ -113,8 +89,6 @@ private:
     }
 
     StreamRelay relay;
-    QList<FakeSocket *> sockets; // all that the relay made; they end with it
-    std::deque<std::pair<unsigned char, QByteArray>> putOff;
     std::array<qint64, 256> credit{};
     qint64 sent = 0;
     bool enabled = true;
@@ -127,8 +101,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     static int argc = 0;
     static const QCoreApplication application(argc, nullptr);
     Tunnel tunnel;
-    forEachStep(bytesOf(data, size),
-                [&tunnel](unsigned char what, const QByteArray &bytes) { tunnel.step(what, bytes); });
+    tunnel.play(bytesOf(data, size));
     tunnel.finish();
     return 0;
 }

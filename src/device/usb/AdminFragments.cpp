@@ -74,11 +74,11 @@ bool AdminReassembler::take(int total, int sequence, QByteArrayView data)
 {
     const bool first = m_expectedSize == 0;
     if (first ? total == 0 || sequence != 0
-              : total != m_expectedSize || sequence != (m_nextSequence & 0xff)) {
+              : total != m_expectedSize || sequence != m_nextSequence) {
         return false;
     }
     m_expectedSize = total;
-    ++m_nextSequence;
+    m_nextSequence = (m_nextSequence + 1) & 0xff;
     m_buffer.append(data);
     return true;
 }

@@ -32,7 +32,7 @@ struct CloudRelayStatus
 /// that failed isn't repeated until configure(), reset() or setEnabled(false). The device is told
 /// nothing of all this.
 ///
-/// A slot of either signal may call any operation. Main thread.
+/// A slot of either signal may call any operation, and delete nothing. Main thread.
 class CloudRelay final : public QObject
 {
     Q_OBJECT

@@ -27,10 +27,10 @@ namespace {
 constexpr int writeWaitMs = 100;
 constexpr int maxWriteWaits = 31;
 
-QString tr(const char *text)
+class Texts
 {
-    return QCoreApplication::translate("SerialPort", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(tallyforge::SerialPort)
+};
 
 void store(QString *error, const QString &text)
 {
@@ -42,10 +42,12 @@ void store(QString *error, const QString &text)
 QString openFailure(int code)
 {
     if (code == EBUSY || code == EACCES) {
-        return tr("That USB port is in use by another program (close any serial monitor) or access "
-                  "was denied.");
+        return Texts::tr(
+            "That USB port is in use by another program (close any serial monitor) or access "
+            "was denied.");
     }
-    return tr("Could not open the USB port: %1").arg(QString::fromLocal8Bit(std::strerror(code)));
+    return Texts::tr("Could not open the USB port: %1")
+        .arg(QString::fromLocal8Bit(std::strerror(code)));
 }
 
 speed_t speedOf(int baud)
@@ -104,7 +106,7 @@ Handle *openPort(const QString &path, int baud, QString *error)
     termios settings{};
     if (tcgetattr(fd, &settings) != 0) {
         close(fd);
-        store(error, tr("That is not a serial port."));
+        store(error, Texts::tr("That is not a serial port."));
         return nullptr;
     }
     configure(fd, settings, baud);
@@ -128,12 +130,12 @@ qint64 readSome(Handle *handle, char *buffer, qint64 size)
     if (count > 0) {
         return count;
     }
-    if (count < 0 && !isTemporary(errno)) {
-        return -1;
+    if (count < 0) {
+        return isTemporary(errno) ? 0 : -1;
     }
     // A port whose device has been pulled out reads as empty too.
     pollfd state{handle->fd, 0, 0};
-    return ::poll(&state, 1, 0) > 0 ? -1 : 0;
+    return poll(&state, 1, 0) > 0 && (state.revents & POLLHUP) != 0 ? -1 : 0;
 }
 
 bool writeAll(Handle *handle, const QByteArray &bytes)

@@ -28,7 +28,6 @@ SerialPort::SerialPort(QObject *parent)
     : QObject(parent)
 {
     m_pollTimer.setInterval(pollInterval);
-    m_pollTimer.setTimerType(Qt::PreciseTimer); // a coarse one may come five percent late
     connect(&m_pollTimer, &QTimer::timeout, this, &SerialPort::poll);
 }
 
@@ -40,6 +39,7 @@ SerialPort::~SerialPort()
 bool SerialPort::open(const QString &path, int baud, QString *error)
 {
     close();
+    ++m_openings;
     m_handle = serial_platform::openPort(path, baud, error);
     if (m_handle != nullptr) {
         m_pollTimer.start();
@@ -62,8 +62,9 @@ void SerialPort::poll()
 {
     std::array<char, readSize> buffer; // NOLINT: filled by the read
     const QPointer<SerialPort> self = this;
-    const serial_platform::Handle *opened = m_handle;
-    for (int i = 0; i < maxReadsPerPoll && self && m_handle != nullptr && m_handle == opened; ++i) {
+    const unsigned opening = m_openings;
+    for (int i = 0; i < maxReadsPerPoll && self && m_handle != nullptr && opening == m_openings;
+         ++i) {
         const qint64 count = serial_platform::readSome(m_handle, buffer.data(), readSize);
         if (count < 0) {
             close();

@@ -43,6 +43,7 @@ private:
     void poll();
 
     serial_platform::Handle *m_handle = nullptr; // owned
+    unsigned m_openings = 0;
     QTimer m_pollTimer;
 };
 

@@ -40,23 +40,19 @@ StreamRelayStatus StreamRelay::status() const
 
 void StreamRelay::setDestinations(const QJsonObject &table)
 {
-    // Cleared before the streams end, so that no slot opens one to a destination of the old table.
+    // Replaced before the streams end, whose end somebody may hear of and open others.
     m_destinations.clear();
     m_destinationNames.clear();
-    reset();
-    QHash<QString, Destination> destinations;
-    QStringList names;
     for (auto entry = table.begin(); entry != table.end(); ++entry) {
         const QJsonObject value = entry.value().toObject();
         const QString host = value.value(QLatin1String("host")).toString();
         const int port = value.value(QLatin1String("port")).toInt(0);
         if (!host.isEmpty() && !host.contains(u' ') && port > 0 && port <= 65535) {
-            destinations.insert(entry.key(), {host, port});
-            names.append(entry.key());
+            m_destinations.insert(entry.key(), {host, port});
+            m_destinationNames.append(entry.key());
         }
     }
-    m_destinations = destinations;
-    m_destinationNames = names;
+    reset();
     Q_EMIT statusChanged();
 }
 

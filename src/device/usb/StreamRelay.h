@@ -32,7 +32,7 @@ struct StreamRelayStatus
 /// with its greeting; nothing else is ever dialled, and nothing without being asked. What the
 /// network sends waits until the device has given credit for it.
 ///
-/// A slot of either signal may call any operation. Main thread.
+/// A slot of either signal may call any operation, and delete nothing. Main thread.
 class StreamRelay final : public QObject
 {
     Q_OBJECT

@@ -132,7 +132,10 @@ QList<UsbFrame> UsbFrameParser::feed(const QByteArray &bytes)
         frames.append({static_cast<unsigned char>(all[at + 3]), payload.toByteArray()});
         at += headerSize + length + crcSize;
     }
-    m_buffer.remove(0, at);
+    if (at > 0) {
+        // A copy of its own size: a shortened array would go on holding what it once grew to.
+        m_buffer = all.sliced(at).toByteArray();
+    }
     return frames;
 }
 

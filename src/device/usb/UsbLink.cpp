@@ -64,16 +64,16 @@ UsbLink::UsbLink(const QString &path, const Timing &timing, QObject *parent)
 UsbLink::~UsbLink()
 {
     // The relays say so when they are reset, and nobody is to hear it any more.
-    m_cloud.disconnect(this);
-    m_streams.disconnect(this);
+    m_cloud.blockSignals(true);
+    m_streams.blockSignals(true);
     close();
 }
 
 void UsbLink::open()
 {
-    const unsigned opening = m_openings + 1;
+    const unsigned generation = m_generation + 1;
     close();
-    if (opening != m_openings) {
+    if (generation != m_generation) {
         return; // a slot has opened or closed the link meanwhile: that is the later word
     }
     QString error;
@@ -87,7 +87,7 @@ void UsbLink::open()
     m_receiverStatus = {};
     m_cloud.clearTarget();
     m_streams.setDestinations({});
-    if (opening != m_openings) {
+    if (generation != m_generation) {
         return;
     }
     m_helloClock.start();
@@ -98,7 +98,7 @@ void UsbLink::open()
 
 void UsbLink::close()
 {
-    ++m_openings;
+    ++m_generation;
     m_helloTimer.stop();
     m_pingTimer.stop();
     m_pipeTimer.stop();
@@ -147,11 +147,11 @@ void UsbLink::onPortLost(const QString &message)
 void UsbLink::onBytes(const QByteArray &bytes)
 {
     const QPointer<UsbLink> self = this;
-    const unsigned opening = m_openings;
+    const unsigned generation = m_generation;
     const QList<UsbFrame> frames = m_parser.feed(bytes);
     for (const UsbFrame &frame : frames) {
         handleFrame(frame);
-        if (!self || opening != m_openings) {
+        if (!self || generation != m_generation) {
             return; // a slot has closed the link
         }
     }
@@ -202,12 +202,12 @@ void UsbLink::handleCtrl(const QByteArray &payload)
 void UsbLink::handleHello(const QJsonObject &message)
 {
     const QPointer<UsbLink> self = this;
-    const unsigned opening = m_openings;
+    const unsigned generation = m_generation;
     m_tunnel = message.value(QLatin1String("tunnel")).toObject();
     const QString host = textOf(m_tunnel, "host");
     const int port = m_tunnel.value(QLatin1String("port")).toInt();
     m_streams.setDestinations(m_tunnel.value(QLatin1String("streams")).toObject());
-    if (!self || opening != m_openings) {
+    if (!self || generation != m_generation) {
         return;
     }
     if (!host.isEmpty() && port >= 1) {
@@ -215,7 +215,7 @@ void UsbLink::handleHello(const QJsonObject &message)
     } else {
         m_cloud.clearTarget();
     }
-    if (self && opening == m_openings && !std::exchange(m_helloSeen, true)) {
+    if (self && generation == m_generation && !std::exchange(m_helloSeen, true)) {
         m_helloTimer.stop();
         Q_EMIT opened(message);
     }
@@ -224,10 +224,10 @@ void UsbLink::handleHello(const QJsonObject &message)
 void UsbLink::handleReceiverStatus(const QJsonObject &message)
 {
     const QPointer<UsbLink> self = this;
-    const unsigned opening = m_openings;
+    const unsigned generation = m_generation;
     m_receiverStatus = message;
     Q_EMIT receiverUpdated(message);
-    if (self && opening == m_openings && !std::exchange(m_helloSeen, true)) {
+    if (self && generation == m_generation && !std::exchange(m_helloSeen, true)) {
         m_helloTimer.stop();
         QJsonObject info = message;
         info.insert(QStringLiteral("receiver"), true);
@@ -254,8 +254,11 @@ void UsbLink::finishReceiver(bool ok, const QString &key, const QString &error)
 }
 
 void UsbLink::receiverSet(const QString &key, bool generateKey, int channel,
-                          const ReceiverCallback &callback)
+                          const ReceiverCallback &wanted)
 {
+    // One that is empty stands for a pending request all the same.
+    const ReceiverCallback callback =
+        wanted ? wanted : [](bool, const QString &, const QString &) {};
     if (m_receiverCallback) {
         callback(false, {}, tr("Another receiver request is still in progress"));
         return;
@@ -302,17 +305,23 @@ void UsbLink::pacePipeQueue()
 {
     if (m_pipeQueue.size() > maxQueuedFrames) {
         // The tunnels have fallen too far behind for their connections to be of use to anyone.
-        m_pipeQueue.clear();
-        m_cloud.reset();
-        m_streams.reset();
+        dropTunnels();
         return;
     }
-    if (!m_pipeTimer.isActive()) {
-        m_pipeTimer.start();
+    const bool idle = !m_pipeClock.isValid() || m_pipeClock.durationElapsed() >= m_timing.pace;
+    if (idle || !m_pipeTimer.isActive()) {
+        m_pipeTimer.start(); // anew, lest a tick that is due already send another frame at once
     }
-    if (!m_pipeClock.isValid() || m_pipeClock.durationElapsed() >= m_timing.pace) {
+    if (idle) {
         drainPipe();
     }
+}
+
+void UsbLink::dropTunnels()
+{
+    m_pipeQueue.clear();
+    m_cloud.reset();
+    m_streams.reset();
 }
 
 void UsbLink::drainPipe()
@@ -322,10 +331,14 @@ void UsbLink::drainPipe()
         m_pipeQueue.clear();
         return;
     }
-    m_serial.write(m_pipeQueue.takeFirst());
+    const bool written = m_serial.write(m_pipeQueue.takeFirst());
     m_pipeClock.start();
     if (m_pipeQueue.isEmpty()) {
         m_pipeTimer.stop();
+    }
+    if (!written) {
+        // It has held OBS up for seconds, and so would each of the others.
+        dropTunnels();
     }
 }
 

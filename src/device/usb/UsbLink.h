@@ -38,7 +38,8 @@ public:
         std::chrono::milliseconds receiver{5000}; ///< for a receiver's answer
         std::chrono::milliseconds pace{40};       ///< between two frames of the tunnels
     };
-    /// Exactly one call: true and the key in use, or false and a sentence for the user.
+    /// Exactly one call, or none if the link is deleted before: true and the key in use, or false
+    /// and a sentence for the user.
     using ReceiverCallback = std::function<void(bool ok, const QString &key, const QString &error)>;
 
     /// path is the port's, for example "/dev/ttyACM0".
@@ -67,7 +68,7 @@ public:
 Q_SIGNALS:
     /// A receiver has reported itself.
     void receiverUpdated(const QJsonObject &status);
-    /// The state of one of the tunnels has changed.
+    /// The state of one of the tunnels has changed. A slot may do anything but delete the link.
     void tunnelChanged();
 
 private:
@@ -87,6 +88,7 @@ private:
     void queueFrame(unsigned char type, const QByteArray &payload);
     void pacePipeQueue();
     void drainPipe();
+    void dropTunnels();
 
     const Timing m_timing;
     const QString m_path;
@@ -107,7 +109,7 @@ private:
     QList<QByteArray> m_pipeQueue; // whole frames of the tunnels
     QElapsedTimer m_pipeClock;     // since the last of them went out
     QTimer m_pipeTimer;
-    unsigned m_openings = 0; // counts open() and close()
+    unsigned m_generation = 0; // counts open() and close()
 };
 
 } // namespace tallyforge

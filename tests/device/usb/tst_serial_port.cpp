@@ -4,12 +4,15 @@
 #include "device/usb/SerialPort.h"
 #include "tests/support/Pty.h"
 
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTemporaryFile>
 #include <QTest>
 
+#include <functional>
 #include <thread>
 
+#include <poll.h>
 #include <termios.h>
 
 using namespace tallyforge;
@@ -27,7 +30,17 @@ QByteArray everyByte()
     return bytes;
 }
 
+const std::function<int()> *onWait = nullptr; // gives the milliseconds to wait
+
 } // namespace
+
+// In place of the system's, so that a test knows of the waits and shortens them.
+extern "C" int poll(pollfd *states, nfds_t count, int timeout)
+{
+    const int ms = timeout > 0 && onWait != nullptr ? (*onWait)() : timeout;
+    const timespec limit{ms / 1000, ms % 1000 * 1000000L};
+    return ppoll(states, count, &limit, nullptr);
+}
 
 class TestSerialPort : public QObject
 {
@@ -149,7 +162,29 @@ private Q_SLOTS:
         reader.join();
         QVERIFY(written);
         QCOMPARE(got, large);
-        QVERIFY(!port.write(large)); // nobody reads: it gives up after three seconds
+    }
+
+    void waitsOfAFullBuffer_data()
+    {
+        QTest::addColumn<int>("drainedAt");
+        QTest::addColumn<bool>("written");
+        QTest::newRow("room in the last wait") << 31 << true;
+        QTest::newRow("room too late") << 32 << false;
+    }
+    void waitsOfAFullBuffer()
+    {
+        QFETCH(int, drainedAt);
+        const Pty pty;
+        SerialPort port;
+        QVERIFY(port.open(pty.path(), 115200, nullptr));
+        int waits = -1000000;
+        const std::function<int()> wait = [&] { return ++waits == drainedAt && !pty.take().isEmpty() ? 5000 : 1; };
+        onWait = &wait;
+        const auto restore = qScopeGuard([] { onWait = nullptr; });
+        QVERIFY(!port.write(QByteArray(20000, 'x'))); // the buffer is full, and stays so
+        waits = 0;
+        QTEST(port.write("x"), "written");
+        QCOMPARE(waits, 31);
     }
 };
 

@@ -149,6 +149,11 @@ private Q_SLOTS:
         row("too short to be one", {a, hex("0004"), QByteArray(), b}, {"{\"\"}"});
         row("more than promised", {a, b + "rest"}, {"{\"\"}"});
         row("total of nothing", {hex("000000"), a, b}, {"{\"\"}"});
+        QByteArrayList many; // the sequence begins anew after 255
+        for (int i = 0; i < 300; ++i) {
+            many.append(hex("012c") + static_cast<char>(i) + 'x');
+        }
+        row("more than 256 of them", many, {QByteArray(300, 'x')});
         row("whole texts between", {"{}", a, "{}", b, "{1}"}, {"{}", "{\"\"}", "{1}"});
     }
     void adminFragmentsOutOfOrder()

@@ -79,9 +79,10 @@ private Q_SLOTS:
 
     void nobodyAnswers()
     {
-        Rig r(UsbLink::Timing{20ms, 100ms, 1h, 60ms, 1ms});
+        Rig r(UsbLink::Timing{20ms, 100ms, 10ms, 60ms, 1ms});
         r.link.open();
         QTRY_COMPARE(r.failed.count(), 1);
+        QVERIFY(r.device.count(UsbFrame::Ctrl, R"({"t":"ping"})") > 3);
         QCOMPARE(r.failed[0][0].toString(), u"no_response"_s);
         QVERIFY(r.link.transport()->isOpen()); // the port stays open until it is closed
         UsbLink missing(u"/dev/none"_s);
@@ -89,6 +90,24 @@ private Q_SLOTS:
         missing.open();
         QCOMPARE(failed[0][0].toString(), u"open_failed"_s);
         missing.close();
+    }
+
+    // What a slot does in the middle of open() is the later word, and nothing is heard after it.
+    void slotClosesWhileItOpens()
+    {
+        for (const bool early : {true, false}) {
+            Rig r(UsbLink::Timing{5ms, 10ms, 1h, 60ms, 1ms});
+            bool closed = false;
+            connect(&r.link, &UsbLink::tunnelChanged, this, [&] {
+                if (r.link.transport()->isOpen() != early && !std::exchange(closed, true)) {
+                    r.link.close();
+                }
+            });
+            r.link.open();
+            QVERIFY(closed && !r.link.transport()->isOpen());
+            QTest::qWait(50);
+            QCOMPARE(r.failed.count(), 0);
+        }
     }
 
     void brokenUseAndUnplugging()
@@ -103,9 +122,11 @@ private Q_SLOTS:
         r.link.transport()->send(QByteArray(65536, 'x'));
         QCOMPARE(sendFailed[0][0].toString(), u"request_too_large"_s);
         r.pty.unplug();
+        r.link.transport()->send("{}"); // before that has been noticed
+        QCOMPARE(sendFailed[1][0].toString(), u"write_failed"_s);
         QTRY_COMPARE(r.closed.count(), 1);
         r.link.transport()->send("{}");
-        QCOMPARE(sendFailed[1][1].toString(), u"The USB device is not connected"_s);
+        QCOMPARE(sendFailed[2][1].toString(), u"The USB device is not connected"_s);
     }
 
     void tunnelTargets()
