@@ -23,7 +23,7 @@ public:
     [[nodiscard]] virtual QString kind() const = 0;
     /// Starts connecting, anew if it is open already; opened() or failed() tells the outcome.
     virtual void open() = 0;
-    /// Ends the connection in silence.
+    /// Ends the connection in silence. Nobody may delete the link meanwhile.
     virtual void close() = 0;
     /// What carries requests over this link, and belongs to it.
     [[nodiscard]] virtual RpcTransport *transport() = 0;

@@ -238,7 +238,8 @@ void DeviceSession::judgeWifi(const QString &ssid, int attempt, const Progress &
     const QPointer<DeviceSession> self = this;
     if (progress) {
         const qint64 seconds = provision.value(QLatin1String("elapsed_ms")).toInteger() / 1000;
-        progress(tr("Checking that the device can join %1… (%2 s)").arg(ssid).arg(seconds));
+        progress(
+            tr("Checking that the device can join %1… (%2 s)").arg(ssid, QString::number(seconds)));
     }
     if (self) {
         verifyWifi(ssid, attempt + 1, progress, done);

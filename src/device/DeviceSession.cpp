@@ -59,9 +59,14 @@ DeviceSession::DeviceSession(DeviceLink *link, const Timing &timing, QObject *pa
 DeviceSession::~DeviceSession()
 {
     stop();
+    // Should a callback have started it once more.
+    m_link->close();
+    m_rpc.abortAll(QStringLiteral("disconnected"), tr("Disconnected"));
 }
 
-void DeviceSession::setState(State state, const QString &detail)
+// The text is a copy of its own, for a slot may start the session over, which clears the members.
+void DeviceSession::setState(State state,
+                             QString detail) // NOLINT(performance-unnecessary-value-param)
 {
     m_state = state;
     Q_EMIT stateChanged(state, detail);
@@ -84,13 +89,19 @@ QString DeviceSession::wifiIp() const
     return m_status.value(QLatin1String("wifi_sta_ip")).toString();
 }
 
+// What belongs to one connection is over; the number is the next one's.
+unsigned DeviceSession::endConnection()
+{
+    m_pollTimer.stop();
+    m_pollInFlight = false;
+    return ++m_connection;
+}
+
 // Ends the connection in silence. False when a callback of a call under way has deleted the
 // session, stopped it or started it anew.
 bool DeviceSession::hangUp()
 {
-    const unsigned connection = ++m_connection;
-    m_pollTimer.stop();
-    m_pollInFlight = false;
+    const unsigned connection = endConnection();
     const QPointer<DeviceSession> self = this;
     const auto failCalls = [&] {
         m_rpc.abortAll(QStringLiteral("disconnected"), tr("Disconnected"));
@@ -109,9 +120,7 @@ void DeviceSession::start(const QList<QString> &candidates)
     if (m_rpc.pending() > 0 && !hangUp()) {
         return;
     }
-    ++m_connection;
-    m_pollTimer.stop();
-    m_pollInFlight = false;
+    const unsigned connection = endConnection();
     m_pollTimeouts = 0;
     m_candidates = candidates;
     m_mustChangePassword = false;
@@ -121,7 +130,7 @@ void DeviceSession::start(const QList<QString> &candidates)
     m_detail.clear();
     const QPointer<DeviceSession> self = this;
     setState(State::Connecting, {});
-    if (self && m_state == State::Connecting) {
+    if (self && connection == m_connection) {
         m_link->open();
     }
 }
@@ -133,19 +142,21 @@ void DeviceSession::manageViaReceiver(const QList<QString> &candidates)
     m_receiverMode = false;
     m_detail.clear();
     m_candidates = candidates;
-    const QPointer<DeviceSession> self = this;
-    setState(State::SigningIn, {});
-    if (self && m_state == State::SigningIn) {
-        tryNextPassword();
-    }
+    signIn();
 }
 
 void DeviceSession::submitPassword(const QString &password)
 {
     m_candidates = {password};
+    signIn();
+}
+
+void DeviceSession::signIn()
+{
     const QPointer<DeviceSession> self = this;
+    const unsigned connection = m_connection;
     setState(State::SigningIn, {});
-    if (self && m_state == State::SigningIn) {
+    if (self && connection == m_connection && m_state == State::SigningIn) {
         tryNextPassword();
     }
 }
@@ -168,16 +179,10 @@ void DeviceSession::onLinkOpened(const QJsonObject &info)
         return;
     }
     // A link that came back: the password that worked is all there is to try.
-    const QString known = m_password;
-    const QPointer<DeviceSession> self = this;
-    setState(State::SigningIn, {});
-    if (!self || m_state != State::SigningIn) {
-        return;
+    if (!m_password.isEmpty()) {
+        m_candidates = {m_password};
     }
-    if (!known.isEmpty()) {
-        m_candidates = {known};
-    }
-    tryNextPassword();
+    signIn();
 }
 
 void DeviceSession::onLinkFailed(const QString &message)
@@ -188,9 +193,7 @@ void DeviceSession::onLinkFailed(const QString &message)
 
 void DeviceSession::onLinkClosed(const QString &reason)
 {
-    const unsigned connection = ++m_connection;
-    m_pollTimer.stop();
-    m_pollInFlight = false;
+    const unsigned connection = endConnection();
     const QPointer<DeviceSession> self = this;
     m_rpc.abortAll(QStringLiteral("disconnected"), tr("The connection to the device was lost"));
     if (!self || connection != m_connection) {

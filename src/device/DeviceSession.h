@@ -25,9 +25,10 @@ class DeviceLink;
 /// time.
 ///
 /// All callbacks come on the main thread, exactly once, and may be empty, use the session again or
-/// delete it. None comes after the session's deletion: that fails the calls under way, and only a
-/// Wi-Fi verification that waits for its next look ends in silence. Error texts are sentences for
-/// the user, empty on success.
+/// delete it. Its deletion fails the calls under way; a callback that comes out of that must not
+/// delete it once more, as deleteLater() never does. Two end in silence with it: a Wi-Fi
+/// verification that waits for its next look, and an operation whose own signal or progress text
+/// has led to the deletion. Error texts are sentences for the user, empty on success.
 class DeviceSession final : public QObject
 {
     Q_OBJECT
@@ -62,14 +63,16 @@ public:
     DeviceSession(DeviceLink *link, const Timing &timing, QObject *parent);
     ~DeviceSession() override;
 
-    /// Opens the link and tries these passwords in order. Calls under way fail with "disconnected".
+    /// Opens the link and tries these passwords in order. Calls under way fail with "disconnected";
+    /// if one of their callbacks starts or stops the session itself, that holds.
     void start(const QList<QString> &candidates);
     /// Turns a session with a wireless receiver into one with the device that is paired with it.
     void manageViaReceiver(const QList<QString> &candidates);
     /// The user's answer to State::NeedsPassword.
     void submitPassword(const QString &password);
     void refreshStatus(const Done &callback);
-    /// Ends everything without a further signal; calls under way fail with "disconnected".
+    /// Ends everything without a further signal; calls under way fail with "disconnected", and one
+    /// of their callbacks may start the session over.
     void stop();
 
     [[nodiscard]] State state() const { return m_state; }
@@ -94,7 +97,8 @@ public:
     void scanWifi(const std::function<void(bool ok, const QList<WifiNetwork> &networks,
                                            const QString &note)> &callback);
     void wirelessLink(const std::function<void(const WirelessLink &link)> &callback);
-    /// Pairs the device with a receiver and restarts it; the key is the one that it uses.
+    /// Pairs the device with a receiver and restarts it; the key is the one that the device
+    /// has made, if it was to.
     void enableWirelessTransmitter(
         const QString &peerMac, const QString &key, bool generateKey,
         const std::function<void(bool ok, const QString &error, const QString &key)> &callback);
@@ -102,6 +106,7 @@ public:
     /// Hands Wi-Fi credentials over and follows, for up to 13 looks, whether the device joins.
     void configureWifi(const QString &ssid, const QString &pass, const Progress &progress,
                        const Done &done);
+    /// The looks alone; attempt counts them from 0 on.
     void verifyWifi(const QString &ssid, int attempt, const Progress &progress, const Done &done);
     void listControllers(const std::function<void(bool ok, const QList<ControllerChoice> &choices,
                                                   const QString &error)> &callback);
@@ -122,7 +127,9 @@ Q_SIGNALS:
     void statusUpdated();
 
 private:
-    void setState(State state, const QString &detail);
+    void setState(State state, QString detail);
+    [[nodiscard]] unsigned endConnection();
+    void signIn();
     [[nodiscard]] bool hangUp();
     void onLinkOpened(const QJsonObject &info);
     void onLinkClosed(const QString &reason);
