@@ -35,16 +35,13 @@ QByteArrayList parseSlowly(const QByteArray &stream)
     for (qsizetype at = 0; at + 8 <= stream.size();) {
         const qsizetype length = qFromLittleEndian<quint16>(stream.constData() + at + 4);
         const QByteArray frame = stream.mid(at, length + 8);
-        if (!frame.startsWith(QByteArrayView("\0TF", 3)) || length > UsbFrame::maxPayload) {
-            ++at;
-        } else if (frame.size() < length + 8) {
+        const bool begins = frame.startsWith(QByteArrayView("\0TF", 3)) && length <= UsbFrame::maxPayload;
+        if (begins && frame.size() < length + 8) {
             break;
-        } else if (frame != buildFrame(static_cast<unsigned char>(frame[3]), frame.mid(6, length))) {
-            ++at;
-        } else {
-            found.append(frame);
-            at += frame.size();
         }
+        const bool whole = begins && frame == buildFrame(static_cast<unsigned char>(frame[3]), frame.mid(6, length));
+        found += whole ? QByteArrayList{frame} : QByteArrayList();
+        at += whole ? frame.size() : 1;
     }
     return found;
 }
