@@ -69,22 +69,22 @@ private:
 
     void countCredit(const QByteArray &bytes)
     {
-        const std::optional<stream::Message> message = stream::decode(bytes);
-        if (message && message->type == stream::Open) {
-            credit[message->id] = 0;
-        } else if (message && message->type == stream::Credit && message->payload.size() == 4) {
-            credit[message->id] += qFromLittleEndian<quint32>(message->payload.constData());
+        const stream::Message message = stream::decode(bytes).value_or(stream::Message());
+        if (message.type == stream::Open) {
+            credit[message.id] = 0;
+        } else if (message.type == stream::Credit && message.payload.size() == 4) {
+            credit[message.id] += qFromLittleEndian<quint32>(message.payload.constData());
         }
     }
 
     void check(const QByteArray &bytes)
     {
-        const std::optional<stream::Message> message = stream::decode(bytes);
-        require(message && (message->id != 0) && message->payload.size() <= 512);
-        if (message->type == stream::Data) {
-            require(!message->payload.isEmpty() && message->payload.size() <= credit[message->id]);
-            credit[message->id] -= message->payload.size();
-            sent += message->payload.size();
+        const stream::Message message = stream::decode(bytes).value_or(stream::Message());
+        require(message.id != 0 && message.payload.size() <= 512);
+        if (message.type == stream::Data) {
+            require(!message.payload.isEmpty() && message.payload.size() <= credit[message.id]);
+            credit[message.id] -= message.payload.size();
+            sent += message.payload.size();
         }
     }
 
