@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: GPL-2.0-or-later
 # SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
-# Runs every fuzz target for FUZZ_SECONDS (30) and fails when one of them finds something. Runs
+# Runs every fuzz target, or FUZZ_ONLY, for FUZZ_SECONDS (30) each and fails when one of them finds something. Runs
 # inside the sandbox. A new input worth keeping is copied to tests/fuzz/corpus/NAME/ by hand.
 set -euo pipefail
 
@@ -10,12 +10,12 @@ seconds=${FUZZ_SECONDS:-30}
 findings=build/fuzz/findings
 failed=()
 
-mapfile -t targets < <(find build/fuzz -type f -name 'fuzz_*' -executable | sort)
-((${#targets[@]})) || { echo "fuzz: no target was built"; exit 1; }
 mkdir -p "$findings"
 
-for target in "${targets[@]}"; do
-    name=$(basename "$target")
+for source in tests/fuzz/fuzz_*.cpp; do
+    name=$(basename "$source" .cpp)
+    [[ ${FUZZ_ONLY:-$name} == "$name" ]] || continue
+    target=build/fuzz/tests/fuzz/$name
     log=build/fuzz/$name.log
     # What the fuzzer adds stays out of the tree.
     corpus=$(mktemp -d)
