@@ -58,6 +58,10 @@ void HttpStub::read(QTcpSocket *socket)
         m_hanging.append(socket);
         return;
     }
+    if (reply.how == HttpReply::How::Drop) {
+        socket->disconnectFromHost();
+        return;
+    }
     write(socket, reply);
 }
 
