@@ -27,7 +27,7 @@ struct HttpReply
 
     int status = 200;
     QByteArray body = "{}";
-    QByteArray headers = {}; // whole lines, each with its "\r\n"
+    QByteArray headers = ""; // whole lines, each with its "\r\n"
     How how = How::Answer;
 };
 
