@@ -14,7 +14,9 @@ import games
 from certs import CertError, server_context
 from control import Control
 from faults import Faults
+from faults_usb import UsbFaults
 from feed import Feed
+from hardware import Hardware
 from net import ListenError, is_loopback, log, quoted_host
 from portal import Portal
 from venue import Venue
@@ -22,6 +24,9 @@ from venue import Venue
 DEVICE = re.compile(r"(?P<id>[^=@]+)(=(?P<nickname>.*?))?(@(?P<address>[A-Za-z0-9.:-]+))?")
 ACCOUNT = re.compile(r"(?P<email>[^:]+):(?P<password>.+?)(:(?P<code>\d{6}))?")
 TOKEN = re.compile(r"(?P<id>[^=]+)=(?P<token>.+)")
+PASSWORD = re.compile(r"(?P<id>[^=]+)=(?P<password>.+)")
+PORT = re.compile(r"(?P<id>[^@]+)(@(?P<path>/.+))?")
+FIRST_PORT = "/dev/ttyACM0"
 TICK_SECONDS = 0.1
 
 
@@ -40,14 +45,16 @@ def _port(text):
     return int(text)
 
 
-def _speed(text):
-    try:
-        speed = float(text)
-    except ValueError:
-        speed = 0
-    if not 0 < speed <= 1000:
-        raise argparse.ArgumentTypeError("must be a number above 0 and up to 1000")
-    return speed
+def _number_up_to(limit):
+    def parse(text):
+        try:
+            number = float(text)
+        except ValueError:
+            number = 0
+        if not 0 < number <= limit:
+            raise argparse.ArgumentTypeError(f"must be a number above 0 and up to {limit}")
+        return number
+    return parse
 
 
 def _arguments():
@@ -78,8 +85,21 @@ def _arguments():
         help=f"{', '.join(games.BUILT_IN)} or a script FILE.json (%(default)s)")
     add("--seed", type=int, default=1, metavar="N",
         help="the same seed gives the same game (%(default)s)")
-    add("--speed", type=_speed, default=1.0, metavar="X", help="times real time (%(default)s)")
+    add("--speed", type=_number_up_to(1000), default=1.0, metavar="X",
+        help="of the game, times real time (%(default)s)")
     add("--manual", action="store_true", help="the game stands; it moves by control requests only")
+    add("--usb", action="append", default=[], metavar="ID[@PATH]",
+        type=_matching(PORT, "ID[@/PATH]"),
+        help=f"repeatable; this device is on a serial port ({FIRST_PORT} and the next ones)")
+    add("--receiver", action="append", default=[], metavar="ID[@PATH]",
+        type=_matching(PORT, "ID[@/PATH]"),
+        help="repeatable; a wireless receiver that is paired with this device is on one")
+    add("--admin-password", action="append", default=[], metavar="ID=PASSWORD",
+        type=_matching(PASSWORD, "ID=PASSWORD"),
+        help="a device's password; else a random one. quietmoose is that of a new device")
+    add("--pace", type=_number_up_to(10000), default=1.0, metavar="X",
+        help="how much faster than in reality the devices restart, join networks and update "
+             "themselves (%(default)s)")
     add("--cert", metavar="FILE", help="TLS certificate, PEM; else one is made with openssl")
     add("--key", metavar="FILE", help="the certificate's private key")
     add("--ca-dir", metavar="DIR",
@@ -99,10 +119,31 @@ def _checked(parser, options):
     if len(set(ids)) < len(ids):
         parser.error("two devices have the same id")
     options.token = {entry["id"]: entry["token"] for entry in options.token}
-    unknown = set(options.token) - set(ids)
-    if unknown:
-        parser.error(f"--token names no device of this venue: {', '.join(sorted(unknown))}")
+    options.admin_password = {e["id"]: e["password"] for e in options.admin_password}
+    options.usb, options.receiver = _ports(parser, options)
+    for name in ("token", "admin_password", "usb", "receiver"):
+        unknown = set(getattr(options, name)) - set(ids)
+        if unknown:
+            parser.error(f"--{name.replace('_', '-')} names no device of this venue: "
+                         f"{', '.join(sorted(unknown))}")
     return options
+
+
+def _ports(parser, options):
+    """The paths of the devices' and the receivers' ports, by device id."""
+    wishes = [*options.usb, *options.receiver]
+    taken = {wish["path"] for wish in wishes if wish["path"]}
+    names = (f"{FIRST_PORT[:-1]}{number}" for number in range(100))
+    free = (name for name in names if name not in taken)
+    for wish in wishes:
+        wish["path"] = wish["path"] or next(free)
+    if len({wish["path"] for wish in wishes}) < len(wishes):
+        parser.error("two ports have the same path")
+    found = [{wish["id"]: wish["path"] for wish in some}
+             for some in (options.usb, options.receiver)]
+    if sum(map(len, found)) < len(wishes):
+        parser.error("a device can have one port and one receiver")
+    return found
 
 
 def _venue(options):
@@ -114,7 +155,8 @@ def _venue(options):
     for number, device in enumerate(options.device):
         venue.add_device(device["id"], device["nickname"] or "",
                          device["address"] or options.host, options.token.get(device["id"]),
-                         games.load(options.game, options.seed + number))
+                         games.load(options.game, options.seed + number),
+                         options.admin_password.get(device["id"]))
     return venue
 
 
@@ -144,7 +186,7 @@ async def _play(venue, speed):
         last = now
 
 
-def _ready(options, venue, portal, control, authority):
+def _ready(options, venue, portal, control, hardware, authority):
     host = "localhost" if is_loopback(options.host) and ":" not in options.host \
         else quoted_host(options.host)
     devices = [{"id": d.id, "nickname": d.nickname, "host": d.address, "port": d.port,
@@ -153,7 +195,7 @@ def _ready(options, venue, portal, control, authority):
         "ready": True, "portal": f"https://{host}:{portal.listener.port}",
         "portal_port": portal.listener.port,
         "control": f"http://127.0.0.1:{control.listener.port}",
-        "devices": devices, "ca": authority}), flush=True)
+        "devices": devices, "usb": hardware.ready(), "ca": authority}), flush=True)
 
 
 async def _run(options):
@@ -161,25 +203,29 @@ async def _run(options):
     stop = asyncio.Event()
     for number in (signal.SIGINT, signal.SIGTERM):
         loop.add_signal_handler(number, stop.set)
-    venue, faults = _venue(options), Faults()
-    tls, authority = server_context(options.host, options.cert, options.key, options.ca_dir)
+    venue, faults = _venue(options), Faults(UsbFaults())
+    tls, fingerprint, authority = server_context(options.host, options.cert, options.key,
+                                                 options.ca_dir)
     portal = Portal(venue, faults, options.host, options.portal_port, tls)
     feeds = _feeds(venue, faults, options.feed_port, tls)
-    venue.on_change = lambda device: feeds[device.id].publish()
+    hardware = Hardware(venue, faults, options.pace, fingerprint, options.usb, options.receiver)
+    venue.on_change = lambda device: {"feed_ns": feeds[device.id].publish(),
+                                      "usb_ns": hardware.publish(device)}
     game = {"name": options.game, "seed": options.seed, "speed": options.speed,
             "manual": options.manual}
-    control = Control(options.control_port, venue, faults, portal, feeds, game)
+    control = Control(options.control_port, venue, faults, portal, feeds, hardware, game)
     listeners = [server.listener for server in (portal, control, *feeds.values())]
     for listener in listeners:
         listener.open()
+    hardware.open()
     tasks = [loop.create_task(feed.heartbeats()) for feed in feeds.values()]
     if not options.manual:
         tasks.append(loop.create_task(_play(venue, options.speed)))
-    _ready(options, venue, portal, control, authority)
+    _ready(options, venue, portal, control, hardware, authority)
     await stop.wait()
     for task in tasks:
         task.cancel()
-    await asyncio.gather(*(listener.close() for listener in listeners))
+    await asyncio.gather(hardware.close(), *(listener.close() for listener in listeners))
     log("the venue is closed")
 
 

@@ -3,8 +3,10 @@
 """TLS certificates, made with the openssl program."""
 
 import fcntl
+import hashlib
 import ipaddress
 import os
+import re
 import shutil
 import ssl
 import subprocess
@@ -20,13 +22,14 @@ NEW_KEY = ["-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:prime256v1", "-nodes"
 
 
 def server_context(host, cert=None, key=None, ca_dir=None):
-    """Returns the TLS settings of the servers and the path of the authority, or None."""
+    """Returns the TLS settings of the servers, the certificate's SHA-256, and the path of the
+    authority or None."""
     if cert:
-        return _load(cert, key), None
+        return *_load(cert, key), None
     folder = tempfile.mkdtemp(prefix="tallyforge-sim-")
     try:
         authority = _authority(ca_dir) if ca_dir else None
-        return _load(*_issue(folder, host, authority)), authority and authority[0]
+        return *_load(*_issue(folder, host, authority)), authority and authority[0]
     except OSError as error:
         raise CertError(f"The TLS certificate could not be made: {error}.") from error
     finally:
@@ -38,10 +41,13 @@ def _load(cert, key):
     context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
     try:
         context.load_cert_chain(cert, key)
+        with open(cert, encoding="ascii", errors="replace") as file:
+            first = re.search(r"-----BEGIN CERTIFICATE-----.*?-----END CERTIFICATE-----",
+                              file.read(), re.DOTALL)
     except (OSError, ssl.SSLError) as error:
         raise CertError(f"The certificate {cert} with the key {key} could not be read: "
                         f"{error}.") from error
-    return context
+    return context, hashlib.sha256(ssl.PEM_cert_to_DER_cert(first[0])).hexdigest()
 
 
 def _openssl(*arguments):

@@ -2,64 +2,37 @@
 # SPDX-FileCopyrightText: 2026 The Tallyforge developers
 """The control port: a test or a rehearsing crew looks in and changes things through it."""
 
-import json
 from functools import partial
 
+from control_hardware import HardwareControl, ROUTES as HARDWARE_ROUTES
 from faults import FaultError, PASSING
 from httpd import HttpServer, Response
 from net import ListenError, log
+from wishes import ControlError, body_of, take
 
-PLACES = ("portal", "feed", "device")
-
-
-class ControlError(Exception):
-    def __init__(self, text, status=400):
-        super().__init__(text)
-        self.status = status
-
-
-def _no_constant(name):
-    raise ValueError(f"{name} is not JSON")
-
-
-def _object(request):
-    try:
-        body = json.loads(request.body or b"{}", parse_constant=_no_constant)
-    except (ValueError, RecursionError):
-        raise ControlError("The body is not JSON.") from None
-    if not isinstance(body, dict):
-        raise ControlError("The body must be a JSON object.")
-    return body
-
-
-def _take(body, **kinds):
-    """The values of these keys, None for a missing one; any other key is an error."""
-    extra = set(body) - set(kinds)
-    if extra:
-        raise ControlError(f"This request does not take {', '.join(sorted(extra))}.")
-    for key, kind in kinds.items():
-        if key in body and type(body[key]) is not kind:
-            raise ControlError(f"{key} is of the wrong JSON type.")
-    return [body.get(key) for key in kinds]
+PLACES = ("portal", "feed", "device", "usb")
 
 
 class Control:
-    def __init__(self, port, venue, faults, portal, feeds, game):
+    def __init__(self, port, venue, faults, portal, feeds, hardware, game):
         self._venue = venue
         self._faults = faults
         self._portal = portal
         self._feeds = feeds   # device id -> Feed
+        self._hardware = HardwareControl(hardware, self._device)
         self._game = game     # how the game was started, for /state
         self._server = HttpServer("127.0.0.1", port, self._handle)
         self.listener = self._server.listener
 
     async def _handle(self, request):
-        action = ROUTES.get((request.method, request.path))
+        route = request.method, request.path
         try:
-            if not action:
-                raise ControlError("There is no such request here. Known are "
-                                   + ", ".join(" ".join(route) for route in ROUTES) + ".", 404)
-            return Response(200, action(self, request))
+            if route in ROUTES:
+                return Response(200, ROUTES[route](self, request))
+            if route in HARDWARE_ROUTES:
+                return Response(200, HARDWARE_ROUTES[route](self._hardware, request))
+            raise ControlError("There is no such request here. Known are " + ", ".join(
+                " ".join(route) for route in [*ROUTES, *HARDWARE_ROUTES]) + ".", 404)
         except ControlError as error:
             return Response(error.status, {"error": str(error)})
         except FaultError as error:
@@ -70,7 +43,7 @@ class Control:
     def _device(self, device_id):
         if device_id is None:
             return next(iter(self._venue.devices.values()))
-        if device_id not in self._venue.devices:
+        if not isinstance(device_id, str) or device_id not in self._venue.devices:
             raise ControlError("There is no such device.", 404)
         return self._venue.devices[device_id]
 
@@ -81,7 +54,8 @@ class Control:
             "devices": {d.id: {"fields": d.fields, "sport": d.sport,
                                "online": self._online(d), "status": portal.status(d),
                                "feed_clients": d.feed_clients, "feed_auths": d.feed_auths,
-                               "feed_connects": d.feed_connects}
+                               "feed_connects": d.feed_connects,
+                               **self._hardware.shown(d)}
                         for d in venue.devices.values()},
             "portal": {"requests": portal.requests, "by_path": portal.by_path,
                        "sessions": len(venue.sessions), "hanging": portal.hanging},
@@ -98,12 +72,13 @@ class Control:
 
     def secrets(self, _):
         devices = {d.id: {"token": d.token, "claim_code": d.claim_code,
-                          "admin_password": d.admin_password, "passkey": d.passkey}
+                          "admin_password": d.admin_password, "passkey": d.passkey,
+                          "device_password": self._hardware.password(d)}
                    for d in self._venue.devices.values()}
         return {"secrets": list(self._venue.secrets), "devices": devices}
 
     def step(self, request):
-        count, device_id = _take(_object(request), count=int, device=str)
+        count, device_id = take(body_of(request), count=int, device=str)
         if count is not None and not 1 <= count <= 100000:
             raise ControlError("count must be a whole number from 1 to 100000.")
         device = self._device(device_id)
@@ -115,10 +90,10 @@ class Control:
                 "finished": device.game.finished}
 
     def set(self, request):
-        device_id, fields, sport, online, raw = _take(
-            _object(request), device=str, fields=dict, sport=str, online=bool, raw=dict)
-        moment = self._venue.change(self._device(device_id), fields, sport, online, raw)
-        return {"revision": self._venue.revision, "feed_ns": moment}
+        device_id, fields, sport, online, raw = take(
+            body_of(request), device=str, fields=dict, sport=str, online=bool, raw=dict)
+        moments = self._venue.change(self._device(device_id), fields, sport, online, raw)
+        return {"revision": self._venue.revision, **moments}
 
     def sent(self, request):
         number = request.query.get("revision", "")
@@ -128,26 +103,32 @@ class Control:
         if not device:
             raise ControlError("There is no such revision, or it is long past.", 404)
         return {"revision": int(number), "feed_ns": device.feed_sent.find(int(number)),
+                "usb_ns": device.usb_sent.find(int(number)),
                 "portal_ns": device.portal_sent.find(int(number))}
 
     def fault(self, request):
-        wish = _object(request)
+        wish = body_of(request)
         where = wish.get("where")
         if where == "portal":
             self._faults.set_portal(wish)
             self._portal.apply_faults()
         elif where in ("feed", "device"):
-            _, kind, device_id = _take(wish, where=str, kind=str, device=str)
+            _, kind, device_id = take(wish, where=str, kind=str, device=str)
             ids = [self._device(device_id).id] if device_id else list(self._venue.devices)
             self._change_faults(partial(self._faults.set_devices, where, kind, ids),
                                 kind if where == "feed" and kind in PASSING else None, ids)
+        elif where == "usb":
+            device_id = wish.get("device")
+            ids = [self._device(device_id).id] if device_id else list(self._venue.devices)
+            self._faults.usb.set(wish, ids)
+            self._hardware.apply_faults()
         else:
             raise ControlError(f"where must be one of {', '.join(PLACES)}.")
         log(f"fault on: {where} {wish.get('kind')}")
         return {"faults": self._faults.shown()}
 
     def clear(self, request):
-        where, = _take(_object(request), where=str)
+        where, = take(body_of(request), where=str)
         if where == "violations":
             self._venue.violations.clear()
         elif where is not None and where not in PLACES:
@@ -155,6 +136,7 @@ class Control:
         else:
             self._change_faults(partial(self._faults.clear, where))
             self._portal.apply_faults()
+            self._hardware.apply_faults()
             log(f"faults off: {where or 'all'}")
         return {"faults": self._faults.shown()}
 
@@ -166,7 +148,7 @@ class Control:
                               passing if device_id in passing_ids else None)
 
     def session(self, request):
-        revoke, = _take(_object(request), revoke=bool)
+        revoke, = take(body_of(request), revoke=bool)
         if not revoke:
             raise ControlError("This request takes {\"revoke\": true} alone.")
         self._venue.sessions.clear()

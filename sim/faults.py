@@ -52,7 +52,8 @@ class PortalFault:
 
 
 class Faults:
-    def __init__(self):
+    def __init__(self, usb):
+        self.usb = usb     # UsbFaults
         self.portal = {}   # path prefix -> PortalFault
         self.feed = {}     # device id -> kind
         self.device = {}   # device id -> kind
@@ -60,7 +61,7 @@ class Faults:
 
     def shown(self):
         return {"portal": [fault.shown() for fault in self.portal.values()],
-                "feed": dict(self.feed), "device": dict(self.device)}
+                "feed": dict(self.feed), "device": dict(self.device), "usb": self.usb.shown()}
 
     def set_portal(self, wish):
         kind = wish.get("kind")
@@ -130,3 +131,5 @@ class Faults:
             self.feed.clear()
         if where in (None, "device"):
             self.device.clear()
+        if where in (None, "usb"):
+            self.usb.clear()

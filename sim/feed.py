@@ -8,7 +8,7 @@ import time
 from collections import deque
 
 from net import Listener, first_of, log, reset, streams
-from venue import FIRMWARE, VERSION, now_ms, same_secret
+from venue import now_ms, same_secret
 
 AUTH_SECONDS = 10
 HEARTBEAT_SECONDS = 1.0
@@ -185,12 +185,7 @@ class Feed:
         return next((moment for moment in moments if moment), None)
 
     def _send_state(self, client):
-        device = self._device
-        envelope = device.raw
-        if envelope is None:
-            envelope = {"type": "state", "seq": device.seq, "ts_ms": device.ts_ms, "v": VERSION,
-                        "sport": device.sport, "fw_version": FIRMWARE, "fields": device.fields}
-        return self._send(client, envelope, device.revision)
+        return self._send(client, self._device.envelope(), self._device.revision)
 
     async def heartbeats(self):
         while True:

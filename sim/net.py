@@ -66,6 +66,10 @@ class Listener:
         self._sock = _bind(host, port)
         self.port = self._sock.getsockname()[1]
 
+    @property
+    def listening(self):
+        return self._listening
+
     def open(self):
         if self._listening:
             return

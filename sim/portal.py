@@ -11,7 +11,7 @@ from urllib.parse import unquote
 
 from httpd import HttpServer, Response
 from net import first_of, log
-from venue import FIRMWARE, KEPT, VERSION, now_ms, same_secret
+from venue import KEPT, VERSION, now_ms, same_secret
 
 COOKIE = "tf_session"
 COOKIE_SECONDS = 30 * 24 * 3600
@@ -222,7 +222,7 @@ class Portal:
         if envelope is None:
             envelope = {"type": "state", "seq": device.seq, "ts_ms": now_ms(), "v": VERSION,
                         "sport": device.sport, "online": status == "online",
-                        "device_ts_ms": device.ts_ms, "fw_version": FIRMWARE,
+                        "device_ts_ms": device.ts_ms, "fw_version": device.firmware,
                         "transport": "wifi", "fields": device.fields}
         revision = device.revision
         return Response(200, envelope,
@@ -238,8 +238,8 @@ class Portal:
             return Response(200, {"ok": True, "queued": not online, "data": {}})
         if not online:
             raise Refusal(504, {"detail": {"error": "device_unreachable_or_timeout"}})
-        data = {"update_available": False, "current": FIRMWARE} if command == "ota_check" else \
-            {"device_id": device.id, "fw_version": FIRMWARE, "sport": device.sport,
+        data = {"update_available": False, "current": device.firmware} if command == "ota_check" else \
+            {"device_id": device.id, "fw_version": device.firmware, "sport": device.sport,
              "wifi_rssi": -52, **device.config}
         return Response(200, {"ok": True, "queued": False, "data": data})
 

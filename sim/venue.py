@@ -50,6 +50,7 @@ class Device:
     claim_code: str
     share_token: str
     game: Game
+    firmware: str = FIRMWARE
     port: int = 0
     sport: str = ""
     fields: dict = field(default_factory=dict)
@@ -64,6 +65,14 @@ class Device:
     feed_clients: int = 0
     feed_sent: SentLog = field(default_factory=SentLog)
     portal_sent: SentLog = field(default_factory=SentLog)
+    usb_sent: SentLog = field(default_factory=SentLog)
+
+    def envelope(self):
+        """The state as the device itself tells it, on any carrier."""
+        if self.raw is not None:
+            return self.raw
+        return {"type": "state", "seq": self.seq, "ts_ms": self.ts_ms, "v": VERSION,
+                "sport": self.sport, "fw_version": self.firmware, "fields": self.fields}
 
 
 def now_ms():
@@ -85,7 +94,7 @@ class Venue:
         self.secrets = {}      # a dict for its order
         self.violations = []
         self.revision = 0
-        self.on_change = None  # called with the device; returns when the feed's write began
+        self.on_change = None  # called with the device; returns when each carrier's write began
         self._owners = deque(maxlen=8192)
 
     def secret(self, value):
@@ -102,12 +111,12 @@ class Venue:
     def add_account(self, email, password, code=""):
         self.accounts[email] = Account(email, self.secret(password), code and self.secret(code))
 
-    def add_device(self, device_id, nickname, address, token, script):
+    def add_device(self, device_id, nickname, address, token, script, password=None):
         device = Device(
             id=device_id, nickname=nickname, address=address,
             token=self.secret(token or secrets.token_urlsafe(24)),
             passkey=self.secret(f"{secrets.randbelow(10**6):06d}"),
-            admin_password=self.secret(secrets.token_urlsafe(9)),
+            admin_password=self.secret(password or secrets.token_urlsafe(9)),
             claim_code=self.secret(secrets.token_hex(4).upper()),
             share_token=self.secret(secrets.token_urlsafe(16)),
             game=Game(script), sport=script.sport, fields=dict(script.start), ts_ms=now_ms())
@@ -125,7 +134,7 @@ class Venue:
         return challenge
 
     def change(self, device, fields=None, sport=None, online=None, raw=None):
-        """Changes what a device shows, and returns when the feed's write of it began, or None."""
+        """Changes what a device shows, and returns when each carrier's write of it began."""
         self.revision += 1
         device.revision = self.revision
         self._owners.append((self.revision, device))
@@ -135,7 +144,7 @@ class Venue:
         device.raw = raw
         device.seq += 1
         device.ts_ms = now_ms()
-        return self.on_change(device) if self.on_change else None
+        return self.on_change(device) if self.on_change else {}
 
     def owner(self, revision):
         """The device that a revision changed, or None."""

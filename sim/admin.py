@@ -1,0 +1,369 @@
+# SPDX-License-Identifier: GPL-2.0-or-later
+# SPDX-FileCopyrightText: 2026 The Tallyforge developers
+"""A device's administration: what its methods do and keep, whatever carries them."""
+
+import secrets
+
+import upgrades
+from radio import Radio
+from settings import CHOICE, Settings
+from venue import same_secret
+from wifi import NETWORKS, Wifi
+
+FACTORY_PASSWORD = "quietmoose"
+PASSWORD_LENGTH = 8
+WRONG_LIMIT = 5            # wrong passwords in a row, after which none is taken for a while
+LOCKED_SECONDS = 60
+GOODBYE_SECONDS = 0.5      # between the answer to "reboot" and the restart
+RESTART_SECONDS = 4
+LOG_LINES = 200
+DURATIONS = {"scanWifi": 4, "otaCheck": 1.5, "configureWifi": 0.3}
+
+
+class Refused(Exception):
+    """The device says no, with a code for the program and a sentence for the user."""
+
+    def __init__(self, code, message):
+        super().__init__(message)
+        self.code = code
+
+
+class Session:
+    """One connection's sign-in; a restart ends it."""
+
+    def __init__(self, carrier):
+        self.carrier = carrier     # "usb", "receiver", "ble" or "lan"
+        self.signed_in = False
+
+
+class Admin:
+    def __init__(self, venue, device, clock, fingerprint="", on_usb=False):
+        self._venue = venue
+        self.device = device
+        self.clock = clock
+        self.device_id = device.id
+        self.password = device.admin_password
+        self.must_change = self.password == FACTORY_PASSWORD
+        self.token_made = not self.must_change
+        self.fingerprint = fingerprint
+        self.cloud_account = True  # it has its sign-in for the cloud
+        self.cloud_route = lambda: ""
+        self.on_restart = []       # called with True as it goes down, False as it comes up
+        self.on_settings = []      # called when the cloud connection's settings may have changed
+        self.down = False
+        self.restarts = 0
+        self.logins = 0
+        self.requests = {}         # method -> how often
+        self.log_padding = 0
+        self.wifi = Wifi(clock, device.address, NETWORKS)
+        self.wifi.joined = None if self.must_change else NETWORKS[0].ssid
+        for network in NETWORKS:
+            if network.password:
+                venue.secret(network.password)
+        self.radio = Radio(venue.secret)
+        self.settings = Settings(on_usb)
+        self.network_test = upgrades.NetworkTest(clock)
+        self.firmware = upgrades.firmware(clock, device.firmware, self._upgraded)
+        self.chip = upgrades.chip(clock, self._upgraded)
+        self._wrong = 0
+        self._locked_until = 0.0
+        self._erase = False
+        self._restart_planned = False
+        self._booted = clock.now()
+        self._reason = "power_on"
+        self._log = []
+        self.note("started")
+
+    def note(self, text):
+        """A line of the device's own log, which any signed-in user may read."""
+        self._log.append(f"{self.clock.now() - self._booted:10.3f} {text}")
+        del self._log[:-LOG_LINES]
+
+    def handle(self, method, params, session):
+        """The method's result; raises Refused. What breaks the format is recorded as well."""
+        known = METHODS.get(method)
+        if not known:
+            raise self._broken(session, "a method", "there is no such method", "unknown_method")
+        action, required, optional = known
+        self.requests[method] = self.requests.get(method, 0) + 1
+        if not session.signed_in and method != "login":
+            raise Refused("unauthorized", "Sign in first.")
+        if self.must_change and method not in WITH_OLD_PASSWORD:
+            raise Refused("password_change_required", "Choose a new password first.")
+        if callable(required):
+            required = required(params)
+        rule = _broken_rule(params, required, optional)
+        if rule:
+            raise self._broken(session, method, rule)
+        self.note(f"{session.carrier}: {method}")
+        return action(self, params, session)
+
+    def _broken(self, session, method, rule, code="bad_request"):
+        self._venue.violation(f"{session.carrier} {self.device.id} {method}: {rule}")
+        return Refused(code, f"Bad request: {rule}.")
+
+    # Signing in
+
+    def login(self, params, session):
+        if self.clock.now() < self._locked_until:
+            raise Refused("rate_limited", "Too many wrong passwords. Wait a minute, then try again.")
+        if not same_secret(params["password"], self.password):
+            self._wrong += 1
+            if self._wrong >= WRONG_LIMIT:
+                self._wrong, self._locked_until = 0, self.clock.now() + LOCKED_SECONDS
+            session.signed_in = False
+            raise Refused("invalid_credentials", "The password is wrong.")
+        self.unlock()
+        self.logins += 1
+        session.signed_in = True
+        return {"must_change_password": self.must_change}
+
+    def set_password(self, password):
+        self.password = self._venue.secret(password)
+        self.must_change = password == FACTORY_PASSWORD
+
+    def unlock(self):
+        self._wrong, self._locked_until = 0, 0.0
+
+    def change_password(self, params, session):
+        new = params["new_password"]
+        if new != params["confirm_password"]:
+            raise self._broken(session, "changePassword", "the new password's repeat differs")
+        if not same_secret(params["current_password"], self.password):
+            raise Refused("bad_password", "The current password is wrong.")
+        if len(new) < PASSWORD_LENGTH or new.lower() == FACTORY_PASSWORD:
+            raise Refused("weak_password", "Use at least 8 characters, and not the factory password.")
+        self.password, self.must_change = self._venue.secret(new), False
+        return {}
+
+    def reset_password(self, params, _):
+        self._confirm(params)
+        self.password, self.must_change = FACTORY_PASSWORD, True
+        return {}
+
+    @staticmethod
+    def _confirm(params):
+        if not params["confirm"]:
+            raise Refused("not_confirmed", "This needs a confirmation.")
+
+    def ensure_token(self, params, _):
+        if params.get("force_new"):
+            self.device.token = self._venue.secret(secrets.token_urlsafe(24))
+        self.token_made = True
+        return {"token": self.device.token}
+
+    def passkey(self, _, session):
+        if session.carrier == "ble":
+            raise Refused("not_available_here", "The passkey is only shown over a cable or the network.")
+        return {"passkey": self.device.passkey}
+
+    # What it tells about itself
+
+    def status(self, *_):
+        route = "wifi" if self.wifi.ip else self.cloud_route()
+        return {"device_id": self.device_id, "firmware_version": self.firmware.version,
+                **self.wifi.status(), "eth_ip": "", "mqtt_transport": route,
+                "mqtt_connected": self.cloud_account and bool(route),
+                "tcp_clients": self.device.feed_clients, "reset_reason": self._reason,
+                "uptime_s": int(self.clock.now() - self._booted),
+                "tls_fingerprint": self.fingerprint, "must_change_password": self.must_change,
+                "api_token_configured": self.token_made, "espnow": self.radio.shown()}
+
+    def state(self, *_):
+        return self.device.envelope()
+
+    def logs(self, *_):
+        text = "\n".join(self._log)
+        return {"logs": text + "\n" + "." * (self.log_padding - len(text) - 1)
+                if self.log_padding > len(text) else text}
+
+    def get_id(self, *_):
+        return {"device_id": self.device_id}
+
+    def set_id(self, params, _):
+        if not params["device_id"].strip():
+            raise Refused("bad_request", "The device id must not be empty.")
+        self.device_id = params["device_id"]
+        return {}
+
+    def clear_cloud(self, *_):
+        self.cloud_account = False
+        self.settings_changed()
+        return {}
+
+    # Networks
+
+    def configure_wifi(self, params, _):
+        if self.wifi.off:
+            raise Refused("wifi_off", "Wi-Fi is off while the wireless link is in use.")
+        self.wifi.configure(params["ssid"], params["pass"])
+        return {}
+
+    def set_radio(self, params, session):
+        if not self.radio.available:
+            raise Refused("not_supported", "This device has no wireless link.")
+        role, key, generate = params["role"], params.get("key"), params.get("generate_key")
+        if role not in ("tx", "off"):
+            raise self._broken(session, "setEspNow", "the role is neither tx nor off")
+        if generate is False or (generate and key is not None) or \
+                (role == "off" and len(params) > 1):
+            raise self._broken(session, "setEspNow", "keys that do not go together")
+        return self._as_told(self.radio.set, role, params.get("peer_mac"), key, generate)
+
+    @staticmethod
+    def _as_told(action, *values):
+        """An action whose objections are sentences for the user."""
+        try:
+            return action(*values) or {}
+        except ValueError as error:
+            raise Refused("invalid_value", str(error)) from None
+
+    # Settings
+
+    def set_settings(self, params, session):
+        if not params["mqtt_config_enabled"]:
+            raise self._broken(session, "setSettings", "mqtt_config_enabled is not true")
+        self._as_told(self.settings.set, params)
+        self.settings_changed()
+        return {}
+
+    def settings_changed(self):
+        for hook in self.on_settings:
+            hook()
+
+    # Restarts and updates
+
+    def check_firmware(self, *_):
+        offered = self.firmware.offered
+        return {"current_version": self.firmware.version, "error": self.firmware.check_error,
+                "update_available": bool(offered) and offered != self.firmware.version,
+                "version": offered or ""}
+
+    def apply_firmware(self, *_):
+        self._start(self.firmware)
+        return {"status": "ok"}
+
+    @staticmethod
+    def _start(upgrade):
+        if upgrade.running:
+            raise Refused("update_running", "An update is running already.")
+        if not upgrade.offered:
+            raise Refused("no_update", "There is no update to install.")
+        upgrade.start()
+
+    def firmware_progress(self, *_):
+        state, moved, error = self.firmware.state()
+        return {"state": state, "total_bytes": self.firmware.size, "bytes_read": moved,
+                "error": error}
+
+    def _the_chip(self):
+        if not self.chip:
+            raise Refused("not_supported", "This device has no wireless chip of that kind.")
+        return self.chip
+
+    def chip_status(self, *_):
+        chip = self._the_chip()
+        state, moved, error = chip.state()
+        return {"c6_running_version": chip.version, "state": state, "total_bytes": chip.size,
+                "bytes_sent": moved, "error": error}
+
+    def apply_chip(self, params, session):
+        if params["source"] != "partition":
+            raise self._broken(session, "c6OtaApply", "the source is not partition")
+        self._start(self._the_chip())
+        return {"status": "ok"}
+
+    def _upgraded(self, _):
+        self.restart("update", 0)
+
+    def reboot(self, *_):
+        self.restart("software")
+        return {"status": "ok"}
+
+    def factory_reset(self, params, _):
+        self._confirm(params)
+        self._erase = True
+        self.restart("factory_reset")
+        return {"status": "ok"}
+
+    def restart(self, reason, after=GOODBYE_SECONDS):
+        if not self._restart_planned:
+            self._restart_planned, self._reason = True, reason
+            self.clock.later(after, self._go_down)
+
+    def _go_down(self):
+        self.down = True
+        for hook in self.on_restart:
+            hook(True)
+        self.clock.later(RESTART_SECONDS, self._come_up)
+
+    def _come_up(self):
+        if self._erase:
+            self._erase_all()
+        self.radio.restart()
+        self.wifi.restart(self.radio.role == "tx")
+        for upgrade in filter(None, (self.firmware, self.chip)):
+            upgrade.finish_restart()
+        self.device.firmware = self.firmware.version
+        self.restarts += 1
+        self._booted, self._log = self.clock.now(), []
+        self.note(f"started after {self._reason}")
+        self._restart_planned = self._erase = self.down = False
+        for hook in self.on_restart:
+            hook(False)
+
+    def _erase_all(self):
+        self.password, self.must_change = FACTORY_PASSWORD, True
+        self.token_made = self.cloud_account = False
+        self.device.token = self._venue.secret(secrets.token_urlsafe(24))
+        self.unlock()
+        self.wifi.forget()
+        self.radio.reset()
+        self.settings.reset()
+
+
+def _broken_rule(params, required, optional):
+    keys = set(params)
+    if not set(required) <= keys or not keys <= set(required) | set(optional):
+        return "the keys of its params are not those of this method"
+    for key, kind in {**required, **optional}.items():
+        if key in params and type(params[key]) is not kind:
+            return f"{key} is of the wrong JSON type"
+    return None
+
+
+WITH_OLD_PASSWORD = ("login", "getStatus", "changePassword")
+_CHOICE_KEYS = dict.fromkeys(CHOICE, str)
+METHODS = {   # method -> action, the keys of its params with their types, further possible ones
+    "login": (Admin.login, {"password": str}, {}),
+    "getStatus": (Admin.status, {}, {}),
+    "getState": (Admin.state, {}, {}),
+    "changePassword": (Admin.change_password, {
+        "current_password": str, "new_password": str, "confirm_password": str}, {}),
+    "scanWifi": (lambda admin, *_: {"networks": admin.wifi.scan()}, {}, {}),
+    "configureWifi": (Admin.configure_wifi, {"ssid": str, "pass": str}, {}),
+    "getEspNow": (lambda admin, *_: {"espnow": admin.radio.shown()}, {}, {}),
+    "setEspNow": (Admin.set_radio, {"role": str},
+                  {"peer_mac": str, "key": str, "generate_key": bool}),
+    "getControllerList": (lambda admin, *_: {"controllers": admin.settings.controllers}, {}, {}),
+    "getControllerConfig": (lambda admin, *_: admin.settings.choice, {}, {}),
+    "setControllerConfig": (lambda admin, params, _: admin._as_told(
+        admin.settings.set_choice, params), _CHOICE_KEYS, {}),
+    "ensureApiToken": (Admin.ensure_token, {}, {"force_new": bool}),
+    "reboot": (Admin.reboot, {}, {}),
+    "networkTest": (lambda admin, *_: admin.network_test.ask(), {}, {}),
+    "getSettings": (lambda admin, *_: admin.settings.values, {}, {}),
+    "setSettings": (Admin.set_settings, Settings.kinds, {}),
+    "otaCheck": (Admin.check_firmware, {}, {}),
+    "otaApply": (Admin.apply_firmware, {}, {}),
+    "otaProgress": (Admin.firmware_progress, {}, {}),
+    "c6OtaStatus": (Admin.chip_status, {}, {}),
+    "c6OtaApply": (Admin.apply_chip, {"source": str, "force": bool}, {}),
+    "blePasskey": (Admin.passkey, {}, {}),
+    "getDeviceId": (Admin.get_id, {}, {}),
+    "setDeviceId": (Admin.set_id, {"device_id": str}, {}),
+    "clearMqttConfig": (Admin.clear_cloud, {}, {}),
+    "getLogs": (Admin.logs, {}, {}),
+    "resetLocalPassword": (Admin.reset_password, {"confirm": bool}, {}),
+    "factoryReset": (Admin.factory_reset, {"confirm": bool}, {}),
+}

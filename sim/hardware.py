@@ -1,0 +1,71 @@
+# SPDX-License-Identifier: GPL-2.0-or-later
+# SPDX-FileCopyrightText: 2026 The Tallyforge developers
+"""The devices as things: each one's administration, and the ports at which they are plugged."""
+
+import asyncio
+
+from admin import Admin
+from clock import Clock
+from cloud import Cloud
+from net import ListenError
+from radio import Receiver
+from usb import UsbFace
+
+
+class Hardware:
+    def __init__(self, venue, faults, pace, fingerprint, usb, receivers):
+        """`usb` and `receivers` are paths of ports by device id."""
+        self.clock = Clock(pace)
+        self.cloud = Cloud() if usb or receivers else None
+        self.admins = {device.id: Admin(venue, device, self.clock, fingerprint,
+                                        device.id in usb or device.id in receivers)
+                       for device in venue.devices.values()}
+        self.faces = {}   # (device id, "usb" or "receiver") -> UsbFace
+        for device_id, path in usb.items():
+            self._add(venue, faults, device_id, path, None)
+        for device_id, path in receivers.items():
+            admin = self.admins[device_id]
+            self._add(venue, faults, device_id, path, Receiver(venue.secret, admin.radio))
+            admin.wifi.restart(True)
+        self._tasks = []
+
+    def _add(self, venue, faults, device_id, path, receiver):
+        face = UsbFace(venue, faults, self.admins[device_id], path, self.cloud, receiver)
+        self.faces[device_id, face.name] = face
+
+    def publish(self, device):
+        moments = [face.publish() for (device_id, _), face in self.faces.items()
+                   if device_id == device.id]
+        return next((moment for moment in moments if moment), None)
+
+    def apply_faults(self):
+        for face in self.faces.values():
+            face.apply_faults()
+
+    def open(self):
+        loop = asyncio.get_running_loop()
+        for target in self.cloud.targets.values() if self.cloud else ():
+            target.listener.open()
+        try:
+            for face in self.faces.values():
+                face.open()
+        except ListenError:
+            for face in self.faces.values():
+                face.close()   # leaves no path behind
+            raise
+        for face in self.faces.values():
+            self._tasks += [loop.create_task(face.repeat()),
+                            loop.create_task(face.tunnel.trickle())]
+
+    async def close(self):
+        for task in self._tasks:
+            task.cancel()
+        for face in self.faces.values():
+            face.close()
+        for target in self.cloud.targets.values() if self.cloud else ():
+            await target.listener.close()
+
+    def ready(self):
+        """For the line that tells that all is ready."""
+        return [{"path": face.port.path, "device": device_id, "kind": face.kind}
+                for (device_id, _), face in self.faces.items()]
