@@ -220,9 +220,14 @@ class Admin:
 
     # Settings
 
+    def set_controller(self, params, _):
+        return self._as_told(self.settings.set_choice, params)
+
     def set_settings(self, params, session):
         if not params["mqtt_config_enabled"]:
             raise self._broken(session, "setSettings", "mqtt_config_enabled is not true")
+        if params.get("wireless_auto_scan") and params["wireless_channel"]:
+            raise self._broken(session, "setSettings", "a channel beside the automatic search")
         self._as_told(self.settings.set, params)
         self.settings_changed()
         return {}
@@ -333,7 +338,6 @@ def _broken_rule(params, required, optional):
 
 
 WITH_OLD_PASSWORD = ("login", "getStatus", "changePassword")
-_CHOICE_KEYS = dict.fromkeys(CHOICE, str)
 METHODS = {   # method -> action, the keys of its params with their types, further possible ones
     "login": (Admin.login, {"password": str}, {}),
     "getStatus": (Admin.status, {}, {}),
@@ -347,8 +351,7 @@ METHODS = {   # method -> action, the keys of its params with their types, furth
                   {"peer_mac": str, "key": str, "generate_key": bool}),
     "getControllerList": (lambda admin, *_: {"controllers": admin.settings.controllers}, {}, {}),
     "getControllerConfig": (lambda admin, *_: admin.settings.choice, {}, {}),
-    "setControllerConfig": (lambda admin, params, _: admin._as_told(
-        admin.settings.set_choice, params), _CHOICE_KEYS, {}),
+    "setControllerConfig": (Admin.set_controller, dict.fromkeys(CHOICE, str), {}),
     "ensureApiToken": (Admin.ensure_token, {}, {"force_new": bool}),
     "reboot": (Admin.reboot, {}, {}),
     "networkTest": (lambda admin, *_: admin.network_test.ask(), {}, {}),

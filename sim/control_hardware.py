@@ -4,6 +4,7 @@
 
 from net import log
 from tunnel import TunnelError, WINDOW
+from upgrades import CHECKS
 from usb_wire import PAYLOAD_LIMIT, TUNNEL_LIMIT, frame
 from wifi import JOINS, Network
 from wishes import ControlError, body_of, take
@@ -88,10 +89,7 @@ class HardwareControl:
         return self.shown(admin.device)["admin"]
 
     def pace(self, request):
-        body = body_of(request)
-        if type(body.get("pace")) is int:
-            body["pace"] = float(body["pace"])
-        pace, = take(body, pace=float)
+        pace, = take(body_of(request), pace=float)
         if pace is None or not 0 < pace <= 10000:
             raise ControlError("pace must be a number above 0 and up to 10000.")
         self._hardware.clock.set_pace(pace)
@@ -115,7 +113,7 @@ class HardwareControl:
             raise ControlError("This request takes the tunnel to be told, or null.")
         face = self._face(device_id, receiver)
         face.told_tunnel = tunnel
-        face.tell_tunnel()
+        face.tell_tunnel(again=True)
         return {"tunnel": tunnel}
 
     def frame(self, request):
@@ -225,6 +223,12 @@ def _set_upgrade(upgrade, wish):
         setattr(upgrade, "size" if key == "bytes" else key, value)
 
 
+def _set_checks(admin, failing):
+    if not set(failing) <= set(CHECKS) or not all(isinstance(v, str) for v in failing.values()):
+        raise ControlError(f"checks tells why which of {', '.join(CHECKS)} fail.")
+    admin.network_test.failing = failing
+
+
 def _set_logs(admin, count):
     _within(count, 0, LOG_LIMIT, "log_bytes")
     admin.log_padding = count
@@ -233,6 +237,13 @@ def _set_logs(admin, count):
 def _set_cloud_account(admin, there):
     admin.cloud_account = there
     admin.settings_changed()
+
+
+def _set_link(admin, wish):
+    try:
+        admin.radio.set(wish.get("role", "tx"), wish.get("peer_mac"), wish.get("key"), False)
+    except (TypeError, ValueError) as error:
+        raise ControlError(f"espnow takes role, peer_mac and key. {error}") from None
 
 
 def _setter(name, owner=None):
@@ -248,10 +259,11 @@ ADMIN_KEYS = {   # key -> its type, what it does
     "joined": (str, lambda admin, value: admin.wifi.put_on(value)),
     "networks": (list, _set_networks),
     "radio": (bool, _setter("available", "radio")),
+    "espnow": (dict, _set_link),
     "radio_error": (str, _setter("broken", "radio")),
     "controllers": (list, _setter("controllers", "settings")),
     "cloud_account": (bool, _set_cloud_account),
-    "checks": (dict, _setter("failing", "network_test")),
+    "checks": (dict, _set_checks),
     "firmware": (dict, lambda admin, wish: _set_upgrade(admin.firmware, wish)),
     "chip": (dict, lambda admin, wish: _set_upgrade(admin.chip, wish) if wish else
              setattr(admin, "chip", None)),

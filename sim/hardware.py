@@ -24,9 +24,8 @@ class Hardware:
         for device_id, path in usb.items():
             self._add(venue, faults, device_id, path, None)
         for device_id, path in receivers.items():
-            admin = self.admins[device_id]
-            self._add(venue, faults, device_id, path, Receiver(venue.secret, admin.radio))
-            admin.wifi.restart(True)
+            self._add(venue, faults, device_id, path,
+                      Receiver(venue.secret, self.admins[device_id]))
         self._tasks = []
 
     def _add(self, venue, faults, device_id, path, receiver):

@@ -24,6 +24,7 @@ class Radio:
         self.peer_mac = ""
         self.key = ""
         self.start_error = ""
+        self.active = None        # the receiver and the key that are in use since it started
         self.broken = ""          # why it won't start, if a test wants that
 
     def shown(self):
@@ -44,7 +45,7 @@ class Radio:
         if not generate and not KEY.fullmatch(key):
             raise ValueError("The pairing key must have 32 hexadecimal digits.")
         self.configured_role, self.peer_mac = "tx", peer_mac.lower()
-        self.key = self._secret(new_key() if generate else key)
+        self.key = self._secret(new_key() if generate else key).lower()
         return {"key": self.key} if generate else {}
 
     def restart(self):
@@ -52,6 +53,7 @@ class Radio:
         self.role = self.configured_role
         if self.role == "tx" and self.broken:
             self.role, self.start_error = "off", self.broken
+        self.active = (self.peer_mac, self.key) if self.role == "tx" else None
 
     def reset(self):
         self.configured_role, self.peer_mac, self.key = "off", "", ""
@@ -60,20 +62,20 @@ class Radio:
 class Receiver:
     """The receiver's own memory. It hears a device that transmits to it with its key."""
 
-    def __init__(self, secret, radio):
+    def __init__(self, secret, admin):
         self._secret = secret
-        self._radio = radio
+        self._admin = admin
         self.mac = "02:" + ":".join(f"{byte:02x}" for byte in secrets.token_bytes(5))
         self.key = secret(new_key())
         self.channel = 6
         self.firmware = "1.3.0"
-        radio.set("tx", self.mac, self.key, False)
-        radio.restart()
+        admin.radio.set("tx", self.mac, self.key, False)
+        admin.radio.restart()
+        admin.wifi.restart(True)
 
     @property
     def linked(self):
-        radio = self._radio
-        return radio.role == "tx" and radio.key == self.key != "" and radio.peer_mac == self.mac
+        return not self._admin.down and self._admin.radio.active == (self.mac, self.key)
 
     def status(self):
         message = {"t": "rx_status", "configured": bool(self.key), "link": self.linked,
@@ -87,6 +89,6 @@ class Receiver:
         if channel is not None and channel > 13:
             raise ValueError("The channel must be from 1 to 13")
         if generate or key is not None:
-            self.key = self._secret(new_key() if generate else key)
+            self.key = self._secret(new_key() if generate else key).lower()
         self.channel = channel or self.channel
         return self.key if generate else None

@@ -48,7 +48,7 @@ class RpcServer:
         self._faults = faults
         self._admin = admin
         self._carrier = carrier
-        self._send = send          # takes a reply's text, and the fault that it meets or None
+        self._send = send          # a coroutine of a reply's text and the fault it meets or None
         self._tasks = set()
         self._busy = False
         self.session = Session(carrier)
@@ -87,7 +87,7 @@ class RpcServer:
             await asyncio.sleep(fault.seconds)
         text = GARBAGE if kind == "garbage" else compact(reply)
         for _ in range(2 if kind == "twice" else 1):
-            self._send(text, fault)
+            await self._send(text, fault)
 
     async def _reply(self, request, fault):
         try:

@@ -3,8 +3,7 @@
 """What a device does over a while: its network test, and the updates of its two processors."""
 
 STEP_SECONDS = 2           # of one check of the network test
-CHECKS = {"local_network": "", "dns": "", "mqtt": "", "websocket_https": "", "firewall": "",
-          "end_to_end": ""}
+CHECKS = ("local_network", "dns", "mqtt", "websocket_https", "firewall", "end_to_end")
 
 
 class NetworkTest:
@@ -21,7 +20,7 @@ class NetworkTest:
             self._since = now
         ready = int((now - self._since) / STEP_SECONDS)
         checks = {name: {"ok": name not in self.failing, "detail": self.failing.get(name, "")}
-                  for name in list(CHECKS)[:ready]}
+                  for name in CHECKS[:ready]}
         if ready < len(CHECKS):
             return {"status": "running", "checks": checks}
         self._since = None

@@ -17,8 +17,8 @@ REPORT_SECONDS = 5         # the receiver repeats its status
 HELLO = {"t": "hello", "streams": 1}
 RX_SET = {"t": str, "generate_key": bool, "key": str, "channel": int}
 
-# The host paces its tunnel to a frame in 40 ms. What comes faster than that on average has to fit
-# into this allowance, which covers a computer that was busy for a second.
+# The host paces its tunnel to a frame in 40 ms of the device's time. What comes faster than that
+# on average has to fit into this allowance, which covers a computer that was busy for a second.
 FRAME_SECONDS = 0.036
 FRAMES_AHEAD = 25
 
@@ -43,6 +43,7 @@ class UsbFace:
         self.hellos = self.pings = self.envelopes = self.rx_requests = 0
         self.told_tunnel = None    # in place of the device's own, if a test wants that
         self._replug = None
+        self._one_text = asyncio.Lock()
         self._reset()
         admin.on_restart.append(self._restart)
         admin.on_settings.append(self.tell_tunnel)
@@ -142,12 +143,13 @@ class UsbFace:
 
     @property
     def reaches_device(self):
-        return not self._admin.down and (not self._receiver or self._receiver.linked)
+        return self._receiver.linked if self._receiver else not self._admin.down
 
     def _check_pace(self):
         now = time.monotonic()
         self._allowance = min(FRAMES_AHEAD, self._allowance
-                              + (now - self._last_frame) / FRAME_SECONDS) - 1
+                              + (now - self._last_frame) / FRAME_SECONDS
+                              * max(1, self._admin.clock.pace)) - 1
         self._last_frame = now
         if self._allowance < 0:
             self._allowance = FRAMES_AHEAD
@@ -224,9 +226,10 @@ class UsbFace:
         return {"t": "hello", "device_id": self._admin.device_id,
                 "fw": self._admin.firmware.version} | ({"tunnel": tunnel} if tunnel else {})
 
-    def tell_tunnel(self):
+    def tell_tunnel(self, again=False):
         """A further hello, for a host that is there already and knows another tunnel."""
-        if self._answered and self.reaches_device and self._tunnel() != self._last_tunnel:
+        if self._answered and self.reaches_device and \
+                (again or self._tunnel() != self._last_tunnel):
             self._last_tunnel = self._tunnel()
             self.tunnel.reset()    # a host ends all streams at each hello
             self._send_ctrl(self._own_hello())
@@ -269,12 +272,14 @@ class UsbFace:
 
     # Sending
 
-    def _send(self, kind, payload, on_write=None):
+    def _send(self, kind, payload, on_write=None, broken=False):
         try:
             data = wire.frame(kind, payload)
         except ValueError:
             log(f"{self.name} {self._device.id}: a message that fits no frame was dropped")
             return False
+        if broken:
+            data = data[:-1] + bytes([data[-1] ^ 0x40])
         if self._faults.usb.kind(self._device.id, "line") == "noise":
             data = NOISE + data
         return self.port.send(data, on_write)
@@ -282,22 +287,20 @@ class UsbFace:
     def _send_ctrl(self, message):
         self._send(wire.CTRL, compact(message))
 
-    def _send_admin(self, text, fault):
+    async def _send_admin(self, text, fault):
         kind = fault and fault.kind
         pieces = {}
         if kind in ("fragments", "gap"):
             piece = fault.bytes if kind == "fragments" else max(1, len(text) // 4)
-            pieces = {"piece": max(piece, len(text) // 256 + 1), "whole": False}
+            piece = min(max(piece, len(text) // 256 + 1), wire.FRAGMENT_DATA)
+            pieces = {"piece": piece, "whole": False}
         payloads = wire.admin_payloads(text, **pieces)
         if kind == "gap":
             del payloads[1]
-        for payload in payloads:
-            if kind == "bad-crc":
-                data = bytearray(wire.frame(wire.ADMIN, payload))
-                data[-1] ^= 0x40
-                self.port.send(bytes(data))
-            else:
-                self._send(wire.ADMIN, payload)
+        async with self._one_text:   # fragments of two texts must not mix
+            for payload in payloads:
+                await self.port.room()
+                self._send(wire.ADMIN, payload, broken=kind == "bad-crc")
 
     def publish(self):
         """Sends the present state; returns when its write began, or None if it did not yet."""

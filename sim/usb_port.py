@@ -141,6 +141,7 @@ class Port:
         self._waiting_bytes += len(data)
         if len(self._waiting) == 1:
             self._write()
+        self._mark_room()
         return self.plugged
 
     def _write(self):
@@ -163,6 +164,10 @@ class Port:
             self._waiting.popleft()
         else:
             asyncio.get_running_loop().remove_writer(self._master)
+        self._mark_room()
+
+    def _mark_room(self):
+        # Half of the buffer is left to what cannot wait.
         if self._waiting_bytes <= BUFFER_LIMIT // 2:
             self._room.set()
         else:
@@ -170,4 +175,5 @@ class Port:
 
     async def room(self):
         """Returns when there is room for a frame, or when the line is gone."""
-        await self._room.wait()
+        while not self._room.is_set():
+            await self._room.wait()

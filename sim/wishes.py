@@ -31,6 +31,8 @@ def take(body, **kinds):
     if extra:
         raise ControlError(f"This request does not take {', '.join(sorted(extra))}.")
     for key, kind in kinds.items():
+        if kind is float and type(body.get(key)) is int:
+            body[key] = float(body[key])
         if key in body and type(body[key]) is not kind:
             raise ControlError(f"{key} is of the wrong JSON type.")
     return [body.get(key) for key in kinds]

@@ -82,10 +82,9 @@ class UsbHost:
         """Yields the payloads of these kinds of frames as they come."""
         end = time.monotonic() + seconds
         while True:
-            while self._frames:
-                kind, payload = self._frames.pop(0)
-                if kind in kinds:
-                    yield payload
+            for found in [entry for entry in self._frames if entry[0] in kinds]:
+                self._frames.remove(found)
+                yield found[1]
             self._read(end - time.monotonic())
 
     def message(self, kind, wanted=lambda _: True, seconds=PATIENCE):
