@@ -69,7 +69,7 @@ void HttpStub::release(const QByteArray &body)
 {
     const QList<QPointer<QTcpSocket>> waiting = std::exchange(m_hanging, {});
     for (const QPointer<QTcpSocket> &socket : waiting) {
-        if (socket) {
+        if (socket && socket->isOpen()) {
             write(socket, {200, body, {}, HttpReply::How::Answer});
         }
     }
