@@ -18,13 +18,13 @@ namespace tallyforge {
 namespace {
 
 constexpr int scanTimeoutMs = 40000;
-constexpr int rebootTimeoutMs = 8000;
 constexpr int lastWifiAttempt = 12;
 
-void finish(const DeviceSession::Done &callback, bool ok, const QString &error)
+template <typename Callback, typename... Values>
+void finish(const Callback &callback, const Values &...values)
 {
     if (callback) {
-        callback(ok, error);
+        callback(values...);
     }
 }
 
@@ -113,18 +113,17 @@ void DeviceSession::scanWifi(const std::function<void(bool ok, const QList<WifiN
     const auto onReply = [this, callback](const RpcResult &result) {
         const QList<WifiNetwork> networks = parseNetworks(result.result);
         if (!result.ok || !networks.isEmpty()) {
-            callback(result.ok, networks, result.errorMessage);
+            finish(callback, result.ok, networks, result.errorMessage);
             return;
         }
         // Perhaps there is no network, perhaps the Wi-Fi is off.
         wirelessLink([callback](const WirelessLink &link) {
-            callback(
-                true, {},
-                link.transmitting
-                    ? tr("This device is set to send its scores to a wireless receiver, so its "
-                         "Wi-Fi is switched off and it cannot see networks. Turn the wireless "
-                         "link off to use Wi-Fi.")
-                    : QString());
+            finish(callback, true, QList<WifiNetwork>(),
+                   link.transmitting
+                       ? tr("This device is set to send its scores to a wireless receiver, so its "
+                            "Wi-Fi is switched off and it cannot see networks. Turn the wireless "
+                            "link off to use Wi-Fi.")
+                       : QString());
         });
     };
     m_rpc.call(QStringLiteral("scanWifi"), {}, onReply, scanTimeoutMs);
@@ -136,7 +135,7 @@ void DeviceSession::wirelessLink(const std::function<void(const WirelessLink &li
         const WirelessLink link =
             parseWirelessLink(result.result.value(QLatin1String("espnow")).toObject());
         m_wirelessActive = link.transmitting;
-        callback(link);
+        finish(callback, link);
     });
 }
 
@@ -155,12 +154,14 @@ void DeviceSession::enableWirelessTransmitter(
     }
     m_rpc.call(QStringLiteral("setEspNow"), params, [this, callback](const RpcResult &result) {
         if (!result.ok) {
-            callback(false, result.errorMessage, {});
+            finish(callback, false, result.errorMessage, QString());
             return;
         }
         m_wirelessActive = true;
         const QString inUse = result.result.value(QLatin1String("key")).toString();
-        reboot([callback, inUse](bool ok, const QString &error) { callback(ok, error, inUse); });
+        reboot([callback, inUse](bool ok, const QString &error) {
+            finish(callback, ok, error, inUse);
+        });
     });
 }
 
@@ -249,7 +250,7 @@ void DeviceSession::listControllers(
         &callback)
 {
     m_rpc.call(QStringLiteral("getControllerList"), {}, [callback](const RpcResult &result) {
-        callback(result.ok, parseControllers(result.result), result.errorMessage);
+        finish(callback, result.ok, parseControllers(result.result), result.errorMessage);
     });
 }
 
@@ -257,7 +258,7 @@ void DeviceSession::getControllerConfig(
     const std::function<void(bool ok, const QJsonObject &config, const QString &error)> &callback)
 {
     m_rpc.call(QStringLiteral("getControllerConfig"), {}, [callback](const RpcResult &result) {
-        callback(result.ok, result.result, result.errorMessage);
+        finish(callback, result.ok, result.result, result.errorMessage);
     });
 }
 
@@ -270,8 +271,8 @@ void DeviceSession::ensureApiToken(
     const std::function<void(bool ok, const QString &token, const QString &error)> &callback)
 {
     m_rpc.call(QStringLiteral("ensureApiToken"), {}, [callback](const RpcResult &result) {
-        callback(result.ok, result.result.value(QLatin1String("token")).toString(),
-                 result.errorMessage);
+        finish(callback, result.ok, result.result.value(QLatin1String("token")).toString(),
+               result.errorMessage);
     });
 }
 
@@ -286,7 +287,8 @@ void DeviceSession::reboot(const Done &callback)
         }
         finish(callback, went, went ? QString() : result.errorMessage);
     };
-    m_rpc.call(QStringLiteral("reboot"), {}, onReply, rebootTimeoutMs);
+    m_rpc.call(QStringLiteral("reboot"), {}, onReply,
+               static_cast<int>(m_timing.rebootAnswer.count()));
 }
 
 } // namespace tallyforge

@@ -16,7 +16,6 @@ namespace {
 
 constexpr int loginTimeoutMs = RpcClient::defaultTimeoutMs;
 constexpr int loginViaReceiverTimeoutMs = 30000;
-constexpr int pollTimeoutMs = 6000;
 constexpr int pollTimeoutsUntilClose = 3;
 
 bool meansWrongPassword(const QString &code)
@@ -85,8 +84,31 @@ QString DeviceSession::wifiIp() const
     return m_status.value(QLatin1String("wifi_sta_ip")).toString();
 }
 
+// Ends the connection in silence. False when a callback of a call under way has deleted the
+// session, stopped it or started it anew.
+bool DeviceSession::hangUp()
+{
+    const unsigned connection = ++m_connection;
+    m_pollTimer.stop();
+    m_pollInFlight = false;
+    const QPointer<DeviceSession> self = this;
+    const auto failCalls = [&] {
+        m_rpc.abortAll(QStringLiteral("disconnected"), tr("Disconnected"));
+        return self && connection == m_connection;
+    };
+    if (!failCalls()) {
+        return false;
+    }
+    m_link->close();
+    return failCalls(); // what the callbacks have asked for while the link was open
+}
+
 void DeviceSession::start(const QList<QString> &candidates)
 {
+    // The sign-in would wait for a reply that the new connection won't bring.
+    if (m_rpc.pending() > 0 && !hangUp()) {
+        return;
+    }
     ++m_connection;
     m_pollTimer.stop();
     m_pollInFlight = false;
@@ -130,17 +152,11 @@ void DeviceSession::submitPassword(const QString &password)
 
 void DeviceSession::stop()
 {
-    ++m_connection;
-    m_pollTimer.stop();
-    m_pollInFlight = false;
     m_password.clear();
-    const QPointer<DeviceSession> self = this;
-    m_rpc.abortAll(QStringLiteral("disconnected"), tr("Disconnected"));
-    if (!self) {
-        return;
+    m_restarting = false;
+    if (hangUp()) {
+        m_state = State::Idle;
     }
-    m_link->close();
-    m_state = State::Idle;
 }
 
 void DeviceSession::onLinkOpened(const QJsonObject &info)
@@ -172,13 +188,13 @@ void DeviceSession::onLinkFailed(const QString &message)
 
 void DeviceSession::onLinkClosed(const QString &reason)
 {
-    ++m_connection;
+    const unsigned connection = ++m_connection;
     m_pollTimer.stop();
     m_pollInFlight = false;
     const QPointer<DeviceSession> self = this;
     m_rpc.abortAll(QStringLiteral("disconnected"), tr("The connection to the device was lost"));
-    if (!self) {
-        return;
+    if (!self || connection != m_connection) {
+        return; // a callback has deleted, stopped or restarted the session
     }
     if (m_restarting) {
         setState(State::Restarting, {});
@@ -280,7 +296,7 @@ void DeviceSession::pollOnce()
     m_pollInFlight = true;
     m_rpc.call(QStringLiteral("getState"), {},
                whileConnected([this](const RpcResult &result) { onPollReply(result); }),
-               pollTimeoutMs);
+               static_cast<int>(m_timing.pollAnswer.count()));
 }
 
 void DeviceSession::onPollReply(const RpcResult &result)

@@ -25,7 +25,9 @@ class DeviceLink;
 /// time.
 ///
 /// All callbacks come on the main thread, exactly once, and may be empty, use the session again or
-/// delete it. Their error texts are sentences for the user, empty on success.
+/// delete it. None comes after the session's deletion: that fails the calls under way, and only a
+/// Wi-Fi verification that waits for its next look ends in silence. Error texts are sentences for
+/// the user, empty on success.
 class DeviceSession final : public QObject
 {
     Q_OBJECT
@@ -46,8 +48,10 @@ public:
 
     struct Timing
     {
-        std::chrono::milliseconds poll{1000};       ///< between two requests for the live data
-        std::chrono::milliseconds wifiVerify{3000}; ///< before each look whether Wi-Fi was joined
+        std::chrono::milliseconds poll{1000};         ///< between two requests for the live data
+        std::chrono::milliseconds wifiVerify{3000};   ///< before each look whether Wi-Fi was joined
+        std::chrono::milliseconds pollAnswer{6000};   ///< for the live data to come
+        std::chrono::milliseconds rebootAnswer{8000}; ///< for a device to say that it restarts
     };
 
     using Done = std::function<void(bool ok, const QString &error)>;
@@ -58,7 +62,7 @@ public:
     DeviceSession(DeviceLink *link, const Timing &timing, QObject *parent);
     ~DeviceSession() override;
 
-    /// Opens the link and tries these passwords in order.
+    /// Opens the link and tries these passwords in order. Calls under way fail with "disconnected".
     void start(const QList<QString> &candidates);
     /// Turns a session with a wireless receiver into one with the device that is paired with it.
     void manageViaReceiver(const QList<QString> &candidates);
@@ -119,6 +123,7 @@ Q_SIGNALS:
 
 private:
     void setState(State state, const QString &detail);
+    [[nodiscard]] bool hangUp();
     void onLinkOpened(const QJsonObject &info);
     void onLinkClosed(const QString &reason);
     void onLinkFailed(const QString &message);

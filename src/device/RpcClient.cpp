@@ -8,6 +8,8 @@
 #include <QJsonDocument>
 #include <QPointer>
 
+#include <algorithm>
+#include <iterator>
 #include <limits>
 #include <utility>
 
@@ -158,11 +160,17 @@ void RpcClient::onSendFailed(const QString &code, const QString &message)
 void RpcClient::abortAll(const QString &code, const QString &message)
 {
     const RpcResult result = failure(code, message);
-    const std::deque<Job> waiting = std::exchange(m_queue, {});
+    // Kept where an abort out of a callback finds them: an owner that is being destroyed fails all
+    // calls before it goes.
+    std::move(m_queue.begin(), m_queue.end(), std::back_inserter(m_aborted));
+    m_queue.clear();
+    const QPointer<RpcClient> self = this;
     if (m_inFlight) {
         finish(result);
     }
-    for (const Job &job : waiting) {
+    while (self && !m_aborted.empty()) {
+        const Job job = std::move(m_aborted.front());
+        m_aborted.pop_front();
         if (job.callback) {
             job.callback(result);
         }

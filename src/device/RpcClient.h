@@ -79,7 +79,8 @@ private:
 
     const Timing m_timing;
     RpcTransport *const m_transport;
-    std::deque<Job> m_queue; // in the order of sending; a retry re-enters at the front
+    std::deque<Job> m_queue;   // in the order of sending; a retry re-enters at the front
+    std::deque<Job> m_aborted; // to be told so
     bool m_inFlight = false;
     Job m_current;
     int m_currentId = 0;

@@ -8,6 +8,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <functional>
+
 namespace tallyforge::test {
 
 /// A carrier that keeps what it is given; the test answers, or lets it fail.
@@ -17,9 +19,12 @@ public:
     [[nodiscard]] bool isOpen() const override { return open; }
     void send(const QByteArray &json) override
     {
-        sent.append(QJsonDocument::fromJson(json).object());
+        const QJsonObject request = QJsonDocument::fromJson(json).object();
+        sent.append(request);
         if (failsAtOnce) {
             Q_EMIT sendFailed(QStringLiteral("write_failed"), QStringLiteral("No."));
+        } else if (onSend) {
+            onSend(request);
         }
     }
     /// Answers a request (by default the last one) with "ok" and whatever members are given.
@@ -31,6 +36,7 @@ public:
     }
 
     QList<QJsonObject> sent;
+    std::function<void(const QJsonObject &)> onSend;
     bool open = true;
     bool failsAtOnce = false;
 };

@@ -3,9 +3,8 @@
 
 // The link over a real pseudo-terminal, with a device in software at its far end.
 
-#include "device/DeviceSession.h"
 #include "device/usb/UsbLink.h"
-#include "tests/support/Pty.h"
+#include "tests/support/UsbPeer.h"
 
 #include <QElapsedTimer>
 #include <QJsonDocument>
@@ -26,42 +25,6 @@ QJsonObject json(const QByteArray &text)
     return QJsonDocument::fromJson(text).object();
 }
 
-// Everything that the link sends, and what the device answers to it.
-class Device
-{
-public:
-    explicit Device(Pty &pty)
-        : m_pty(pty)
-    {
-        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { read(); });
-        m_timer.start(1);
-    }
-    void read()
-    {
-        const QList<UsbFrame> all = m_parser.feed(m_pty.take());
-        for (const UsbFrame &frame : all) {
-            frames.append(frame);
-            if (onFrame) {
-                onFrame(frame);
-            }
-        }
-    }
-    void ctrl(const char *text) const { m_pty.send(buildFrame(UsbFrame::Ctrl, text)); }
-    [[nodiscard]] qsizetype count(unsigned char type, const QByteArray &part = {}) const
-    {
-        return std::count_if(frames.begin(), frames.end(),
-                             [&](const UsbFrame &frame) { return frame.type == type && frame.payload.contains(part); });
-    }
-
-    QList<UsbFrame> frames;
-    std::function<void(const UsbFrame &)> onFrame;
-
-private:
-    Pty &m_pty;
-    UsbFrameParser m_parser;
-    QTimer m_timer;
-};
-
 struct Rig
 {
     explicit Rig(const UsbLink::Timing &timing = quick)
@@ -69,7 +32,7 @@ struct Rig
     {
     }
     Pty pty;
-    Device device{pty};
+    UsbPeer device{pty};
     UsbLink link;
     QSignalSpy opened{&link, &DeviceLink::opened};
     QSignalSpy failed{&link, &DeviceLink::failed};
@@ -128,17 +91,21 @@ private Q_SLOTS:
         missing.close();
     }
 
-    void unplugged()
+    void brokenUseAndUnplugging()
     {
         Rig r;
         r.link.open();
         r.device.ctrl(R"({"t":"hello"})");
-        QTRY_COMPARE(r.opened.count(), 1);
+        QSignalSpy envelopes(&r.link, &DeviceLink::envelope);
+        r.pty.send(buildFrame(UsbFrame::Envelope, "[]") + buildFrame(UsbFrame::Envelope, "{}"));
+        QTRY_COMPARE(envelopes.count(), 1);
+        QSignalSpy sendFailed(r.link.transport(), &RpcTransport::sendFailed);
+        r.link.transport()->send(QByteArray(65536, 'x'));
+        QCOMPARE(sendFailed[0][0].toString(), u"request_too_large"_s);
         r.pty.unplug();
         QTRY_COMPARE(r.closed.count(), 1);
-        QSignalSpy sendFailed(r.link.transport(), &RpcTransport::sendFailed);
         r.link.transport()->send("{}");
-        QCOMPARE(sendFailed[0][1].toString(), u"The USB device is not connected"_s);
+        QCOMPARE(sendFailed[1][1].toString(), u"The USB device is not connected"_s);
     }
 
     void tunnelTargets()
@@ -216,47 +183,6 @@ private Q_SLOTS:
             QTest::qWait(50);
             QCOMPARE(r.device.count(UsbFrame::Pipe), 0);
         }
-    }
-
-    void sessionOverTheCable()
-    {
-        Rig r;
-        AdminReassembler texts;
-        QJsonObject asked;
-        r.device.onFrame = [&](const UsbFrame &frame) {
-            if (frame.type == UsbFrame::Ctrl && frame.payload.contains("hello")) {
-                r.device.ctrl(R"({"t":"hello","device_id":"A"})");
-            }
-            if (const QByteArray text = frame.type == UsbFrame::Admin ? texts.feed(frame.payload) : QByteArray();
-                !text.isEmpty()) {
-                asked = json(text);
-                const QJsonObject reply{{u"id"_s, asked.value(u"id"_s)},
-                                        {u"ok"_s, true},
-                                        {u"result"_s, QJsonObject{{u"log"_s, QString(5000, u'l')}}}};
-                const QList<QByteArray> frames = buildAdminFrames(QJsonDocument(reply).toJson(QJsonDocument::Compact));
-                for (const QByteArray &out : frames) {
-                    r.pty.send(out);
-                }
-            }
-        };
-        auto *link = new UsbLink(r.pty.path(), quick, nullptr);
-        DeviceSession session(link, nullptr);
-        QSignalSpy envelopes(&session, &DeviceSession::envelope);
-        session.start({u"p"_s});
-        QTRY_COMPARE(session.state(), DeviceSession::State::Ready);
-        QCOMPARE(session.status().value(u"log"_s).toString().size(), 5000);
-        r.pty.send(buildFrame(UsbFrame::Envelope, R"({"home_score":3})") + buildFrame(UsbFrame::Envelope, "[]"));
-        QTRY_COMPARE(envelopes.count(), 1);
-
-        QStringList errors;
-        const auto keep = [&](const RpcResult &result) { errors.append(result.errorCode); };
-        session.rpc()->call(u"x"_s, {{u"large"_s, QString(3000, u'x')}}, keep);
-        QTRY_COMPARE(errors, QStringList{QString()});
-        QCOMPARE(asked.value(u"params"_s).toObject().value(u"large"_s).toString().size(), 3000);
-        session.rpc()->call(u"x"_s, {{u"large"_s, QString(65536, u'x')}}, keep);
-        QCOMPARE(errors.constLast(), u"request_too_large"_s);
-        r.pty.unplug();
-        QTRY_COMPARE(session.state(), DeviceSession::State::Lost);
     }
 };
 
