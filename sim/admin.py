@@ -106,7 +106,8 @@ class Admin:
 
     def login(self, params, session):
         if self.clock.now() < self._locked_until:
-            raise Refused("rate_limited", "Too many wrong passwords. Wait a minute, then try again.")
+            raise Refused("rate_limited",
+                          "Too many wrong passwords. Wait a minute, then try again.")
         if not same_secret(params["password"], self.password):
             self._wrong += 1
             if self._wrong >= WRONG_LIMIT:
@@ -132,7 +133,8 @@ class Admin:
         if not same_secret(params["current_password"], self.password):
             raise Refused("bad_password", "The current password is wrong.")
         if len(new) < PASSWORD_LENGTH or new.lower() == FACTORY_PASSWORD:
-            raise Refused("weak_password", "Use at least 8 characters, and not the factory password.")
+            raise Refused("weak_password",
+                          "Use at least 8 characters, and not the factory password.")
         self.password, self.must_change = self._venue.secret(new), False
         return {}
 
@@ -154,7 +156,8 @@ class Admin:
 
     def passkey(self, _, session):
         if session.carrier == "ble":
-            raise Refused("not_available_here", "The passkey is only shown over a cable or the network.")
+            raise Refused("not_available_here",
+                          "The passkey is only shown over a cable or the network.")
         return {"passkey": self.device.passkey}
 
     # What it tells about itself

@@ -7,7 +7,7 @@ import json
 import time
 
 import usb_wire as wire
-from net import log
+from net import ListenError, log
 from rpc import RpcServer, compact, is_compact
 from tunnel import Tunnel
 from usb_port import Port
@@ -85,7 +85,10 @@ class UsbFace:
         if line == "unplug":
             self.close()
         elif not self._replug and (self._receiver or not self._admin.down):
-            self.port.plug()
+            try:
+                self.port.plug()
+            except ListenError as error:
+                log(str(error))
         self.port.set_deaf(line == "deaf")
 
     def replug(self, seconds):

@@ -33,7 +33,7 @@ class Port:
         self._room = asyncio.Event()
         self._room.set()
         self._deaf = False
-        self._target = ""        # the terminal to which the path leads
+        self._terminal = None    # the one to which we have made the path lead
 
     @property
     def plugged(self):
@@ -46,7 +46,8 @@ class Port:
 
     def unplug(self):
         if self.plugged:
-            os.unlink(self.path)
+            if self._is_ours():
+                os.unlink(self.path)
             self._close()
             log(f"usb: {self.path} is gone")
 
@@ -62,24 +63,25 @@ class Port:
             self._close()
             raise ListenError(f"The serial port {self.path} could not be made: "
                               f"{error.strerror}.") from error
+        except ListenError:
+            self._close()
+            raise
         if not self._deaf:
             asyncio.get_running_loop().add_reader(self._master, self._read)
 
     def _stand_at_path(self, terminal):
-        try:
-            old = os.readlink(self.path)
-        except FileNotFoundError:
-            old = None
-        except OSError:
-            old = ""
+        old = os.readlink(self.path) if os.path.islink(self.path) else None
         left_over = old and old.startswith("/dev/pts/") and not os.path.exists(old)
-        if old is not None and not left_over and old not in (terminal, self._target):
+        if os.path.lexists(self.path) and not left_over and not self._is_ours():
             raise ListenError(f"There is something at {self.path} already. Give another path, "
                               "or remove it if it is left over.")
         new = f"{self.path}.new{os.getpid()}"
         os.symlink(terminal, new)
         os.replace(new, self.path)
-        self._target = terminal
+        self._terminal = terminal
+
+    def _is_ours(self):
+        return os.path.islink(self.path) and os.readlink(self.path) == self._terminal
 
     def _close(self):
         loop = asyncio.get_running_loop()

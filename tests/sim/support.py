@@ -20,6 +20,7 @@ FREE_PORTS = ["--portal-port", "0", "--feed-port", "0", "--control-port", "0"]
 HEADERS = {"Content-Type": "application/json", "Accept": "application/json",
            "User-Agent": "Tallyforge-OBS/1.0.1", "Cookie": "tf_session=cookie-of-a-test"}
 PATIENCE = 10   # seconds after which a wait counts as failed
+READ_ONLY = ("/state", "/secrets", "/sent", "/cloud")
 
 
 def blind_tls():
@@ -57,7 +58,7 @@ class Simulator:
         port = int(self.ready["control"].rsplit(":", 1)[1])
         connection = http.client.HTTPConnection("127.0.0.1", port, timeout=PATIENCE)
         with contextlib.closing(connection):
-            get = not body and path.partition("?")[0] in ("/state", "/secrets", "/sent")
+            get = not body and path.partition("?")[0] in READ_ONLY
             connection.request("GET" if get else "POST", path, None if get else json.dumps(body))
             reply = connection.getresponse()
             return reply.status, json.load(reply)

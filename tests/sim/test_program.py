@@ -97,6 +97,8 @@ class ProgramTest(unittest.TestCase):
                  (["--cert", "no.crt", "--key", "no.key"], "could not be read"),
                  (["--device", "A", "--device", "A"], "same id"),
                  (["--account", "nobody"], "EMAIL:PASSWORD"), (["--token", "X=1"], "no device"),
+                 (["--usb", "X"], "no device"), (["--usb", f"TF-1001@{broken}"], "already"),
+                 (["--usb", "TF-1001@/x", "--receiver", "TF-1001@/x"], "same path"),
                  (["--host", "256.1.1.1"], "not usable"),
                  (["--portal-port", str(taken.getsockname()[1])], "Could not listen")]
         for options, words in table:
@@ -107,6 +109,7 @@ class ProgramTest(unittest.TestCase):
                 self.assertIn(words, done.stderr)
                 self.assertNotIn("Traceback", done.stderr)
                 self.assertEqual(done.stdout, "")
+        self.assertTrue(broken.read_text(), "what stood at a port's path is still there")
 
 
 if __name__ == "__main__":

@@ -2,13 +2,15 @@
 # SPDX-FileCopyrightText: 2026 The Tallyforge developers
 """A device and a receiver on serial ports: greeting, administration, tunnels and their faults."""
 
+import hashlib
 import json
 import os
+import socket
 import tempfile
 import time
 import unittest
 
-from support import FREE_PORTS, SIM, FeedClient, SimulatorTest
+from support import FeedClient, SimulatorTest
 from usb_host import UsbHost, compact, frame
 
 FOLDER = tempfile.TemporaryDirectory()
@@ -307,6 +309,36 @@ class TunnelTest(UsbTest):
         self.assertEqual(len(got), 1000)
         host.write(frame(5, bytes([number, 5])))
         self.wait_for(lambda s: self.face(s)["streams"][str(number)]["reason"] == "host")
+
+    def test_credit_that_is_slow_or_more_than_there_can_be(self):
+        host = self.greeted()
+        for kind, wanted in (("slow-credit", 256), ("excess-credit", 0xFFFFFFFF)):
+            self.fault(kind)
+            number = self.steer("/usb/stream", open="sink")["id"]
+            host.write(frame(5, bytes([number, 2])))
+            credit = next(m for m in host.frames(5) if m[:2] == bytes([number, 6]))
+            self.assertEqual(credit[2:], wanted.to_bytes(4, "little"))
+
+    def test_the_cloud_echoes_swallows_and_sends(self):
+        host = self.greeted()
+        host.ctrl({"t": "hello", "streams": 1})
+        streams = host.message(3, lambda m: "tunnel" in m)["tunnel"]["streams"]
+        peers = {}
+        for name, to in streams.items():
+            peers[name] = socket.create_connection((to["host"], to["port"]), 5)
+            self.addCleanup(peers[name].close)
+        peers["echo"].sendall(b"ball")
+        self.assertEqual(peers["echo"].recv(9), b"ball")
+        self.steer("/cloud", target="echo", send=100, seed=2)
+        self.assertEqual(len(peers["echo"].recv(999)), 100)
+        self.assertEqual(sum(map(len, iter(lambda: peers["ota"].recv(9999), b""))), 65536)
+        peers["sink"].sendall(b"ball")
+        while not (came := self.steer("/cloud")["sink"]["connections"][-1]["received"])["bytes"]:
+            pass
+        self.assertEqual(came["sha256"], hashlib.sha256(b"ball").hexdigest())
+        self.steer("/cloud", target="sink", end="reset")
+        with self.assertRaises(ConnectionResetError):
+            peers["sink"].recv(1)
 
     def test_a_host_that_does_not_read_loses_envelopes_and_nothing_stands_still(self):
         host = self.greeted()
