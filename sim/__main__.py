@@ -14,9 +14,11 @@ import games
 from certs import CertError, server_context
 from control import Control
 from faults import Faults
+from faults_lan import LanFaults
 from faults_usb import UsbFaults
 from feed import Feed
 from hardware import Hardware
+from lan_admin import LanFace
 from net import ListenError, is_loopback, log, quoted_host
 from portal import Portal
 from venue import Venue
@@ -68,6 +70,9 @@ def _arguments():
     add("--feed-port", type=_port, default=1010, metavar="N",
         help="port of a device's feed (%(default)s); further devices on the same address "
              "take the next ones")
+    add("--lan-port", type=_port, metavar="N",
+        help="port of a device's administration by HTTP (none without this; devices have it on "
+             "80); further devices on the same address take the next ones")
     add("--control-port", type=_port, default=8099, metavar="N",
         help="port of the control requests, on 127.0.0.1 only (%(default)s)")
     add("--account", action="append", metavar="EMAIL:PASSWORD[:CODE]",
@@ -160,13 +165,24 @@ def _venue(options):
     return venue
 
 
-def _feeds(venue, faults, first_port, tls):
-    feeds, taken = {}, {}
+def _with_ports(venue, first_port):
+    """Each device with its port: those on the same address take one after the other."""
+    taken = {}
     for device in venue.devices.values():
-        port = first_port and first_port + taken.get(device.address, 0)
+        yield device, first_port and first_port + taken.get(device.address, 0)
         taken[device.address] = taken.get(device.address, 0) + 1
-        feeds[device.id] = Feed(venue, faults, device, port, tls)
-    return feeds
+
+
+def _feeds(venue, faults, first_port, tls):
+    return {device.id: Feed(venue, faults, device, port, tls)
+            for device, port in _with_ports(venue, first_port)}
+
+
+def _lan_faces(venue, faults, first_port, admins):
+    if first_port is None:
+        return {}
+    return {device.id: LanFace(venue, faults, admins[device.id], port)
+            for device, port in _with_ports(venue, first_port)}
 
 
 async def _play(venue, speed):
@@ -186,11 +202,12 @@ async def _play(venue, speed):
         last = now
 
 
-def _ready(options, venue, portal, control, hardware, authority):
+def _ready(options, venue, portal, control, hardware, lan, authority):
     host = "localhost" if is_loopback(options.host) and ":" not in options.host \
         else quoted_host(options.host)
     devices = [{"id": d.id, "nickname": d.nickname, "host": d.address, "port": d.port,
-                "token": d.token} for d in venue.devices.values()]
+                "token": d.token,
+                "lan": lan[d.id].url if d.id in lan else None} for d in venue.devices.values()]
     print(json.dumps({
         "ready": True, "portal": f"https://{host}:{portal.listener.port}",
         "portal_port": portal.listener.port,
@@ -203,25 +220,26 @@ async def _run(options):
     stop = asyncio.Event()
     for number in (signal.SIGINT, signal.SIGTERM):
         loop.add_signal_handler(number, stop.set)
-    venue, faults = _venue(options), Faults(UsbFaults())
+    venue, faults = _venue(options), Faults(UsbFaults(), LanFaults())
     tls, fingerprint, authority = server_context(options.host, options.cert, options.key,
                                                  options.ca_dir)
     portal = Portal(venue, faults, options.host, options.portal_port, tls)
     feeds = _feeds(venue, faults, options.feed_port, tls)
     hardware = Hardware(venue, faults, options.pace, fingerprint, options.usb, options.receiver)
+    lan = _lan_faces(venue, faults, options.lan_port, hardware.admins)
     venue.on_change = lambda device: {"feed_ns": feeds[device.id].publish(),
                                       "usb_ns": hardware.publish(device)}
     game = {"name": options.game, "seed": options.seed, "speed": options.speed,
             "manual": options.manual}
-    control = Control(options.control_port, venue, faults, portal, feeds, hardware, game)
-    listeners = [server.listener for server in (portal, control, *feeds.values())]
+    control = Control(options.control_port, venue, faults, portal, feeds, hardware, lan, game)
+    listeners = [server.listener for server in (portal, control, *feeds.values(), *lan.values())]
     for listener in listeners:
         listener.open()
     hardware.open()
     tasks = [loop.create_task(feed.heartbeats()) for feed in feeds.values()]
     if not options.manual:
         tasks.append(loop.create_task(_play(venue, options.speed)))
-    _ready(options, venue, portal, control, hardware, authority)
+    _ready(options, venue, portal, control, hardware, lan, authority)
     await stop.wait()
     for task in tasks:
         task.cancel()

@@ -7,19 +7,21 @@ from functools import partial
 from control_hardware import HardwareControl, ROUTES as HARDWARE_ROUTES
 from faults import FaultError, PASSING
 from httpd import HttpServer, Response
+from lan_admin import ROUTES as LAN_ROUTES
 from net import ListenError, log
 from wishes import ControlError, body_of, take
 
-PLACES = ("portal", "feed", "device", "usb")
+PLACES = ("portal", "feed", "device", "usb", "lan")
 
 
 class Control:
-    def __init__(self, port, venue, faults, portal, feeds, hardware, game):
+    def __init__(self, port, venue, faults, portal, feeds, hardware, lan, game):
         self._venue = venue
         self._faults = faults
         self._portal = portal
         self._feeds = feeds   # device id -> Feed
         self._hardware = HardwareControl(hardware, self._device)
+        self._lan = lan       # device id -> LanFace
         self._game = game     # how the game was started, for /state
         self._server = HttpServer("127.0.0.1", port, self._handle)
         self.listener = self._server.listener
@@ -55,7 +57,8 @@ class Control:
                                "online": self._online(d), "status": portal.status(d),
                                "feed_clients": d.feed_clients, "feed_auths": d.feed_auths,
                                "feed_connects": d.feed_connects,
-                               **self._hardware.shown(d)}
+                               **self._hardware.shown(d),
+                               "lan": self._lan[d.id].shown() if d.id in self._lan else None}
                         for d in venue.devices.values()},
             "portal": {"requests": portal.requests, "by_path": portal.by_path,
                        "sessions": len(venue.sessions), "hanging": portal.hanging},
@@ -122,10 +125,21 @@ class Control:
             ids = [self._device(device_id).id] if device_id else list(self._venue.devices)
             self._faults.usb.set(wish, ids)
             self._hardware.apply_faults()
+        elif where == "lan":
+            self._lan_fault(wish)
         else:
             raise ControlError(f"where must be one of {', '.join(PLACES)}.")
         log(f"fault on: {where} {wish.get('kind')}")
         return {"faults": self._faults.shown()}
+
+    def _lan_fault(self, wish):
+        if not self._lan:
+            raise ControlError("The devices have no local interface without --lan-port.", 404)
+        device_id = wish.get("device")
+        ids = [self._device(device_id).id] if device_id else list(self._venue.devices)
+        passing = self._faults.lan.set(wish, ids, LAN_ROUTES.values())
+        for device_id in ids:
+            self._lan[device_id].apply_faults(passing)
 
     def clear(self, request):
         where, = take(body_of(request), where=str)
@@ -137,6 +151,8 @@ class Control:
             self._change_faults(partial(self._faults.clear, where))
             self._portal.apply_faults()
             self._hardware.apply_faults()
+            for face in self._lan.values():
+                face.apply_faults()
             log(f"faults off: {where or 'all'}")
         return {"faults": self._faults.shown()}
 

@@ -52,8 +52,9 @@ class PortalFault:
 
 
 class Faults:
-    def __init__(self, usb):
+    def __init__(self, usb, lan):
         self.usb = usb     # UsbFaults
+        self.lan = lan     # LanFaults
         self.portal = {}   # path prefix -> PortalFault
         self.feed = {}     # device id -> kind
         self.device = {}   # device id -> kind
@@ -61,7 +62,8 @@ class Faults:
 
     def shown(self):
         return {"portal": [fault.shown() for fault in self.portal.values()],
-                "feed": dict(self.feed), "device": dict(self.device), "usb": self.usb.shown()}
+                "feed": dict(self.feed), "device": dict(self.device), "usb": self.usb.shown(),
+                "lan": self.lan.shown()}
 
     def set_portal(self, wish):
         kind = wish.get("kind")
@@ -133,3 +135,5 @@ class Faults:
             self.device.clear()
         if where in (None, "usb"):
             self.usb.clear()
+        if where in (None, "lan"):
+            self.lan.clear()

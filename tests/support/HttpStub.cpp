@@ -58,6 +58,10 @@ void HttpStub::read(QTcpSocket *socket)
         m_hanging.append(socket);
         return;
     }
+    if (reply.how == HttpReply::How::Drop) {
+        socket->disconnectFromHost();
+        return;
+    }
     write(socket, reply);
 }
 
@@ -65,7 +69,7 @@ void HttpStub::release(const QByteArray &body)
 {
     const QList<QPointer<QTcpSocket>> waiting = std::exchange(m_hanging, {});
     for (const QPointer<QTcpSocket> &socket : waiting) {
-        if (socket) {
+        if (socket && socket->isOpen()) {
             write(socket, {200, body, {}, HttpReply::How::Answer});
         }
     }

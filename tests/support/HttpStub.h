@@ -23,11 +23,11 @@ struct HttpRequest
 
 struct HttpReply
 {
-    enum class How { Answer, Hang, CutShort };
+    enum class How { Answer, Hang, CutShort, Drop };
 
     int status = 200;
     QByteArray body = "{}";
-    QByteArray headers; // whole lines, each with its "\r\n"
+    QByteArray headers = ""; // whole lines, each with its "\r\n"
     How how = How::Answer;
 };
 

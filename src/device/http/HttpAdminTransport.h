@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#pragma once
+
+#include "device/RpcTransport.h"
+#include "device/http/LanAddress.h"
+
+#include <QByteArray>
+#include <QJsonObject>
+#include <QNetworkAccessManager>
+#include <QNetworkRequest>
+#include <QString>
+
+#include <chrono>
+
+class QNetworkReply;
+
+namespace tallyforge {
+
+struct HttpAnswer;
+struct HttpRoute;
+
+/// Carries each admin request as one HTTP request on the method's route. Every request ends in one
+/// message(), a failure too; sendFailed() never comes. A "login" that succeeds yields the session
+/// cookie and the CSRF token that go with all later requests: both are secrets.
+class HttpAdminTransport final : public RpcTransport
+{
+    Q_OBJECT
+
+public:
+    /// transfer is how long a request may stand still.
+    HttpAdminTransport(const LanAddress &address, std::chrono::milliseconds transfer,
+                       QObject *parent);
+
+    [[nodiscard]] bool isOpen() const override { return m_open; }
+    void send(const QByteArray &json) override;
+
+    void open() { m_open = true; }
+    /// Forgets the session. Requests that are under way are still answered.
+    void close();
+
+    /// A request to a path of the device, without a session.
+    [[nodiscard]] static QNetworkRequest requestTo(const LanAddress &address, const QString &path,
+                                                   std::chrono::milliseconds transfer);
+    /// Bounds what an answer takes in memory: more of it stands still until it runs out of time.
+    static void bound(QNetworkReply *reply);
+
+private:
+    [[nodiscard]] QNetworkReply *start(const HttpRoute &route, const QJsonObject &params);
+    void finish(QNetworkReply *reply, int id, const QString &method);
+    void takeSession(const QByteArray &setCookie, const HttpAnswer &login);
+
+    const LanAddress m_address;
+    const std::chrono::milliseconds m_transfer;
+    QNetworkAccessManager m_network;
+    bool m_open = false;
+    QByteArray m_cookie; // name=value
+    QByteArray m_csrf;
+};
+
+} // namespace tallyforge

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#include "device/http/HttpLink.h"
+
+#include "device/http/HttpAdminTransport.h"
+
+#include <QNetworkReply>
+
+namespace tallyforge {
+
+HttpLink::HttpLink(const QString &address, QObject *parent)
+    : HttpLink(address, Timing{}, parent)
+{
+}
+
+HttpLink::HttpLink(const QString &address, const Timing &timing, QObject *parent)
+    : DeviceLink(parent)
+    , m_timing(timing)
+    , m_address(LanAddress::fromText(address))
+    , m_transport(new HttpAdminTransport(m_address, timing.transfer, this))
+{
+}
+
+RpcTransport *HttpLink::transport()
+{
+    return m_transport;
+}
+
+void HttpLink::open()
+{
+    ++m_generation;
+    QNetworkReply *reply = m_network.get(
+        HttpAdminTransport::requestTo(m_address, QStringLiteral("/api/status"), m_timing.probe));
+    HttpAdminTransport::bound(reply);
+    connect(reply, &QNetworkReply::finished, this, [this, reply, generation = m_generation] {
+        reply->deleteLater();
+        if (generation == m_generation) {
+            onProbed(reply);
+        }
+    });
+}
+
+void HttpLink::onProbed(QNetworkReply *reply)
+{
+    if (reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt() != 0) {
+        m_transport->open();
+        Q_EMIT opened({});
+        return;
+    }
+    Q_EMIT failed(QStringLiteral("unreachable"),
+                  tr("Could not reach %1 on your network. Check the address, and that this "
+                     "computer and the device are on the same network.")
+                      .arg(m_address.host));
+}
+
+void HttpLink::close()
+{
+    ++m_generation;
+    m_transport->close();
+}
+
+} // namespace tallyforge

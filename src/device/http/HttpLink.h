@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#pragma once
+
+#include "device/DeviceLink.h"
+#include "device/http/LanAddress.h"
+
+#include <QNetworkAccessManager>
+#include <QString>
+
+#include <chrono>
+
+class QNetworkReply;
+
+namespace tallyforge {
+
+class HttpAdminTransport;
+
+/// A device on the local network, by its plain HTTP interface. Nothing comes from the device by
+/// itself: envelope() and closed() are never emitted, and whoever wants live data asks for them.
+class HttpLink final : public DeviceLink
+{
+    Q_OBJECT
+
+public:
+    struct Timing
+    {
+        std::chrono::milliseconds probe{8000};     ///< for a sign of life when the link opens
+        std::chrono::milliseconds transfer{30000}; ///< without any progress of a request
+    };
+
+    /// address is what normalizeLanHost() gives, "host" or "host:port".
+    explicit HttpLink(const QString &address, QObject *parent = nullptr);
+    HttpLink(const QString &address, const Timing &timing, QObject *parent);
+
+    [[nodiscard]] QString kind() const override { return QStringLiteral("lan"); }
+    /// Asks the device for a sign of life: whatever it answers, the link is open.
+    void open() override;
+    /// Also forgets the session on the device.
+    void close() override;
+    [[nodiscard]] RpcTransport *transport() override;
+    [[nodiscard]] bool pollsState() const override { return true; }
+
+private:
+    void onProbed(QNetworkReply *reply);
+
+    const Timing m_timing;
+    const LanAddress m_address;
+    HttpAdminTransport *const m_transport; // child
+    QNetworkAccessManager m_network;       // of the probe
+    unsigned m_generation = 0;             // counts open() and close()
+};
+
+} // namespace tallyforge
