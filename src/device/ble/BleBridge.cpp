@@ -18,7 +18,7 @@ namespace tallyforge {
 
 namespace {
 
-// So that no crowd of strangers takes up memory; the helper needs one place among them.
+// So that no crowd of strangers takes up memory.
 constexpr qsizetype maxStrangers = 16;
 
 BleReply failure(const QString &code, const QString &message)
@@ -147,10 +147,13 @@ void BleBridge::settleWaiters(bool ok, const QString &message)
 void BleBridge::onNewConnection()
 {
     while (QTcpSocket *const socket = m_server.nextPendingConnection()) {
-        if (m_token.isEmpty() || m_strangers.size() >= maxStrangers) {
+        if (m_token.isEmpty()) { // nobody is expected
             socket->abort();
             socket->deleteLater();
             continue;
+        }
+        if (m_strangers.size() == maxStrangers) {
+            m_strangers.takeFirst()->close(); // the helper doesn't let one wait that long
         }
         auto *const stranger = new BleHelperSocket(socket, m_timing.hello, this);
         m_strangers.append(stranger);
