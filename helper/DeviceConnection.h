@@ -34,9 +34,9 @@ public:
 Q_SIGNALS:
     /// The device can be written to, with so many bytes at a time.
     void ready(int writeSize);
-    void failed(const Failure &failure);
+    void failed(const tallyforge::helper::Failure &failure);
     /// The device has confirmed the write, or hasn't.
-    void written(const Failure &failure);
+    void written(const tallyforge::helper::Failure &failure);
     /// One notification of the device.
     void received(const QByteArray &bytes);
     /// A connection that was ready has ended by itself.

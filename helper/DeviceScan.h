@@ -27,7 +27,7 @@ public:
 Q_SIGNALS:
     /// The devices of this system, and how many of any kind there were.
     void finished(const QList<QBluetoothDeviceInfo> &devices, int seen);
-    void failed(const Failure &failure);
+    void failed(const tallyforge::helper::Failure &failure);
 
 private:
     void onFinished();

@@ -43,7 +43,7 @@ QByteArray newToken()
 BleBridge *BleBridge::instance()
 {
     // Not a static object: those end after QCoreApplication, which a server must not.
-    static BleBridge *const bridge = new BleBridge;
+    static BleBridge *const bridge = new BleBridge; // NOLINT(misc-const-correctness)
     return bridge;
 }
 
@@ -255,12 +255,10 @@ void BleBridge::send(const QString &op, const QJsonObject &params, const ReplyCa
 
 void BleBridge::finish(int id, const BleReply &reply)
 {
-    const auto found = m_pending.constFind(id);
-    if (found == m_pending.cend()) {
+    if (!m_pending.contains(id)) {
         return; // it came too late, or twice
     }
-    const Pending pending = *found;
-    m_pending.erase(found);
+    const Pending pending = m_pending.take(id);
     pending.timer->stop();
     pending.timer->deleteLater();
     if (pending.callback) {

@@ -71,6 +71,8 @@ private Q_SLOTS:
         QTest::newRow("split over reads") << QByteArrayList{"{\"hel", "lo\":\"T", "\"}", "\n"} << true;
         QTest::newRow("after lines that say nothing")
             << QByteArrayList{"\n \r\n[1]\nno\n", " {\"hello\":\"T\"}\r\n"} << true;
+        QTest::newRow("with much behind it")
+            << QByteArrayList{"{\"hello\":\"T\"}\n" + QByteArray("{\"ev\":\"what\"}\n").repeated(20000)} << true;
         QTest::newRow("wrong") << QByteArrayList{"{\"hello\":\"0123456789abcdef0123456789abcdef\"}\n"} << false;
         QTest::newRow("more than the token") << QByteArrayList{"{\"hello\":\"T0\"}\n"} << false;
         QTest::newRow("empty") << QByteArrayList{"{\"hello\":\"\"}\n"} << false;
@@ -95,14 +97,15 @@ private Q_SLOTS:
         }
         if (accepted) {
             QTRY_COMPARE(r.readiness, QStringList{u"ok"_s});
-            QVERIFY(r.bridge.isReady());
+            visitor->write(BleHelperDouble::dataLine("x"));
+            QTRY_COMPARE(data.count(), 1);
         } else {
             QTRY_VERIFY(Rig::isGone(*visitor));
             QVERIFY(r.readiness.isEmpty());
             r.helper.come(); // nobody who was wrong keeps the right one out
             QTRY_VERIFY(r.bridge.isReady());
+            QCOMPARE(data.count(), 0);
         }
-        QCOMPARE(data.count(), 0);
     }
 
     void strangers()
@@ -341,7 +344,7 @@ private Q_SLOTS:
         QSignalSpy stopped(&r.bridge, &BleBridge::helperStopped);
         r.ask(u"a"_s);
         r.ask(u"b"_s);
-        QTRY_COMPARE(ready ? r.helper.ops.size() : 2 * r.helper.starts, 2);
+        QTRY_VERIFY(ready ? r.helper.ops.size() == 2 : r.helper.starts == 1);
         r.bridge.shutdown();
         r.ask(u"c"_s);
         QVERIFY(!r.bridge.isReady());
