@@ -25,7 +25,7 @@ PASSED = PROJECT / "build/tidy"
 # A host that is used directly may lack it; the cached root has it.
 HAS_CLAZY = shutil.which("clazy-standalone") is not None
 CLAZY_CHECKS = "level0,level1"
-HEADERS = f"^{re.escape(str(PROJECT))}/(src|tests|bench)/"
+HEADERS = f"^{re.escape(str(PROJECT))}/(src|helper|tests|bench)/"
 
 
 def compiled_sources():

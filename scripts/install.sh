@@ -36,6 +36,10 @@ tar -C "$built" -cf - . | "${as_user[@]}" sh -euc '
     rm -rf "$4"' sh "$target" "$plugins" "$new" "$old"
 echo "Installed in $target. It is there when OBS starts the next time."
 
+if ldd "$target/data/tallyforge-bluetooth-helper" 2>/dev/null | grep -q 'not found'; then
+    echo "Note: setting devices up over Bluetooth needs Qt's Bluetooth library, which is missing here (Debian: libqt6bluetooth6)."
+fi
+
 # "OBS Studio - 32.0.4 (…)" or "OBS Studio - 30.2.3+dfsg-3".
 version=$(obs --version 2>/dev/null | grep -oE '[0-9]+(\.[0-9]+)+' | head -n 1 || true)
 if [[ -z $version || ${version%%.*} -lt 32 ]]; then

@@ -14,10 +14,10 @@ source "$here/lib.sh"
 # The recipe: whatever changes here makes a new root.
 suite=forky
 packages=(
-    g++ cmake ninja-build ccache pkg-config qt6-base-dev libobs-dev
+    g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-connectivity-dev libobs-dev
     obs-studio obs-plugins libgl1-mesa-dri fonts-dejavu-core
     xvfb xauth openbox x11-apps xdotool imagemagick
-    python3-websockets openssl ca-certificates procps iproute2
+    python3-websockets python3-dbusmock dbus-daemon openssl ca-certificates procps iproute2
     clang clang-tidy clang-format libclang-rt-dev clazy gdb strace
 )
 options=(
@@ -42,11 +42,12 @@ worker=
 host_is_enough() {
     local tool
     for tool in pkg-config bwrap obs cmake ninja ccache g++ clang++ clang-tidy clang-format \
-        Xvfb openbox xdotool convert openssl ip python3; do
+        Xvfb openbox xdotool convert openssl ip python3 dbus-daemon; do
         have "$tool" || return 1
     done
-    pkg-config --atleast-version=32 libobs && pkg-config --atleast-version=6.8 Qt6Core &&
-        python3 -c 'import websockets' 2>/dev/null
+    pkg-config --atleast-version=32 libobs &&
+        pkg-config --atleast-version=6.8 Qt6Core Qt6Bluetooth &&
+        python3 -c 'import dbusmock, websockets' 2>/dev/null
 }
 
 # Sets as_root: what runs a command as root, real or mapped, with mounts and processes in

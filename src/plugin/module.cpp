@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
 #include "common/BuildConfig.h"
+#include "device/ble/BleBridge.h"
+#include "platform/BluetoothHelper.h"
 #include "plugin/App.h"
 #include "plugin/Log.h"
 #include "sources/sources.h"
@@ -39,6 +41,16 @@ void registerBundledQtPlugins()
     }
     log::info(QStringLiteral("Qt TLS backend available: %1")
                   .arg(QSslSocket::supportsSsl() ? QStringLiteral("yes") : QStringLiteral("no")));
+}
+
+// Empty when this install has none.
+QString bluetoothHelper()
+{
+    const QByteArray file = tallyforge::platform::bluetoothHelperFile().toUtf8();
+    char *const found = obs_find_module_file(obs_module_pointer, file.constData());
+    QString path = QString::fromUtf8(found);
+    bfree(found);
+    return path;
 }
 
 } // namespace
@@ -82,6 +94,7 @@ bool obs_module_load(void)
     log::info(QStringLiteral("loading plugin %1").arg(build_config::version()));
     registerBundledQtPlugins();
     App::init();
+    BleBridge::instance()->setHelperPath(bluetoothHelper());
     sources_register();
     sources_connect_live_data();
     return true;
@@ -90,6 +103,7 @@ bool obs_module_load(void)
 void obs_module_unload(void)
 {
     using namespace tallyforge;
+    BleBridge::instance()->shutdown();
     App::shutdown();
     log::info(QStringLiteral("plugin unloaded"));
 }

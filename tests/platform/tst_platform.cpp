@@ -1,19 +1,23 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
+#include "platform/BluetoothHelper.h"
 #include "platform/PluginFolder.h"
 #include "platform/SocketKeepAlive.h"
 
 #include <QDir>
 #include <QFile>
+#include <QProcess>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <fcntl.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <sys/socket.h>
+#include <unistd.h>
 
 using namespace tallyforge;
 using namespace Qt::StringLiterals;
@@ -48,6 +52,27 @@ private Q_SLOTS:
         QVERIFY(module.open(QIODevice::WriteOnly));
         QCOMPARE(platform::pluginRoot(dataFolder.isEmpty() ? QString() : top.filePath(dataFolder)),
                  root.isEmpty() ? QString() : top.filePath(root));
+    }
+
+    void bluetoothHelper()
+    {
+        const QTemporaryDir top;
+        QFile script(top.filePath(platform::bluetoothHelperFile()));
+        QVERIFY(script.open(QIODevice::WriteOnly));
+        script.write("#!/bin/sh\necho \"$@\" $(ls /proc/$$/fd) >$0.new; mv $0.new $0.out\n");
+        script.close();
+        QVERIFY(script.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
+        const int inherited = open("/dev/null", O_RDONLY); // NOLINT(android-cloexec-open): as a careless host does
+        QVERIFY(inherited > 2);
+        QProcess process;
+        platform::startBluetoothHelper(&process, script.fileName(), 65535, "a0");
+        QFile out(script.fileName() + u".out"_s);
+        QTRY_VERIFY(out.exists());
+        QVERIFY(out.open(QIODevice::ReadOnly));
+        const QByteArrayList words = out.readAll().simplified().split(' ');
+        QCOMPARE(words.first(4), (QByteArrayList{"--port", "65535", "--token", "a0"}));
+        QVERIFY(!words.sliced(4).contains(QByteArray::number(inherited)));
+        close(inherited);
     }
 
     void keepAlive()

@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#include "helper/DeviceScan.h"
+
+#include "helper/DeviceContract.h"
+
+#include <QBluetoothAddress>
+#include <QBluetoothLocalDevice>
+
+using namespace Qt::StringLiterals;
+
+namespace tallyforge::helper {
+
+DeviceScan::DeviceScan(QObject *parent)
+    : QObject(parent)
+{
+    connect(&m_agent, &QBluetoothDeviceDiscoveryAgent::finished, this, &DeviceScan::onFinished);
+    connect(&m_agent, &QBluetoothDeviceDiscoveryAgent::errorOccurred, this, &DeviceScan::onError);
+}
+
+void DeviceScan::start(std::chrono::milliseconds duration)
+{
+    m_agent.setLowEnergyDiscoveryTimeout(static_cast<int>(duration.count()));
+    m_agent.start(QBluetoothDeviceDiscoveryAgent::LowEnergyMethod);
+}
+
+void DeviceScan::onFinished()
+{
+    // The system also names devices that it remembers. What was heard just now has a signal
+    // strength; what is connected is there, but keeps silent.
+    const QList<QBluetoothAddress> connected = QBluetoothLocalDevice().connectedDevices();
+    const QList<QBluetoothDeviceInfo> all = m_agent.discoveredDevices();
+    QList<QBluetoothDeviceInfo> devices;
+    int seen = 0;
+    for (const QBluetoothDeviceInfo &device : all) {
+        if (device.rssi() == 0 && !connected.contains(device.address())) {
+            continue;
+        }
+        ++seen;
+        if (device.serviceUuids().contains(device_contract::service())) {
+            devices.append(device);
+        }
+    }
+    Q_EMIT finished(devices, seen);
+}
+
+void DeviceScan::onError(QBluetoothDeviceDiscoveryAgent::Error error)
+{
+    using Agent = QBluetoothDeviceDiscoveryAgent;
+    if (error == Agent::MissingPermissionsError) {
+        Q_EMIT failed({u"permission_denied"_s, m_agent.errorString()});
+    } else if (error == Agent::PoweredOffError || error == Agent::InvalidBluetoothAdapterError ||
+               error == Agent::UnsupportedPlatformError) {
+        Q_EMIT failed({u"bluetooth_unavailable"_s, m_agent.errorString()});
+    } else {
+        Q_EMIT failed({u"scan_failed"_s, m_agent.errorString()});
+    }
+}
+
+QString deviceId(const QBluetoothDeviceInfo &device)
+{
+    return device.address().isNull() ? device.deviceUuid().toString(QUuid::WithoutBraces)
+                                     : device.address().toString();
+}
+
+QBluetoothDeviceInfo deviceOf(const QString &id)
+{
+    QBluetoothDeviceInfo device;
+    if (const QBluetoothAddress address(id); !address.isNull()) {
+        device = QBluetoothDeviceInfo(address, {}, 0);
+    } else if (const QBluetoothUuid uuid(id); !uuid.isNull()) {
+        device = QBluetoothDeviceInfo(uuid, {}, 0);
+    }
+    device.setCoreConfigurations(QBluetoothDeviceInfo::LowEnergyCoreConfiguration);
+    return device;
+}
+
+} // namespace tallyforge::helper

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#include "helper/DeviceContract.h"
+#include "helper/System.h"
+
+#include <QBluetoothLocalDevice>
+#include <QCoreApplication>
+#include <QTimer>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace tallyforge::helper::system {
+
+namespace {
+
+template <typename Function> void later(QObject *context, Function function)
+{
+    QTimer::singleShot(0, context, std::move(function));
+}
+
+} // namespace
+
+void check(QObject *context, const std::function<void(const Failure &)> &answer)
+{
+    const QBluetoothLocalDevice device;
+    const bool on = device.isValid() && device.hostMode() != QBluetoothLocalDevice::HostPoweredOff;
+    later(context, [answer, on] {
+        answer(on ? Failure{}
+                  : Failure{u"bluetooth_unavailable"_s,
+                            QCoreApplication::translate(
+                                "System", "Bluetooth is switched off on this computer. Switch it "
+                                          "on in the system's settings, then try again.")});
+    });
+}
+
+// Its service doesn't end by itself.
+void watch(QObject * /*context*/, const std::function<void()> & /*gone*/) {}
+
+// macOS asks by itself, when a device wants a paired computer for something.
+void pair(const QBluetoothDeviceInfo & /*device*/, QObject *context,
+          const std::function<void()> &answer)
+{
+    later(context, answer);
+}
+
+// It keeps to itself what it is paired with.
+void isUnpaired(const QBluetoothDeviceInfo & /*device*/, QObject *context,
+                const std::function<void(bool)> &answer)
+{
+    later(context, [answer] { answer(false); });
+}
+
+void writeSize(const QBluetoothDeviceInfo & /*device*/, int mtu, QObject *context,
+               const std::function<void(int)> &answer)
+{
+    later(context, [answer, mtu] {
+        answer(std::max(mtu - device_contract::writeHeader, device_contract::leastWrite));
+    });
+}
+
+} // namespace tallyforge::helper::system

@@ -1,0 +1,340 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#include "device/ble/BleBridge.h"
+
+#include "device/ble/BleHelperLines.h"
+#include "device/ble/BleHelperSocket.h"
+#include "platform/BluetoothHelper.h"
+
+#include <QFileInfo>
+#include <QProcess>
+#include <QRandomGenerator>
+#include <QTcpSocket>
+
+#include <utility>
+
+namespace tallyforge {
+
+namespace {
+
+// So that no crowd of strangers takes up memory.
+constexpr qsizetype maxStrangers = 16;
+
+BleReply failure(const QString &code, const QString &message)
+{
+    return {false, {}, code, message};
+}
+
+QString unavailable()
+{
+    return QStringLiteral("bluetooth_unavailable");
+}
+
+QByteArray newToken()
+{
+    QRandomGenerator64 *const random = QRandomGenerator64::system();
+    const QByteArray first = QByteArray::number(random->generate(), 16);
+    return first + QByteArray::number(random->generate(), 16);
+}
+
+} // namespace
+
+BleBridge *BleBridge::instance()
+{
+    // Not a static object: those end after QCoreApplication, which a server must not.
+    static BleBridge *const bridge = new BleBridge; // NOLINT(misc-const-correctness)
+    return bridge;
+}
+
+BleBridge::BleBridge(QObject *parent)
+    : BleBridge(Timing{}, parent)
+{
+}
+
+BleBridge::BleBridge(const Timing &timing, QObject *parent)
+    : QObject(parent)
+    , m_timing(timing)
+{
+    m_launchTimer.setSingleShot(true);
+    m_launchTimer.setInterval(m_timing.launch);
+    connect(&m_launchTimer, &QTimer::timeout, this, &BleBridge::onLaunchFailed);
+    connect(&m_server, &QTcpServer::newConnection, this, &BleBridge::onNewConnection);
+}
+
+void BleBridge::setHelperPath(const QString &path)
+{
+    m_helperPath = path;
+    m_shutDown = false;
+}
+
+void BleBridge::ensureHelper(const ReadyCallback &callback)
+{
+    if (m_shutDown) {
+        return;
+    }
+    if (isReady()) {
+        callback(true, {});
+        return;
+    }
+    if (m_helperPath.isEmpty() || !QFileInfo::exists(m_helperPath)) {
+        callback(false, tr("The Bluetooth helper is missing from this install. Reinstall the "
+                           "Tallyforge plugin."));
+        return;
+    }
+    m_waiters.append(callback);
+    if (m_waiters.size() == 1) {
+        launchHelper();
+    }
+}
+
+void BleBridge::launchHelper()
+{
+    if (!m_server.isListening() && !m_server.listen(QHostAddress::LocalHost)) {
+        settleWaiters(false, tr("Could not open a local port for the Bluetooth helper."));
+        return;
+    }
+    m_token = newToken();
+    retireProcess();
+    m_process = new QProcess(this);
+    connect(m_process, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart) {
+            onLaunchFailed();
+        }
+    });
+    m_launchTimer.start();
+    platform::startBluetoothHelper(m_process, m_helperPath, m_server.serverPort(), m_token);
+}
+
+// Destroying a process object waits for its process, so that has to end first.
+void BleBridge::retireProcess()
+{
+    QProcess *const process = std::exchange(m_process, nullptr);
+    if (process == nullptr) {
+        return;
+    }
+    process->disconnect(this);
+    if (process->state() == QProcess::NotRunning) {
+        process->deleteLater();
+    } else {
+        connect(process, &QProcess::finished, process, &QObject::deleteLater);
+        process->kill();
+    }
+}
+
+void BleBridge::onLaunchFailed()
+{
+    m_launchTimer.stop();
+    QProcess *const process = m_process;
+    settleWaiters(false, tr("The Bluetooth helper did not start. Bluetooth setup is unavailable "
+                            "on this system."));
+    if (process != nullptr && process == m_process) { // else a waiter has started it anew
+        process->kill();
+    }
+}
+
+void BleBridge::settleWaiters(bool ok, const QString &message)
+{
+    const QList<ReadyCallback> waiters = std::exchange(m_waiters, {});
+    for (const ReadyCallback &waiter : waiters) {
+        if (m_shutDown) {
+            return;
+        }
+        waiter(ok, message);
+    }
+}
+
+void BleBridge::onNewConnection()
+{
+    while (QTcpSocket *const socket = m_server.nextPendingConnection()) {
+        if (m_token.isEmpty()) { // nobody is expected
+            socket->abort();
+            socket->deleteLater();
+            continue;
+        }
+        if (m_strangers.size() == maxStrangers) {
+            m_strangers.takeFirst()->close(); // the helper doesn't let one wait that long
+        }
+        auto *const stranger = new BleHelperSocket(socket, m_timing.hello, this);
+        m_strangers.append(stranger);
+        connect(stranger, &BleHelperSocket::received, this,
+                [this, stranger](const QJsonObject &object) { onObject(stranger, object); });
+        connect(stranger, &BleHelperSocket::ended, this,
+                [this, stranger] { onSocketEnded(stranger); });
+    }
+}
+
+void BleBridge::onObject(BleHelperSocket *from, const QJsonObject &object)
+{
+    if (from != m_helper) {
+        greet(from, object);
+    } else if (object.contains(QLatin1String("ev"))) {
+        handleEvent(object);
+    } else {
+        handleReply(object);
+    }
+}
+
+void BleBridge::greet(BleHelperSocket *stranger, const QJsonObject &hello)
+{
+    m_strangers.removeOne(stranger);
+    if (!bleProvesToken(hello, m_token)) {
+        stranger->close();
+        return;
+    }
+    m_helper = stranger;
+    m_helper->trust();
+    m_token.clear();
+    const QList<BleHelperSocket *> others = std::exchange(m_strangers, {});
+    for (BleHelperSocket *const other : others) {
+        other->close();
+    }
+    m_launchTimer.stop();
+    settleWaiters(true, {});
+}
+
+void BleBridge::onSocketEnded(BleHelperSocket *socket)
+{
+    m_strangers.removeOne(socket);
+    if (socket != m_helper) {
+        return;
+    }
+    m_helper = nullptr;
+    m_started = false;
+    failAll(unavailable(), tr("The Bluetooth helper stopped."));
+    if (!m_shutDown) {
+        Q_EMIT helperStopped(QStringLiteral("stopped"));
+    }
+}
+
+void BleBridge::handleReply(const QJsonObject &line)
+{
+    finish(line.value(QLatin1String("reqId")).toInt(-1), bleReply(line));
+}
+
+void BleBridge::handleEvent(const QJsonObject &line)
+{
+    const QString event = line.value(QLatin1String("ev")).toString();
+    if (event == QLatin1String("data")) {
+        if (const std::optional<QByteArray> bytes = bleData(line)) {
+            Q_EMIT dataReceived(*bytes);
+        }
+    } else if (event == QLatin1String("disconnected")) {
+        Q_EMIT disconnected(line.value(QLatin1String("reason")).toString());
+    }
+}
+
+void BleBridge::request(const QString &op, const QJsonObject &params, const ReplyCallback &callback,
+                        std::chrono::milliseconds timeout)
+{
+    ensureHelper([this, op, params, callback, timeout](bool ok, const QString &message) {
+        if (ok && isReady()) {
+            send(op, params, callback, timeout);
+        } else if (callback) {
+            callback(failure(unavailable(), ok ? tr("The Bluetooth helper stopped.") : message));
+        }
+    });
+}
+
+void BleBridge::send(const QString &op, const QJsonObject &params, const ReplyCallback &callback,
+                     std::chrono::milliseconds timeout)
+{
+    const int id = m_nextId++;
+    auto *const timer = new QTimer(this);
+    timer->setSingleShot(true);
+    connect(timer, &QTimer::timeout, this, [this, id] {
+        finish(id, failure(QStringLiteral("timeout"), tr("Bluetooth did not respond in time.")));
+    });
+    timer->start(timeout);
+    m_pending.insert(id, {callback, timer});
+    QJsonObject line = params;
+    line.insert(QStringLiteral("reqId"), id);
+    line.insert(QStringLiteral("op"), op);
+    m_helper->send(line);
+}
+
+void BleBridge::finish(int id, const BleReply &reply)
+{
+    if (!m_pending.contains(id)) {
+        return; // it came too late, or twice
+    }
+    const Pending pending = m_pending.take(id);
+    pending.timer->stop();
+    pending.timer->deleteLater();
+    if (pending.callback) {
+        pending.callback(reply);
+    }
+}
+
+void BleBridge::failAll(const QString &code, const QString &message)
+{
+    const QMap<int, Pending> pending = std::exchange(m_pending, {});
+    for (const Pending &entry : pending) {
+        entry.timer->stop();
+        entry.timer->deleteLater();
+    }
+    for (const Pending &entry : pending) {
+        if (m_shutDown) {
+            return;
+        }
+        if (entry.callback) {
+            entry.callback(failure(code, message));
+        }
+    }
+}
+
+void BleBridge::start(const ReplyCallback &callback)
+{
+    if (m_started && !m_shutDown) {
+        callback({true, {}, {}, {}});
+        return;
+    }
+    request(
+        QStringLiteral("start"), {},
+        [this, callback](const BleReply &reply) {
+            m_started = m_started || reply.ok;
+            callback(reply);
+        },
+        m_timing.start);
+}
+
+void BleBridge::scan(std::chrono::milliseconds duration, const ScanCallback &callback)
+{
+    const auto deliver = [callback](const BleReply &reply) {
+        callback(reply.ok, bleDevices(reply.result),
+                 reply.result.value(QLatin1String("seen")).toInt(), reply.code, reply.message);
+    };
+    start([this, duration, deliver](const BleReply &reply) {
+        if (!reply.ok) {
+            deliver(reply);
+            return;
+        }
+        request(QStringLiteral("scan"),
+                {{QStringLiteral("ms"), static_cast<qint64>(duration.count())}}, deliver,
+                duration + m_timing.scanExtra);
+    });
+}
+
+void BleBridge::shutdown()
+{
+    m_shutDown = true;
+    m_waiters.clear();
+    failAll({}, {}); // calls nobody back any more
+    m_launchTimer.stop();
+    m_server.close();
+    m_token.clear();
+    const QList<BleHelperSocket *> strangers = std::exchange(m_strangers, {});
+    for (BleHelperSocket *const stranger : strangers) {
+        stranger->close();
+    }
+    if (BleHelperSocket *const helper = std::exchange(m_helper, nullptr)) {
+        helper->send(
+            {{QStringLiteral("op"), QStringLiteral("quit")}, {QStringLiteral("reqId"), 0}});
+        helper->close();
+    } else {
+        retireProcess(); // one that has not come yet
+    }
+    m_started = false;
+}
+
+} // namespace tallyforge

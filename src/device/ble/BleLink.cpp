@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#include "device/ble/BleLink.h"
+
+#include "device/ble/BleBridge.h"
+
+#include <QPointer>
+
+namespace tallyforge {
+
+BleLink::BleLink(const QString &id, const QString &label, QObject *parent)
+    : BleLink(BleBridge::instance(), id, label, Timing{}, parent)
+{
+}
+
+BleLink::BleLink(BleBridge *bridge, const QString &id, const QString &label, const Timing &timing,
+                 QObject *parent)
+    : DeviceLink(parent)
+    , m_bridge(bridge)
+    , m_timing(timing)
+    , m_id(id)
+    , m_label(label)
+    , m_transport(bridge, timing.write, nullptr)
+{
+    connect(bridge, &BleBridge::dataReceived, this, [this](const QByteArray &bytes) {
+        if (m_connected) {
+            m_transport.deliver(bytes);
+        }
+    });
+    connect(bridge, &BleBridge::disconnected, this, [this](const QString &reason) {
+        lose(reason.isEmpty() ? tr("Bluetooth link lost") : reason);
+    });
+    connect(bridge, &BleBridge::helperStopped, this,
+            [this] { lose(tr("The Bluetooth helper stopped")); });
+}
+
+BleLink::~BleLink()
+{
+    close();
+}
+
+void BleLink::open()
+{
+    close();
+    m_bridge->start([self = QPointer<BleLink>(this), opening = m_openings](const BleReply &reply) {
+        if (!self || self->m_openings != opening) {
+            return;
+        }
+        if (reply.ok) {
+            self->connectDevice();
+        } else {
+            Q_EMIT self->failed(reply.code, reply.message);
+        }
+    });
+}
+
+void BleLink::connectDevice()
+{
+    m_bridge->request(
+        QStringLiteral("connect"), {{QStringLiteral("id"), m_id}},
+        [self = QPointer<BleLink>(this), opening = m_openings](const BleReply &reply) {
+            if (self && self->m_openings == opening) {
+                self->onConnected(reply);
+            }
+        },
+        m_timing.connect);
+}
+
+void BleLink::onConnected(const BleReply &reply)
+{
+    if (!reply.ok) {
+        Q_EMIT failed(reply.code, reply.message);
+        return;
+    }
+    m_connected = true;
+    m_transport.start(reply.result.value(QLatin1String("writePayload")).toInt(20));
+    Q_EMIT opened({});
+}
+
+void BleLink::close()
+{
+    ++m_openings;
+    if (!m_connected) {
+        return;
+    }
+    m_connected = false;
+    m_transport.stop();
+    if (m_bridge->isReady()) { // a helper that has gone has disconnected
+        m_bridge->request(QStringLiteral("disconnect"), {}, {}, m_timing.disconnect);
+    }
+}
+
+void BleLink::lose(const QString &reason)
+{
+    if (m_connected) {
+        m_connected = false;
+        m_transport.stop();
+        Q_EMIT closed(reason);
+    }
+}
+
+} // namespace tallyforge

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#pragma once
+
+#include "device/DeviceLink.h"
+#include "device/ble/BleTransport.h"
+
+#include <QString>
+
+#include <chrono>
+
+namespace tallyforge {
+
+class BleBridge;
+
+/// A device that is reached over Bluetooth. There is one connection at a time in all of the
+/// plug-in, since the helper holds only one.
+class BleLink final : public DeviceLink
+{
+    Q_OBJECT
+
+public:
+    struct Timing
+    {
+        std::chrono::milliseconds connect{150000}; ///< the user may have to type a passkey
+        std::chrono::milliseconds disconnect{8000};
+        std::chrono::milliseconds write{15000}; ///< for one write
+    };
+
+    /// id is the one of a BleDeviceInfo, label what the user knows the device by.
+    BleLink(const QString &id, const QString &label, QObject *parent = nullptr);
+    /// The bridge isn't owned and must outlive the link.
+    BleLink(BleBridge *bridge, const QString &id, const QString &label, const Timing &timing,
+            QObject *parent);
+    ~BleLink() override;
+
+    [[nodiscard]] QString kind() const override { return QStringLiteral("ble"); }
+    void open() override;
+    void close() override;
+    [[nodiscard]] RpcTransport *transport() override { return &m_transport; }
+    [[nodiscard]] bool pollsState() const override { return true; }
+
+    [[nodiscard]] QString label() const { return m_label; }
+
+private:
+    void connectDevice();
+    void onConnected(const BleReply &reply);
+    void lose(const QString &reason);
+
+    BleBridge *const m_bridge;
+    const Timing m_timing;
+    const QString m_id;
+    const QString m_label;
+    BleTransport m_transport;
+    bool m_connected = false;
+    unsigned m_openings = 0; // counts open() and close()
+};
+
+} // namespace tallyforge

@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#include "device/ble/BleTransport.h"
+
+#include "device/ble/BleBridge.h"
+
+#include <QPointer>
+
+namespace tallyforge {
+
+namespace {
+
+constexpr int leastPayload = 20; // of any connection
+constexpr int lastMessageId = 255;
+
+} // namespace
+
+BleTransport::BleTransport(BleBridge *bridge, std::chrono::milliseconds writeLimit, QObject *parent)
+    : RpcTransport(parent)
+    , m_bridge(bridge)
+    , m_writeLimit(writeLimit)
+    , m_writePayload(leastPayload)
+{
+    m_assembler.onTruncated = [this](const QString &message) {
+        Q_EMIT sendFailed(QStringLiteral("truncated"), message);
+    };
+}
+
+void BleTransport::start(int writePayload)
+{
+    stop();
+    m_open = true;
+    m_writePayload = writePayload;
+}
+
+void BleTransport::stop()
+{
+    ++m_connections;
+    m_open = false;
+    m_writePayload = leastPayload;
+    m_assembler.reset();
+    m_writeQueue.clear();
+    m_writing = false;
+}
+
+void BleTransport::deliver(const QByteArray &bytes)
+{
+    const QList<QByteArray> messages = m_assembler.feed(bytes);
+    for (const QByteArray &json : messages) {
+        Q_EMIT message(json);
+    }
+}
+
+void BleTransport::send(const QByteArray &json)
+{
+    if (!m_open) {
+        Q_EMIT sendFailed(QStringLiteral("disconnected"), tr("Not connected to a device"));
+        return;
+    }
+    m_messageId = m_messageId % lastMessageId + 1;
+    const QList<QByteArray> fragments = bleEncodeRequest(json, m_writePayload, m_messageId);
+    if (fragments.isEmpty()) {
+        Q_EMIT sendFailed(QStringLiteral("request_too_large"),
+                          tr("That request is too large for the device"));
+        return;
+    }
+    m_writeQueue.append(fragments);
+    pumpWrites();
+}
+
+void BleTransport::pumpWrites()
+{
+    if (m_writing || m_writeQueue.isEmpty()) {
+        return;
+    }
+    if (!m_bridge->isReady()) {
+        // It is just telling everyone that it has stopped: a write must not start it anew.
+        m_writeQueue.clear();
+        Q_EMIT sendFailed(QStringLiteral("bluetooth_unavailable"),
+                          tr("The Bluetooth helper stopped."));
+        return;
+    }
+    m_writing = true;
+    const QString bytes = QString::fromLatin1(m_writeQueue.takeFirst().toBase64());
+    m_bridge->request(
+        QStringLiteral("write"), {{QStringLiteral("b64"), bytes}},
+        [self = QPointer<BleTransport>(this), connection = m_connections](const BleReply &reply) {
+            if (self && self->m_connections == connection) {
+                self->onWritten(reply);
+            }
+        },
+        m_writeLimit);
+}
+
+void BleTransport::onWritten(const BleReply &reply)
+{
+    m_writing = false;
+    if (reply.ok) {
+        pumpWrites();
+        return;
+    }
+    m_writeQueue.clear();
+    if (reply.code == QLatin1String("not_paired")) {
+        Q_EMIT sendFailed(
+            reply.code,
+            tr("This computer is not paired with the device yet. Pair it once with the 6-digit "
+               "passkey from the device's label or your Tallyforge account (macOS asks "
+               "automatically; on Windows pair it in Bluetooth settings first), then connect "
+               "again."));
+    } else {
+        Q_EMIT sendFailed(reply.code, reply.message);
+    }
+}
+
+} // namespace tallyforge

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#include "platform/BluetoothHelper.h"
+
+#include <QProcess>
+
+namespace tallyforge::platform {
+
+QString bluetoothHelperFile()
+{
+    return QStringLiteral("tallyforge-bluetooth-helper");
+}
+
+void startBluetoothHelper(QProcess *process, const QString &helperPath, quint16 port,
+                          const QByteArray &token)
+{
+    // Nothing of what OBS has open is the helper's, and what it complains of goes where OBS's own
+    // complaints go.
+    process->setUnixProcessParameters(QProcess::UnixProcessFlag::CloseFileDescriptors |
+                                      QProcess::UnixProcessFlag::ResetSignalHandlers);
+    process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    process->setStandardInputFile(QProcess::nullDevice());
+    process->setStandardOutputFile(QProcess::nullDevice());
+    process->start(helperPath, {QStringLiteral("--port"), QString::number(port),
+                                QStringLiteral("--token"), QString::fromLatin1(token)});
+}
+
+} // namespace tallyforge::platform

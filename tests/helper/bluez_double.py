@@ -1,0 +1,85 @@
+# SPDX-License-Identifier: GPL-2.0-or-later
+# SPDX-FileCopyrightText: 2026 The Tallyforge developers
+"""A BlueZ made of D-Bus objects, with devices that take writes and notify: a template of dbusmock.
+
+Every call that a device gets is a line of the file "log" in the folder that the parameter names. A
+write stays unanswered while there is a file "hold" in it.
+"""
+
+import pathlib
+import time
+
+import dbus
+from dbusmock import mockobject
+from dbusmock.templates.bluez5 import *   # pylint: disable=wildcard-import,unused-wildcard-import
+from dbusmock.templates import bluez5
+
+SERVICE, CHARACTERISTIC = "org.bluez.GattService1", "org.bluez.GattCharacteristic1"
+DESCRIPTOR = "org.bluez.GattDescriptor1"
+SUBSCRIPTION = "00002902-0000-1000-8000-00805f9b34fb"
+YES, NO = dbus.Boolean(True), dbus.Boolean(False)
+ERRORS = {}    # by method, the name of the error that it answers with
+
+
+def load(mock, parameters):
+    mock.folder = pathlib.Path(parameters["folder"])
+    bluez5.load(mock, parameters)
+
+
+def called(method, *words):
+    folder = mockobject.objects["/"].folder
+    with open(folder / "log", "a", encoding="ascii") as log:
+        log.write(" ".join([method, *words]) + "\n")
+    while method == "WriteValue" and (folder / "hold").exists():
+        time.sleep(0.002)
+    if error := ERRORS.get(method):
+        raise dbus.exceptions.DBusException("No.", name=error)
+
+
+@dbus.service.method(BLUEZ_MOCK_IFACE, in_signature="ss")
+def LetFail(_self, method, error):
+    ERRORS[method] = error
+
+
+def connect(device):
+    called("Connect")
+    device.UpdateProperties(DEVICE_IFACE, {"Connected": YES, "ServicesResolved": YES})
+
+
+def disconnect(device):
+    called("Disconnect")
+    device.UpdateProperties(DEVICE_IFACE, {"Connected": NO, "ServicesResolved": NO})
+
+
+def pair(device):
+    called("Pair")
+    device.UpdateProperties(DEVICE_IFACE, {"Paired": YES})
+
+
+def write_value(_characteristic, value, options):
+    called("WriteValue", bytes(value).hex(), str(options.get("type")))
+
+
+@dbus.service.method(BLUEZ_MOCK_IFACE, in_signature="ssssa{sv}", out_signature="s")
+def AddScoreboard(self, address, name, service, characteristic, properties):
+    """A device that offers the service. Returns the path of its characteristic."""
+    path = self.AddDevice("hci0", address, name)
+    device = mockobject.objects[path]
+    device.AddMethods(DEVICE_IFACE, [("Connect", "", "", connect), ("Disconnect", "", "", disconnect),
+                                     ("Pair", "", "", pair)])
+    mtu = properties.pop("MTU", None)
+    flags = properties.pop("Flags", ["write", "notify"])
+    device.UpdateProperties(DEVICE_IFACE, {"UUIDs": dbus.Array([service], signature="s"), **properties})
+    self.AddObject(path + "/service0001", SERVICE,
+                   {"UUID": service, "Primary": YES, "Device": dbus.ObjectPath(path)}, [])
+    at = path + "/service0001/char0002"
+    values = {"UUID": characteristic, "Service": dbus.ObjectPath(path + "/service0001"),
+              "Flags": dbus.Array(flags, signature="s"), "Value": dbus.ByteArray(b""), "Notifying": NO}
+    if mtu is not None:
+        values["MTU"] = dbus.UInt16(mtu)
+    self.AddObject(at, CHARACTERISTIC, values, [
+        ("WriteValue", "aya{sv}", "", write_value),
+        ("StartNotify", "", "", lambda _: called("StartNotify")), ("StopNotify", "", "", "")])
+    self.AddObject(at + "/desc0004", DESCRIPTOR,
+                   {"UUID": SUBSCRIPTION, "Characteristic": dbus.ObjectPath(at)}, [])
+    return at
