@@ -4,6 +4,7 @@
 #include "device/http/HttpAdminTransport.h"
 
 #include "device/http/HttpAnswer.h"
+#include "device/http/HttpRequest.h"
 #include "device/http/HttpRoutes.h"
 
 #include <QJsonDocument>
@@ -11,13 +12,9 @@
 #include <QUrl>
 #include <QUrlQuery>
 
-#include <algorithm>
-
 namespace tallyforge {
 
 namespace {
-
-constexpr qint64 maxBody = 1 << 20;
 
 // QUrlQuery takes "%41" for an "A" and leaves "+", which a form's reader takes for a blank; a Wi-Fi
 // password may hold either, so that it's encoded before.
@@ -52,33 +49,9 @@ HttpAdminTransport::HttpAdminTransport(const LanAddress &address,
 {
 }
 
-QNetworkRequest HttpAdminTransport::requestTo(const LanAddress &address, const QString &path,
-                                              std::chrono::milliseconds transfer)
-{
-    QUrl url;
-    url.setScheme(QStringLiteral("http"));
-    url.setHost(address.host);
-    if (address.port >= 1) {
-        url.setPort(address.port);
-    }
-    url.setPath(path);
-    // What is no host leaves none in the URL, and a proxy might answer to such a one: an empty URL
-    // fails by itself.
-    QNetworkRequest request(url.host().isEmpty() ? QUrl() : url);
-    request.setTransferTimeout(transfer);
-    // The one cookie that counts is kept here, and only a sign-in may change it.
-    request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
-    request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
-    return request;
-}
-
-void HttpAdminTransport::bound(QNetworkReply *reply)
-{
-    reply->setReadBufferSize(maxBody);
-}
-
 void HttpAdminTransport::close()
 {
+    ++m_openings;
     m_open = false;
     m_cookie.clear();
     m_csrf.clear();
@@ -105,14 +78,17 @@ void HttpAdminTransport::send(const QByteArray &json)
         return;
     }
     QNetworkReply *reply = start(route, request.value(QLatin1String("params")).toObject());
-    bound(reply);
-    connect(reply, &QNetworkReply::finished, this,
-            [this, reply, id, method] { finish(reply, id, method); });
+    // Queued, for a reply that runs out of time is still at work when it says so, and whoever hears
+    // of it may delete the session with all that belongs to it.
+    connect(
+        reply, &QNetworkReply::finished, this,
+        [this, reply, id, method, opening = m_openings] { finish(reply, id, method, opening); },
+        Qt::QueuedConnection);
 }
 
 QNetworkReply *HttpAdminTransport::start(const HttpRoute &route, const QJsonObject &params)
 {
-    QNetworkRequest request = requestTo(m_address, route.path, m_transfer);
+    QNetworkRequest request = httpRequest(m_address, route.path, m_transfer);
     request.setRawHeader("Accept", "application/json");
     if (!m_cookie.isEmpty()) {
         request.setRawHeader("Cookie", m_cookie);
@@ -121,23 +97,24 @@ QNetworkReply *HttpAdminTransport::start(const HttpRoute &route, const QJsonObje
         request.setRawHeader("X-CSRF-Token", m_csrf);
     }
     if (route.verb == "GET") {
-        return m_network.get(request);
+        return bounded(m_network.get(request));
     }
     const QByteArray type = route.form ? QByteArrayLiteral("application/x-www-form-urlencoded")
                                        : QByteArrayLiteral("application/json");
     request.setHeader(QNetworkRequest::ContentTypeHeader, type);
-    return m_network.post(request, route.form
-                                       ? formBody(params)
-                                       : QJsonDocument(params).toJson(QJsonDocument::Compact));
+    return bounded(
+        m_network.post(request, route.form ? formBody(params)
+                                           : QJsonDocument(params).toJson(QJsonDocument::Compact)));
 }
 
-void HttpAdminTransport::finish(QNetworkReply *reply, int id, const QString &method)
+void HttpAdminTransport::finish(QNetworkReply *reply, int id, const QString &method,
+                                unsigned opening)
 {
     // The status alone decides: an answer that broke off has had its effect on the device.
     const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    const QByteArray body = reply->isReadable() ? reply->readAll() : QByteArray();
+    const QByteArray body = reply->isReadable() ? reply->read(maxHttpAnswer) : QByteArray();
     const HttpAnswer answer = HttpAnswer::read(method, status, body);
-    if (answer.ok && method == QLatin1String("login")) {
+    if (answer.ok && method == QLatin1String("login") && opening == m_openings) {
         takeSession(reply->rawHeader("Set-Cookie"), answer);
     }
     reply->deleteLater();

@@ -9,7 +9,6 @@
 #include <QByteArray>
 #include <QJsonObject>
 #include <QNetworkAccessManager>
-#include <QNetworkRequest>
 #include <QString>
 
 #include <chrono>
@@ -37,25 +36,20 @@ public:
     void send(const QByteArray &json) override;
 
     void open() { m_open = true; }
-    /// Forgets the session. Requests that are under way are still answered.
+    /// Forgets the sign-in. Requests that are under way are still answered.
     void close();
-
-    /// A request to a path of the device, without a session.
-    [[nodiscard]] static QNetworkRequest requestTo(const LanAddress &address, const QString &path,
-                                                   std::chrono::milliseconds transfer);
-    /// Bounds what an answer takes in memory: more of it stands still until it runs out of time.
-    static void bound(QNetworkReply *reply);
 
 private:
     [[nodiscard]] QNetworkReply *start(const HttpRoute &route, const QJsonObject &params);
-    void finish(QNetworkReply *reply, int id, const QString &method);
+    void finish(QNetworkReply *reply, int id, const QString &method, unsigned opening);
     void takeSession(const QByteArray &setCookie, const HttpAnswer &login);
 
     const LanAddress m_address;
     const std::chrono::milliseconds m_transfer;
     QNetworkAccessManager m_network;
     bool m_open = false;
-    QByteArray m_cookie; // name=value
+    unsigned m_openings = 0; // counts close(): a sign-in that outlives it yields nothing
+    QByteArray m_cookie;     // name=value
     QByteArray m_csrf;
 };
 

@@ -11,6 +11,11 @@ namespace tallyforge {
 
 namespace {
 
+class Texts
+{
+    Q_DECLARE_TR_FUNCTIONS(tallyforge::HttpAnswer)
+};
+
 QString textOf(const QJsonObject &object, const char *key)
 {
     return object.value(QLatin1String(key)).toString();
@@ -54,8 +59,7 @@ QString messageFor(int status, const QJsonObject &body)
     if (const QString error = textOf(body, "error"); !error.isEmpty()) {
         return error;
     }
-    return QCoreApplication::translate("HttpAnswer", "The device answered with an error (%1).")
-        .arg(status);
+    return Texts::tr("The device answered with an error (%1).").arg(status);
 }
 
 // The device restarts over these, maybe before it has answered.
@@ -73,8 +77,7 @@ HttpAnswer HttpAnswer::read(const QString &method, int status, const QByteArray 
     }
     if (status == 0) {
         return failure(QStringLiteral("unreachable"),
-                       QCoreApplication::translate("HttpAnswer",
-                                                   "Could not reach the device on your network."));
+                       Texts::tr("Could not reach the device on your network."));
     }
     const QJsonObject object = readBody(body);
     if (status >= 200 && status <= 299) {

@@ -17,8 +17,8 @@ struct HttpAnswer
     QString code;       ///< of a failure
     QString message;    ///< of a failure, for the user
 
-    /// Reads an answer of the device; status 0 means that none came. A body that is no JSON object
-    /// is the member "value" of the result, null if it is no JSON at all.
+    /// Reads an answer of the device; status 0 means that none came. A body that is a JSON array
+    /// is the member "value" of the result; anything else that is no object makes that null.
     [[nodiscard]] static HttpAnswer read(const QString &method, int status, const QByteArray &body);
     [[nodiscard]] static HttpAnswer failure(const QString &code, const QString &message);
 

@@ -4,6 +4,7 @@
 #include "device/http/HttpLink.h"
 
 #include "device/http/HttpAdminTransport.h"
+#include "device/http/HttpRequest.h"
 
 #include <QNetworkReply>
 
@@ -29,16 +30,19 @@ RpcTransport *HttpLink::transport()
 
 void HttpLink::open()
 {
-    ++m_generation;
-    QNetworkReply *reply = m_network.get(
-        HttpAdminTransport::requestTo(m_address, QStringLiteral("/api/status"), m_timing.probe));
-    HttpAdminTransport::bound(reply);
-    connect(reply, &QNetworkReply::finished, this, [this, reply, generation = m_generation] {
-        reply->deleteLater();
-        if (generation == m_generation) {
-            onProbed(reply);
-        }
-    });
+    close();
+    QNetworkReply *reply = bounded(
+        m_network.get(httpRequest(m_address, QStringLiteral("/api/status"), m_timing.probe)));
+    // Queued, as the transport's: a slot may delete the link.
+    connect(
+        reply, &QNetworkReply::finished, this,
+        [this, reply, generation = m_generation] {
+            reply->deleteLater();
+            if (generation == m_generation) {
+                onProbed(reply);
+            }
+        },
+        Qt::QueuedConnection);
 }
 
 void HttpLink::onProbed(QNetworkReply *reply)

@@ -37,7 +37,7 @@ public:
     [[nodiscard]] QString kind() const override { return QStringLiteral("lan"); }
     /// Asks the device for a sign of life: whatever it answers, the link is open.
     void open() override;
-    /// Also forgets the session on the device.
+    /// Also forgets the sign-in; requests that are under way are still answered.
     void close() override;
     [[nodiscard]] RpcTransport *transport() override;
     [[nodiscard]] bool pollsState() const override { return true; }
