@@ -117,6 +117,7 @@ private:
         m_session->start({u"new"_s});
         AWAIT(m_session->state(), State::Ready);
         QCOMPARE(logins(), QStringList{login(password)});
+        QVERIFY(m_session->detail().isEmpty());
     }
 
     static QString methodOf(const QString &request) { return request.section(u'{', 0, 0); }
@@ -278,6 +279,7 @@ private Q_SLOTS:
             m_session->stop();
             m_session->stop();
             m_device.answerHeld(); // too late
+            Q_EMIT m_session->link()->closed({});
             QCOMPARE(m_session->state(), State::Idle);
             QVERIFY(m_states.isEmpty() && !m_session->link()->transport()->isOpen());
         }
@@ -290,6 +292,8 @@ private Q_SLOTS:
         m_device.answerHeld();
         QCOMPARE(m_outcomes, QStringList{name(state) + u": "_s + outcome});
         QCOMPARE(m_session->state(), State::Ready);
+        unplug();
+        AWAIT(m_session->state(), noticesUnplugging() ? State::Lost : State::Ready);
     }
 
     void callbacksStopAndRestart()
@@ -347,7 +351,7 @@ private Q_SLOTS:
         const QByteArrayList twoSilent{"getState never", "getState never"};
         QTest::newRow("two in a row, twice")
             << twoSilent + QByteArrayList{"getState {}"} + twoSilent << 5 << QStringList();
-        QTest::newRow("three in a row") << twoSilent + twoSilent << 3 << QStringList{u"Lost"_s};
+        QTest::newRow("three in a row") << twoSilent + twoSilent.first(1) << 3 << QStringList{u"Lost"_s};
         QTest::newRow("refused") << QByteArrayList(3, "getState denied: x") << 3 << QStringList();
         QTest::newRow("expired login") << QByteArrayList{"getState unauthorized: x"} << 1 << QStringList{u"Ready"_s};
         QTest::newRow("another password") << QByteArrayList{"getState unauthorized: x", "login unauthorized: x"} << 1
@@ -359,16 +363,17 @@ private Q_SLOTS:
         QFETCH(int, failures);
         QFETCH(QStringList, states);
         begin({5ms, 1ms, 100ms});
-        bringTo(State::Ready);
         if (!m_session->link()->pollsState()) {
             QSKIP("This link doesn't poll");
         }
+        bringTo(State::Ready);
         m_states.clear();
         m_device.requests.clear();
         const int polls = m_device.polls;
         m_device.tell(script);
         AWAIT(states.isEmpty() ? m_device.polls > polls + failures : m_states == states, true);
         QVERIFY(m_states == states && m_device.polls >= polls + failures);
+        QCOMPARE(m_session->link()->transport()->isOpen(), m_session->state() != State::Lost);
         QCOMPARE(logins(), failures == 1 ? QStringList{login(u"right"_s)} : QStringList());
     }
 
@@ -436,8 +441,10 @@ private Q_SLOTS:
             for (const QString &request : operation.requests) {
                 for (const char *ending : {"{\"wifi_provision\":{\"state\":\"ok\"}}", "denied: No.", "timeout: Late.",
                                            "lost", "stopped", "deleted"}) {
-                    QTest::addRow("%s, %s, %s", operation.name, qPrintable(methodOf(request)), ending)
-                        << operation << methodOf(request) << QByteArray(ending);
+                    if (*ending != '{' || request == operation.requests.constLast()) {
+                        QTest::addRow("%s, %s, %s", operation.name, qPrintable(methodOf(request)), ending)
+                            << operation << methodOf(request) << QByteArray(ending);
+                    }
                 }
             }
         }
