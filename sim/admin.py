@@ -47,6 +47,7 @@ class Admin:
         self.token_made = not self.must_change
         self.fingerprint = fingerprint
         self.cloud_account = True  # it has its sign-in for the cloud
+        self.broker = {}           # what was stored about it, which nothing here reads
         self.cloud_route = lambda: ""
         self.on_restart = []       # called with True as it goes down, False as it comes up
         self.on_settings = []      # called when the cloud connection's settings may have changed
@@ -190,8 +191,12 @@ class Admin:
         return {}
 
     def clear_cloud(self, *_):
-        self.cloud_account = False
+        self.cloud_account, self.broker = False, {}
         self.settings_changed()
+        return {}
+
+    def set_broker(self, params, _):
+        self.broker = params
         return {}
 
     # Networks
@@ -323,6 +328,7 @@ class Admin:
     def _erase_all(self):
         self.password, self.must_change = FACTORY_PASSWORD, True
         self.token_made = self.cloud_account = False
+        self.broker = {}
         self.device.token = self._venue.secret(secrets.token_urlsafe(24))
         self.unlock()
         self.wifi.forget()
@@ -338,6 +344,11 @@ def _broken_rule(params, required, optional):
         if key in params and type(params[key]) is not kind:
             return f"{key} is of the wrong JSON type"
     return None
+
+
+def _any_keys(params):
+    """For contents that mean nothing here."""
+    return {key: type(value) for key, value in params.items()}
 
 
 WITH_OLD_PASSWORD = ("login", "getStatus", "changePassword")
@@ -368,6 +379,9 @@ METHODS = {   # method -> action, the keys of its params with their types, furth
     "blePasskey": (Admin.passkey, {}, {}),
     "getDeviceId": (Admin.get_id, {}, {}),
     "setDeviceId": (Admin.set_id, {"device_id": str}, {}),
+    "getMqttConfig": (lambda admin, *_: admin.broker, {}, {}),
+    "setMqttConfig": (Admin.set_broker, _any_keys, {}),
+    "provision": (lambda *_: {}, _any_keys, {}),
     "clearMqttConfig": (Admin.clear_cloud, {}, {}),
     "getLogs": (Admin.logs, {}, {}),
     "resetLocalPassword": (Admin.reset_password, {"confirm": bool}, {}),

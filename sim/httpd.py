@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: GPL-2.0-or-later
 # SPDX-FileCopyrightText: 2026 The Tallyforge developers
-"""A small HTTP/1.1 server with keep-alive, for the portal and for the control port."""
+"""A small HTTP/1.1 server with keep-alive, for the portal, the devices and the control port."""
 
 import asyncio
 import json
@@ -72,6 +72,8 @@ def _parse_head(head):
         name, colon, value = line.partition(":")
         if not colon:
             raise BadRequest("a header without a colon")
+        if name.lower() in headers:
+            raise BadRequest("a header comes twice")
         headers[name.lower()] = value.strip(" \t")
     return Request(parts[0], parts[1], headers), parts[2] == "HTTP/1.0"
 

@@ -4,6 +4,7 @@
 
 import asyncio
 import json
+import re
 import secrets
 from collections import deque
 from urllib.parse import parse_qsl
@@ -16,8 +17,10 @@ from rpc import is_compact
 COOKIE = "tf_device"
 KEPT_SESSIONS = 8
 JSON, FORM = "application/json", "application/x-www-form-urlencoded"
+FORM_TEXT = re.compile(rb"(?:[\w.~*&=+-]|%[0-9A-Fa-f]{2})*")   # a "+" is a blank
+SPOILING = ("status", "cut", "garbage")   # a client takes their 200 for the device's own
 
-ROUTES = {   # (verb, path) -> method; what is posted is JSON
+ROUTES = {   # (verb, path) -> method; what is posted is JSON, or one of FORMS
     ("POST", "/login"): "login",
     ("GET", "/api/status"): "getStatus",
     ("GET", "/api/network-test"): "networkTest",
@@ -72,6 +75,8 @@ class SignIn:
 
 
 def _pairs(body):
+    if not FORM_TEXT.fullmatch(body):
+        raise Broken("the body is not form-encoded")
     try:
         pairs = parse_qsl(body.decode("ascii"), keep_blank_values=True, strict_parsing=bool(body),
                           errors="strict")
@@ -95,9 +100,11 @@ def _object(body):
 def _params(request, method):
     """What the request hands to the method."""
     kind = request.headers.get("content-type")
+    if "?" in request.target:
+        raise Broken("there is a query")
     if request.method == "GET":
-        if request.body or kind is not None or "?" in request.target:
-            raise Broken("a GET has a body, its type, or a query")
+        if request.body or kind is not None:
+            raise Broken("a GET has a body or its type")
         return {}
     wanted = FORM if method in FORMS else JSON
     if kind != wanted:
@@ -111,9 +118,9 @@ class LanFace:
         self._faults = faults
         self._admin = admin
         self._device = admin.device
-        self._sign_ins = {}                  # cookie -> SignIn
+        self._sign_ins = {}                  # the header Cookie -> SignIn
         self._past = deque(maxlen=1000)      # cookies and tokens that were dealt, and have ended
-        self._kept = {}                      # what was stored here that nothing else reads
+        self._spoiled = False                # the last login's 200 was no proper answer
         self.requests = {}                   # method -> how often
         self.hanging = 0
         self._server = HttpServer(self._device.address, port, self._handle,
@@ -170,20 +177,23 @@ class LanFace:
     async def _faulty(self, request, method):
         self.requests[method] = self.requests.get(method, 0) + 1
         params = _params(request, method)
-        sign_in, refusal = self._who(request, method)
+        self._check_session(request, method)
         fault = self._faults.lan.take(self._device.id, method)
         kind = fault and fault.kind
-        if kind == "status":
-            return Response(fault.status, fault.answer)
         if kind == "hang":
             await self._hang(fault)
         elif kind == "slow":
             await first_of(fault.over.wait(), asyncio.sleep(fault.seconds))
-        response = refusal or await self._answer(method, params, sign_in)
+        if kind == "status":
+            response = Response(fault.status, fault.answer)
+        else:
+            response = await self._answer(request, method, params)
         if kind == "drop":
             raise ConnectionResetError    # it was done, and nobody is told
         if kind == "garbage":
-            return Response(200, b"<html><body>Sign in to the venue's Wi-Fi</body></html>")
+            response = Response(200, b"<html><body>Sign in to the venue's Wi-Fi</body></html>")
+        if method == "login" and 200 <= response.status < 300:
+            self._spoiled = kind in SPOILING
         response.cut = kind == "cut"
         return response
 
@@ -194,44 +204,40 @@ class LanFace:
         finally:
             self.hanging -= 1
 
-    async def _answer(self, method, params, sign_in):
+    async def _answer(self, request, method, params):
         try:
             if method == "login":
                 return self._login(params)
+            sign_in = self._sign_ins.get(request.headers.get("cookie"))
+            if not sign_in:
+                raise Refused("unauthorized", "Sign in first.")
+            if request.headers.get("x-csrf-token") != sign_in.token:
+                return Response(403, {"error": "csrf_invalid"})
             await self._admin.clock.sleep(DURATIONS.get(method, 0))
-            if method in OPAQUE:
-                return Response(200, OPAQUE[method](self, params))
             return Response(200, self._admin.handle(method, params, sign_in.session))
         except Refused as refused:
             status = STATUSES.get(refused.code, 400)
             key = "code" if status == 400 else "error"
             return Response(status, {key: refused.code, "message": str(refused)})
 
-    def _who(self, request, method):
-        """The sign-in that a request belongs to, or the answer that refuses it."""
+    def _check_session(self, request, method):
+        """Objects to a cookie and a token that no client comes to with what it was told."""
         cookie, token = request.headers.get("cookie"), request.headers.get("x-csrf-token")
+        half, bare = (cookie is None) != (token is None), cookie is None and token is None
         # Whoever looks whether there is a device at all says nothing of itself.
-        probe = method == "getStatus" and cookie is None
+        probe = method == "getStatus" and bare and "accept" not in request.headers
         if not probe and request.headers.get("accept") != JSON:
             raise Broken(f"the header Accept is not {JSON}")
-        if (cookie is None) != (token is None):
+        if half and not self._spoiled:
             raise Broken("the session's cookie and the CSRF token do not come together")
-        if cookie is None and not probe and method != "login":
+        if bare and not (probe or method == "login" or self._spoiled):
             raise Broken("it came before the sign-in", 401)
-        name, _, value = (cookie or "").partition("=")
-        sign_in = self._sign_ins.get(value)
-        if cookie is not None and (name != COOKIE or not (sign_in or value in self._past)):
+        sign_in = self._sign_ins.get(cookie)
+        if cookie is not None and not sign_in and cookie not in self._past:
             raise Broken("the cookie was never dealt", 401)
-        if token is not None and token not in self._past and not (
+        if token is not None and not half and token not in self._past and not (
                 sign_in and token == sign_in.token):
             raise Broken("the CSRF token was never dealt with this cookie", 403)
-        if method == "login":
-            return None, None
-        if not sign_in:
-            return None, Response(401, {"error": "unauthorized", "message": "Sign in first."})
-        if token != sign_in.token:
-            return None, Response(403, {"error": "csrf_invalid"})
-        return sign_in, None
 
     def _login(self, params):
         sign_in = SignIn(self._venue.secret)
@@ -239,19 +245,8 @@ class LanFace:
         while len(self._sign_ins) >= KEPT_SESSIONS:
             oldest = next(iter(self._sign_ins))
             self._past += [oldest, self._sign_ins.pop(oldest).token]
-        cookie = self._venue.secret(secrets.token_urlsafe(24))
+        cookie = f"{COOKIE}={self._venue.secret(secrets.token_urlsafe(24))}"
         self._sign_ins[cookie] = sign_in
         log(f"lan {self._device.id}: somebody signed in")
         return Response(200, {**result, "csrf_token": sign_in.token},
-                        [("Set-Cookie", f"{COOKIE}={cookie}; Path=/; HttpOnly; SameSite=Strict")])
-
-    def _keep(self, name, params):
-        self._kept[name] = params
-        return {}
-
-
-OPAQUE = {   # routes that a device has, whose contents mean nothing here
-    "getMqttConfig": lambda face, _: face._kept.get("broker", {}),
-    "setMqttConfig": lambda face, params: face._keep("broker", params),
-    "provision": lambda face, params: face._keep("provision", params),
-}
+                        [("Set-Cookie", f"{cookie}; Path=/; HttpOnly; SameSite=Strict")])

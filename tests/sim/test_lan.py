@@ -2,8 +2,10 @@
 # SPDX-FileCopyrightText: 2026 The Tallyforge developers
 """A device's local HTTP interface: its routes, its sign-in, what it objects to, and its faults."""
 
+import contextlib
 import http.client
 import json
+import time
 import unittest
 
 from support import PATIENCE, Simulator, SimulatorTest
@@ -23,7 +25,7 @@ class LanTest(SimulatorTest):
         self.cookie = headers["Set-Cookie"].split(";")[0]
         self.headers |= {"Cookie": self.cookie, "X-CSRF-Token": reply["csrf_token"]}
 
-    def ask(self, verb, path, body=None, kind=JSON, timeout=PATIENCE, **changed):
+    def send(self, verb, path, body=None, kind=JSON, timeout=PATIENCE, **changed):
         headers = self.headers | ({"Content-Type": kind} if body is not None and kind else {})
         for name, value in changed.items():
             headers[name.replace("_", "-")] = value
@@ -32,33 +34,57 @@ class LanTest(SimulatorTest):
         connection = http.client.HTTPConnection(host, timeout=timeout)
         self.addCleanup(connection.close)
         connection.request(verb, path, body, headers)
-        reply = connection.getresponse()
+        return connection
+
+    def ask(self, *arguments, **named):
+        reply = self.send(*arguments, **named).getresponse()
         data = reply.read()
         return reply.status, json.loads(data) if data[:1] == b"{" else data, reply.headers
+
+    def fault(self, kind, **more):
+        self.assertEqual(self.sim.control("/fault", where="lan", kind=kind, **more)[0], 200)
 
     def restarts(self):
         return self.sim.state()["devices"]["TF-1001"]["admin"]["restarts"]
 
+    def routes(self):
+        """Every route but the sign-in, with a body that it takes; the restart comes last."""
+        choice = self.ask("GET", "/api/controller/config")[1] | {"input_type": "wireless"}
+        settings = self.ask("GET", "/api/settings")[1]
+        same = dict.fromkeys(("current_password", "new_password", "confirm_password"),
+                             "open-the-gym")
+        yield from (("GET", path, None) for path in (
+            "/api/status", "/api/network-test", "/api/settings", "/api/controller/list",
+            "/api/controller/config", "/scan", "/state", "/ota/check", "/ota/progress",
+            "/api/system/c6-ota", "/api/mqtt/broker", "/api/device-id", "/api/auth/ble-passkey"))
+        yield "POST", "/configure", b"ssid=Venue&pass=courtside%2D7"
+        for path, body in (
+                ("/api/auth/change-password", same), ("/api/auth/api-token", {}),
+                ("/api/settings", choice | {key: value for key, value in settings.items()
+                                            if not key.startswith("xbee")}),
+                ("/api/controller/config", choice), ("/api/device-id", {"device_id": "B"}),
+                ("/api/provision", {}), ("/api/mqtt/broker", {"host": "h"}),
+                ("/api/system/c6-ota", {"source": "partition", "force": False}),
+                ("/ota/apply", {}), ("/api/system/reboot", {})):
+            yield "POST", path, json.dumps(body, separators=(",", ":")).encode()
+
     def test_every_route_answers_whom_it_knows_and_nobody_else(self):
-        before = self.restarts()
-        choice = self.ask("GET", "/api/controller/config")[1]
-        posts = [("/api/auth/api-token", b"{}"), ("/api/controller/config", json.dumps(
-                     choice, separators=(",", ":")).encode()),
-                 ("/configure", b"ssid=Venue&pass=courtside-7"),
-                 ("/api/device-id", b'{"device_id":"B"}'), ("/api/provision", b"{}"),
-                 ("/api/mqtt/broker", b'{"host":"h"}'),
-                 ("/ota/apply", b"{}"), ("/api/system/reboot", b"{}")]
-        for path in ("/api/status", "/api/network-test", "/api/settings", "/api/controller/list",
-                     "/scan", "/state", "/ota/check", "/ota/progress", "/api/system/c6-ota",
-                     "/api/mqtt/broker", "/api/device-id", "/api/auth/ble-passkey"):
-            with self.subTest(path):
-                self.assertEqual(self.ask("GET", path)[0], 200)
-        for path, body in posts:
-            with self.subTest(path):
-                kind = FORM if path == "/configure" else JSON
-                self.assertEqual(self.ask("POST", path, body, kind)[0], 200)
+        before, routes = self.restarts(), list(self.routes())
+        # So that no update comes to its end, and the restart can be looked at.
+        self.sim.control("/pace", pace=4)
+        self.addCleanup(self.sim.control, "/pace", pace=20)
+        def all_answer(wanted):
+            for verb, path, body in routes:
+                with self.subTest(f"{verb} {path}"):
+                    kind = FORM if path == "/configure" else JSON
+                    self.assertEqual(self.ask(verb, path, body, kind)[0], wanted)
+        all_answer(200)
+        self.wait_for(lambda state: state["devices"]["TF-1001"]["admin"]["down"])
+        with self.assertRaises(ConnectionRefusedError):
+            self.ask("GET", "/state")
         self.wait_for(lambda _: self.restarts() > before)
-        self.assertEqual(self.ask("GET", "/api/status")[0], 401, "a restart ends all sessions")
+        self.assertEqual(len(self.sim.state()["devices"]["TF-1001"]["admin"]["requests"]), 25)
+        all_answer(401)
 
     def test_who_is_refused(self):
         def ask(path, body=None, **changed):
@@ -68,9 +94,13 @@ class LanTest(SimulatorTest):
         self.assertEqual(ask("/api/status", **bare), (401, "unauthorized"), "the probe")
         self.assertEqual(ask("/login", b'{"password":"?"}'), (401, "invalid_credentials"))
         self.assertEqual(ask("/api/device-id", b'{"device_id":""}'), (400, "bad_request"))
-        self.sim.control("/fault", where="lan", kind="renew-token")
+        self.sim.control("/admin", must_change_password=True)
+        for path, body in (("/api/mqtt/broker", None), ("/api/provision", b"{}")):
+            self.assertEqual(ask(path, body), (403, "password_change_required"))
+        self.sim.control("/admin", must_change_password=False)
+        self.fault("renew-token")
         self.assertEqual(ask("/state"), (403, "csrf_invalid"))
-        self.sim.control("/fault", where="lan", kind="expire")
+        self.fault("expire")
         self.assertEqual(ask("/state"), (401, "unauthorized"))
         for _ in range(4):
             self.ask("POST", "/login", b'{"password":"?"}')
@@ -81,16 +111,22 @@ class LanTest(SimulatorTest):
         table = [("a path", 404, "GET", "/login/x", None, {}),
                  ("a verb", 405, "GET", "/login", None, {}),
                  ("a query", 400, "GET", "/state?x=1", None, {}),
+                 ("a POST's query", 400, "POST", "/login?x=1", SIGN_IN, {}),
+                 ("a header twice", 400, "GET", "/state", None, {"accept": JSON}),
                  ("a GET's body", 400, "GET", "/state", b"{}", {"kind": None}),
                  ("a GET's type", 400, "GET", "/state", None, {"Content_Type": JSON}),
                  ("Accept", 400, "GET", "/state", None, {"Accept": "*/*"}),
                  ("a form for JSON", 400, "POST", "/login", b"password=x", {"kind": FORM}),
                  ("JSON for a form", 400, "POST", "/configure", b"{}", {}),
                  ("half a form", 400, "POST", "/configure", b"ssid=a", {"kind": FORM}),
+                 ("a stray %", 400, "POST", "/configure", b"ssid=a&pass=%z", {"kind": FORM}),
+                 ("a bare blank", 400, "POST", "/configure", b"ssid=a b&pass=", {"kind": FORM}),
                  ("a key twice", 400, "POST", "/configure", b"ssid=a&ssid=b", {"kind": FORM}),
                  ("blanks", 400, "POST", "/login", b'{"password": "x"}', {}),
                  ("keys", 400, "POST", "/login", b'{"pass":"x"}', {}),
                  ("before the sign-in", 401, "GET", "/state", None,
+                  {"Cookie": None, "X_CSRF_Token": None}),
+                 ("a status before the sign-in", 401, "GET", "/api/status", None,
                   {"Cookie": None, "X_CSRF_Token": None}),
                  ("no token", 400, "GET", "/api/status", None, {"X_CSRF_Token": None}),
                  ("no cookie", 400, "GET", "/api/status", None, {"Cookie": None}),
@@ -106,26 +142,28 @@ class LanTest(SimulatorTest):
                 self.assertNotIn(self.cookie.partition("=")[2], found[0])
 
     def test_faults(self):
-        def fault(kind, **more):
-            self.assertEqual(self.sim.control("/fault", where="lan", kind=kind, **more)[0], 200)
         for status in (204, 400, 401, 403, 404, 429, 500, 503):
             for body in ({}, {"body": ""}, {"body": {"message": "No."}}):
-                fault("status", status=status, count=1, method="getState", **body)
+                self.fault("status", status=status, count=1, method="getState", **body)
                 got, reply, _ = self.ask("GET", "/state")
                 empty = status == 204 or body == {"body": ""}
                 self.assertEqual((got, reply == b""), (status, empty))
-        fault("garbage", count=1)
+        self.fault("garbage", count=1)
         self.assertIn(b"<html>", self.ask("GET", "/state")[1])
         for kind, error in (("cut", http.client.IncompleteRead), ("drop", OSError),
-                            ("refuse", ConnectionRefusedError), ("hang", TimeoutError)):
+                            ("refuse", ConnectionRefusedError)):
             with self.subTest(kind):
-                fault(kind)
+                self.fault(kind)
                 with self.assertRaises(error):
-                    self.ask("GET", "/state", timeout=0.3)
+                    self.ask("GET", "/state")
                 self.sim.control("/clear", where="lan")
         self.assertEqual(self.ask("GET", "/state")[0], 200)
+        self.fault("slow", seconds=0.2, count=1)
+        begun = time.monotonic()
+        self.assertEqual(self.ask("GET", "/state")[0], 200)
+        self.assertGreaterEqual(time.monotonic() - begun, 0.2)
         before = self.restarts()
-        fault("drop", method="reboot")
+        self.fault("drop", method="reboot")
         with self.assertRaises(OSError):
             self.ask("POST", "/api/system/reboot", b"{}")
         self.sim.control("/clear", where="lan")
@@ -134,10 +172,42 @@ class LanTest(SimulatorTest):
                      {"kind": "hang", "method": "getLogs"}):
             self.assertEqual(self.sim.control("/fault", where="lan", **wish)[0], 400)
 
+    def test_what_hung_is_answered_as_things_stand_then(self):
+        for passing, wanted in ((None, 200), ("renew-token", 403), ("expire", 401)):
+            with self.subTest(passing):
+                self.fault("hang")
+                connection = self.send("GET", "/state")
+                self.wait_for(lambda state: state["devices"]["TF-1001"]["lan"]["hanging"])
+                if passing:
+                    self.fault(passing)
+                self.sim.control("/clear", where="lan")
+                self.assertEqual(connection.getresponse().status, wanted)
+
+    def test_whoever_was_told_half_of_its_sign_in_breaks_no_rule(self):
+        no_token = {"X_CSRF_Token": None}
+        nothing = {"Cookie": None, "X_CSRF_Token": None}
+        for kind, kept, wanted, more in (("cut", no_token, 403, {}), ("garbage", nothing, 401, {}),
+                                         ("status", nothing, 401, {"status": 200})):
+            with self.subTest(kind):
+                self.fault(kind, method="login", count=1, **more)
+                with contextlib.suppress(http.client.IncompleteRead):
+                    self.ask("POST", "/login", SIGN_IN)
+                self.assertEqual(self.ask("GET", "/state", **kept)[0], wanted)
+                self.assertEqual(self.ask("POST", "/login", SIGN_IN, **kept)[0], 200)
+                self.assertEqual(self.sim.violations(), [])
+                self.ask("GET", "/state", **kept)
+                self.assertEqual(len(self.sim.violations()), 1, "after a whole sign-in")
+
     def test_an_address_of_version_6(self):
         sim = Simulator("--manual", "--lan-port", "0", "--device", "A@::1")
         self.addCleanup(sim.end)
-        self.assertRegex(sim.ready["devices"][0]["lan"], r"^http://\[::1\]:\d+$")
+        url = sim.ready["devices"][0]["lan"]
+        self.assertRegex(url, r"^http://\[::1\]:\d+$")
+        connection = http.client.HTTPConnection(url.rpartition("/")[2], timeout=PATIENCE)
+        with contextlib.closing(connection):
+            connection.request("GET", "/api/status")
+            self.assertEqual(connection.getresponse().status, 401)
+        self.assertEqual(sim.violations(), [])
 
 
 if __name__ == "__main__":
