@@ -25,6 +25,7 @@ BleHelperSocket::BleHelperSocket(QTcpSocket *socket, std::chrono::milliseconds h
     , m_lineLimit(strangersLine)
 {
     m_socket->setParent(this);
+    m_socket->setSocketOption(QAbstractSocket::LowDelayOption, 1); // no line waits for the next one
     m_socket->setReadBufferSize(strangersRead);
     connect(m_socket, &QTcpSocket::readyRead, this, &BleHelperSocket::read);
     connect(m_socket, &QTcpSocket::disconnected, this, &BleHelperSocket::end);
