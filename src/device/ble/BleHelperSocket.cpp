@@ -44,6 +44,7 @@ void BleHelperSocket::trust()
 void BleHelperSocket::send(const QJsonObject &object)
 {
     m_socket->write(bleLine(object));
+    m_socket->flush(); // not only when the event loop comes round
 }
 
 void BleHelperSocket::read()
