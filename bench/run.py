@@ -19,6 +19,7 @@ from pathlib import Path
 REPOSITORY = Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(REPOSITORY / "demo"))
 
+import carriers
 import obs_cost
 import picture_latency
 import usb_frames
@@ -29,6 +30,8 @@ from simulator import NotInSandbox, Simulator
 from xvfb import Xvfb
 
 DEVICE, NICKNAME = "TF-1001", "Main gym"
+BARE_DEVICE = "TF-1002"    # on a cable that the plug-in's code has no part in
+LAN_PORT = 8080
 INGEST_MICROSECONDS, HELD_MILLISECONDS = 30, 5
 
 
@@ -90,8 +93,8 @@ def arguments():
 def measure_all(build, folder, only):
     """The table's rows, OBS's log, and what went wrong."""
     rows, faults, log = [], [], ""
-    with Simulator(folder / "sim", [f"{DEVICE}={NICKNAME}"], "--manual", "--usb",
-                   DEVICE) as simulator, \
+    with Simulator(folder / "sim", [f"{DEVICE}={NICKNAME}", BARE_DEVICE], "--manual", "--usb",
+                   DEVICE, "--usb", BARE_DEVICE, "--lan-port", str(LAN_PORT)) as simulator, \
             Xvfb() as screen:
         env = screen.env()
 
@@ -108,6 +111,8 @@ def measure_all(build, folder, only):
             "frames of a USB cable": lambda: usb_frames.measure(build / "bench/bench-usb_frames"),
             "a device on a USB cable (about 40 s)": lambda: usb_link.measure(
                 build / "bench/bench-device", simulator, DEVICE),
+            "the carriers of a session (about a minute)": lambda: carriers.measure(
+                build / "bench/bench-device", simulator, DEVICE, BARE_DEVICE),
             "costs in a real OBS (about 3 minutes)": obs,
         }
         for name, measure in parts.items():

@@ -2,12 +2,9 @@
 # SPDX-FileCopyrightText: 2026 The Tallyforge developers
 """What a USB link costs while it is idle, and what its tunnel carries while it is full."""
 
-import json
-import os
-import subprocess
 import time
-from pathlib import Path
 
+from asker import Asker
 from figures import Heading, Row
 from obs_session import wait_until
 
@@ -16,47 +13,6 @@ TRANSFER_BYTES = 256_000           # 20 seconds of the tunnel, in less than its 
 PACE_BYTES = 512 / 0.040           # a second: one full frame in 40 ms
 ANSWERS = 30
 CPU_PERCENT, PACE_PERCENT, ANSWER_MILLISECONDS = 1, 95, 100
-
-
-class Asker:
-    """The process that holds a session with a device. Use as a context."""
-
-    def __init__(self, program):
-        self._program = str(program)
-
-    def __enter__(self):
-        self._process = subprocess.Popen([self._program], text=True, bufsize=1,
-                                         stdin=subprocess.PIPE, stdout=subprocess.PIPE)
-        return self
-
-    def __exit__(self, *_):
-        self._process.stdin.close()
-        self._process.wait(timeout=20)
-        self._process.stdout.close()
-
-    def _order(self, line):
-        self._process.stdin.write(line + "\n")
-
-    def open(self, link):
-        self._order(link)
-        for line in self._process.stdout:
-            message = json.loads(line)
-            if message["state"] in ("Ready", "Error", "NeedsPassword"):
-                break
-        if message["state"] != "Ready":
-            raise RuntimeError(f"No session: {message}")
-
-    def ask(self, method, count):
-        """Milliseconds that each answer took."""
-        self._order(f"ask {method} {count}")
-        took = json.loads(self._process.stdout.readline())["took"]
-        if min(took) < 0:
-            raise RuntimeError(f"{method} failed.")
-        return [value / 1e6 for value in took]
-
-    def cpu_seconds(self):
-        fields = Path(f"/proc/{self._process.pid}/stat").read_text().rpartition(")")[2].split()
-        return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
 
 
 def idle_cpu(asker):

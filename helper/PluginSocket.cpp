@@ -36,8 +36,12 @@ PluginSocket::PluginSocket(QObject *parent)
 
 void PluginSocket::open(quint16 port, const QString &token)
 {
-    connect(&m_socket, &QTcpSocket::connected, this,
-            [this, token] { send({{u"hello"_s, token}}); });
+    connect(&m_socket, &QTcpSocket::connected, this, [this, token] {
+        // The device answers in many small writes: none waits for the plug-in to have acknowledged
+        // another.
+        m_socket.setSocketOption(QAbstractSocket::LowDelayOption, 1);
+        send({{u"hello"_s, token}});
+    });
     m_connectTimer.start();
     m_socket.connectToHost(QHostAddress::LocalHost, port);
 }

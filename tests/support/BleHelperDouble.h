@@ -47,6 +47,7 @@ public:
         auto visitor = std::make_unique<QTcpSocket>();
         visitor->connectToHost(QHostAddress::LocalHost, port);
         visitor->waitForConnected();
+        visitor->setSocketOption(QAbstractSocket::LowDelayOption, 1);
         return visitor;
     }
     [[nodiscard]] QByteArray hello() const { return "{\"hello\":\"" + token + "\"}\n"; }

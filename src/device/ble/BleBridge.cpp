@@ -11,7 +11,9 @@
 #include <QProcess>
 #include <QRandomGenerator>
 #include <QTcpSocket>
+#include <QTimerEvent>
 
+#include <algorithm>
 #include <utility>
 
 namespace tallyforge {
@@ -240,17 +242,21 @@ void BleBridge::send(const QString &op, const QJsonObject &params, const ReplyCa
                      std::chrono::milliseconds timeout)
 {
     const int id = m_nextId++;
-    auto *const timer = new QTimer(this);
-    timer->setSingleShot(true);
-    connect(timer, &QTimer::timeout, this, [this, id] {
-        finish(id, failure(QStringLiteral("timeout"), tr("Bluetooth did not respond in time.")));
-    });
-    timer->start(timeout);
-    m_pending.insert(id, {callback, timer});
+    m_pending.insert(id, {callback, startTimer(timeout)});
     QJsonObject line = params;
     line.insert(QStringLiteral("reqId"), id);
     line.insert(QStringLiteral("op"), op);
     m_helper->send(line);
+}
+
+void BleBridge::timerEvent(QTimerEvent *event)
+{
+    const auto late = std::ranges::find_if(
+        m_pending, [event](const Pending &pending) { return pending.timer == event->timerId(); });
+    if (late != m_pending.end()) {
+        finish(late.key(),
+               failure(QStringLiteral("timeout"), tr("Bluetooth did not respond in time.")));
+    }
 }
 
 void BleBridge::finish(int id, const BleReply &reply)
@@ -259,8 +265,7 @@ void BleBridge::finish(int id, const BleReply &reply)
         return; // it came too late, or twice
     }
     const Pending pending = m_pending.take(id);
-    pending.timer->stop();
-    pending.timer->deleteLater();
+    killTimer(pending.timer);
     if (pending.callback) {
         pending.callback(reply);
     }
@@ -270,8 +275,7 @@ void BleBridge::failAll(const QString &code, const QString &message)
 {
     const QMap<int, Pending> pending = std::exchange(m_pending, {});
     for (const Pending &entry : pending) {
-        entry.timer->stop();
-        entry.timer->deleteLater();
+        killTimer(entry.timer);
     }
     for (const Pending &entry : pending) {
         if (m_shutDown) {

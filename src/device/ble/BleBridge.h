@@ -79,11 +79,14 @@ Q_SIGNALS:
     /// The helper has gone by itself, and with it the connection to a device.
     void helperStopped(const QString &reason);
 
+protected:
+    void timerEvent(QTimerEvent *event) override;
+
 private:
     struct Pending
     {
         ReplyCallback callback;
-        QTimer *timer; // child
+        int timer;
     };
 
     void launchHelper();

@@ -25,6 +25,7 @@ BleHelperSocket::BleHelperSocket(QTcpSocket *socket, std::chrono::milliseconds h
     , m_lineLimit(strangersLine)
 {
     m_socket->setParent(this);
+    m_socket->setSocketOption(QAbstractSocket::LowDelayOption, 1); // no line waits for the next one
     m_socket->setReadBufferSize(strangersRead);
     connect(m_socket, &QTcpSocket::readyRead, this, &BleHelperSocket::read);
     connect(m_socket, &QTcpSocket::disconnected, this, &BleHelperSocket::end);
@@ -43,6 +44,7 @@ void BleHelperSocket::trust()
 void BleHelperSocket::send(const QJsonObject &object)
 {
     m_socket->write(bleLine(object));
+    m_socket->flush(); // not only when the event loop comes round
 }
 
 void BleHelperSocket::read()
