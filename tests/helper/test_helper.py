@@ -22,6 +22,7 @@ HELPER, SERVICE = os.environ["HELPER"], os.environ["SERVICE"]
 CHARACTERISTIC = os.environ["CHARACTERISTIC"]
 GATT, DEVICE, MOCK = "org.bluez.GattCharacteristic1", "org.bluez.Device1", "org.bluez.Mock"
 ADAPTER = "org.bluez.Adapter1"
+REFUSED = "org.bluez.Error.NotPermitted"
 PATIENCE = 10    # seconds after which a wait counts as failed
 A, B, C = "AA:00:00:00:00:01", "AA:00:00:00:00:02", "AA:00:00:00:00:03"
 
@@ -208,9 +209,9 @@ class HelperTest(dbusmock.DBusTestCase):
                 self.root.LetFail("Connect", "", dbus_interface=MOCK)
         self.assertEqual(plugin.events, [])
 
-    def test_each_write_waits_for_the_device(self):
+    def test_writes(self):
         with open(self.folder / "stderr", "wb") as stderr:
-            plugin, _ = self.connected(stderr=stderr, QT_LOGGING_RULES="*.debug=true", QDBUS_DEBUG="1")
+            plugin, characteristic = self.connected(stderr=stderr, QT_LOGGING_RULES="*.debug=true", QDBUS_DEBUG="1")
         (self.folder / "hold").touch()
         first = plugin.write(b"\xff\x00one")
         until(lambda: self.log()[-1] == "WriteValue ff006f6e65 request")
@@ -223,18 +224,13 @@ class HelperTest(dbusmock.DBusTestCase):
         for keys in {"b64": "?"}, {}, {"b64": 5}:
             self.assertEqual(plugin.ask("write", **keys), "bad_request")
         self.assertEqual(plugin.ask("sing"), "unknown_operation")
+        for error, paired, answer in [(REFUSED, True, "write_failed"), (REFUSED, False, "not_paired"), ("", False, {})]:
+            self.root.LetFail("WriteValue", error, dbus_interface=MOCK)
+            self.device(characteristic, Paired=paired)
+            self.assertEqual(plugin.reply(plugin.write(b"x")), answer)
         stderr = (self.folder / "stderr").read_bytes()
         for form in b"S3cret", b"S3cret".hex().encode(), b"83, 51, 99":
             self.assertNotIn(form, stderr)    # what is written may be a password
-
-    def test_refused_writes(self):
-        plugin, characteristic = self.connected()
-        self.root.LetFail("WriteValue", "org.bluez.Error.NotPermitted", dbus_interface=MOCK)
-        self.assertEqual(plugin.reply(plugin.write(b"x")), "write_failed")
-        self.device(characteristic, Paired=False)
-        self.assertEqual(plugin.reply(plugin.write(b"x")), "not_paired")
-        self.root.LetFail("WriteValue", "", dbus_interface=MOCK)
-        self.assertEqual(plugin.reply(plugin.write(b"x")), {})
 
     def test_every_notification_is_an_event(self):
         plugin, characteristic = self.connected()
