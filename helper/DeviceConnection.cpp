@@ -23,7 +23,10 @@ constexpr auto closeLimit = 3s;
 
 Failure notPaired()
 {
-    return {u"not_paired"_s, DeviceConnection::tr("This computer is not paired with the device.")};
+    return {u"not_paired"_s,
+            DeviceConnection::tr("This computer is not paired with the device. Pair it in the "
+                                 "system's Bluetooth settings with the device's passkey, then "
+                                 "connect again.")};
 }
 
 } // namespace

@@ -9,9 +9,9 @@
 /// What a device offers over Bluetooth Low Energy.
 ///
 /// - It advertises the service; by that alone it is told from other Bluetooth devices.
-/// - The service holds one characteristic, which takes writes with response and notifies. Each
-/// write
-///   is a request or a fragment of one, each notification the same of an answer.
+/// - The service holds one characteristic, which takes writes with response and notifies.
+/// - Each write is a request or a fragment of one, each notification the same of an answer; the
+///   plug-in's BleFragments.h describes the fragments.
 /// - It wants a paired computer: an unpaired one's writes, or its subscription, are refused.
 /// - One computer is connected to it at a time.
 ///

@@ -4,9 +4,9 @@
 #include "helper/DeviceScan.h"
 
 #include "helper/DeviceContract.h"
+#include "helper/System.h"
 
 #include <QBluetoothAddress>
-#include <QBluetoothLocalDevice>
 
 using namespace Qt::StringLiterals;
 
@@ -27,9 +27,14 @@ void DeviceScan::start(std::chrono::milliseconds duration)
 
 void DeviceScan::onFinished()
 {
-    // The system also names devices that it remembers. What was heard just now has a signal
-    // strength; what is connected is there, but keeps silent.
-    const QList<QBluetoothAddress> connected = QBluetoothLocalDevice().connectedDevices();
+    system::connected(this,
+                      [this](const QList<QBluetoothAddress> &connected) { report(connected); });
+}
+
+// The system also names devices that it remembers. What was heard just now has a signal strength;
+// what is connected is there, but keeps silent.
+void DeviceScan::report(const QList<QBluetoothAddress> &connected)
+{
     const QList<QBluetoothDeviceInfo> all = m_agent.discoveredDevices();
     QList<QBluetoothDeviceInfo> devices;
     int seen = 0;

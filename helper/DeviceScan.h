@@ -5,6 +5,7 @@
 
 #include "helper/Failure.h"
 
+#include <QBluetoothAddress>
 #include <QBluetoothDeviceDiscoveryAgent>
 #include <QBluetoothDeviceInfo>
 #include <QList>
@@ -31,6 +32,7 @@ Q_SIGNALS:
 
 private:
     void onFinished();
+    void report(const QList<QBluetoothAddress> &connected);
     void onError(QBluetoothDeviceDiscoveryAgent::Error error);
 
     QBluetoothDeviceDiscoveryAgent m_agent;

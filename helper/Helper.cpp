@@ -3,6 +3,7 @@
 
 #include "helper/Helper.h"
 
+#include "common/JsonText.h"
 #include "helper/DeviceConnection.h"
 #include "helper/DeviceScan.h"
 #include "helper/System.h"
@@ -87,6 +88,9 @@ void Helper::bringUp(int id)
 void Helper::whenAvailable(int id, const std::function<void()> &then)
 {
     system::check(this, [this, id, then](const Failure &failure) {
+        if (m_quitting) {
+            return;
+        }
         if (failure.happened()) {
             m_plugin.replyFailed(id, failure);
         } else {
@@ -104,19 +108,27 @@ void Helper::scan(int id, const QJsonObject &parameters)
     m_scan = new DeviceScan(this);
     connect(m_scan, &DeviceScan::finished, this,
             [this, id](const QList<QBluetoothDeviceInfo> &devices, int seen) {
-                std::exchange(m_scan, nullptr)->deleteLater();
+                endScan();
                 onScanned(id, devices, seen);
             });
     connect(m_scan, &DeviceScan::failed, this, [this, id](const Failure &failure) {
-        std::exchange(m_scan, nullptr)->deleteLater();
+        endScan();
         m_plugin.replyFailed(id, failure);
     });
     const int ms = parameters.value("ms"_L1).toInt();
     m_scan->start(std::chrono::milliseconds(std::clamp(ms, shortestScan, longestScan)));
 }
 
+// Qt may report an error and an end of the same scan.
+void Helper::endScan()
+{
+    m_scan->disconnect(this);
+    std::exchange(m_scan, nullptr)->deleteLater();
+}
+
 void Helper::onScanned(int id, const QList<QBluetoothDeviceInfo> &devices, int seen)
 {
+    m_found.clear();
     QJsonArray listed;
     for (const QBluetoothDeviceInfo &device : devices) {
         m_found.insert(deviceId(device), device);
@@ -165,18 +177,16 @@ void Helper::openConnection(int id, const QBluetoothDeviceInfo &device)
 
 void Helper::write(int id, const QJsonObject &parameters)
 {
-    const auto bytes = QByteArray::fromBase64Encoding(
-        parameters.value("b64"_L1).toString().toLatin1(),
-        QByteArray::Base64Encoding | QByteArray::AbortOnBase64DecodingErrors);
+    const std::optional<QByteArray> bytes = base64Bytes(parameters.value("b64"_L1));
     if (m_connection == nullptr || !m_connection->isReady()) {
         m_plugin.replyFailed(id, {u"disconnected"_s, tr("No device is connected.")});
-    } else if (!bytes || bytes.decoded.isEmpty()) {
+    } else if (!bytes || bytes->isEmpty()) {
         m_plugin.replyFailed(id, {u"bad_request"_s, tr("There is nothing to write.")});
     } else if (m_connection->isWriting()) {
         m_plugin.replyFailed(id, busy());
     } else {
         m_writeId = id;
-        m_connection->write(bytes.decoded);
+        m_connection->write(*bytes);
     }
 }
 
@@ -189,6 +199,7 @@ void Helper::quit()
 {
     if (!std::exchange(m_quitting, true)) {
         QTimer::singleShot(quitLimit, this, &Helper::finished);
+        m_afterClose = {}; // what waits there would begin something new
         dropConnection([this] { Q_EMIT finished(); });
     }
 }

@@ -39,6 +39,7 @@ private:
     /// Goes on if there is Bluetooth, and otherwise answers that there is none.
     void whenAvailable(int id, const std::function<void()> &then);
     void scan(int id, const QJsonObject &parameters);
+    void endScan();
     void onScanned(int id, const QList<QBluetoothDeviceInfo> &devices, int seen);
     void connectDevice(int id, const QJsonObject &parameters);
     void openConnection(int id, const QBluetoothDeviceInfo &device);
@@ -51,7 +52,7 @@ private:
     void onClosed(DeviceConnection *connection);
 
     PluginSocket m_plugin;
-    QHash<QString, QBluetoothDeviceInfo> m_found; // by id
+    QHash<QString, QBluetoothDeviceInfo> m_found; // by the latest scan, by id
     DeviceScan *m_scan = nullptr;                 // child, while one runs
     DeviceConnection *m_connection = nullptr;     // child, until it is closed
     std::function<void()> m_afterClose;

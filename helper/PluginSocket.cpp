@@ -3,6 +3,8 @@
 
 #include "helper/PluginSocket.h"
 
+#include "common/JsonText.h"
+
 #include <QHostAddress>
 #include <QJsonDocument>
 
@@ -49,7 +51,7 @@ void PluginSocket::open(quint16 port, const QString &token)
 void PluginSocket::send(const QJsonObject &object)
 {
     if (m_socket.state() == QAbstractSocket::ConnectedState) {
-        m_socket.write(QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n');
+        m_socket.write(jsonLine(object));
     }
 }
 

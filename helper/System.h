@@ -5,6 +5,10 @@
 
 #include "helper/Failure.h"
 
+#include <QBluetoothAddress>
+#include <QCoreApplication>
+#include <QList>
+
 #include <functional>
 
 class QBluetoothDeviceInfo;
@@ -17,9 +21,22 @@ namespace tallyforge::helper::system {
 /// Whether there is a Bluetooth that is switched on.
 void check(QObject *context, const std::function<void(const Failure &)> &answer);
 
+/// What check() answers when there is a Bluetooth that is switched off.
+[[nodiscard]] inline Failure switchedOff()
+{
+    return {QStringLiteral("bluetooth_unavailable"),
+            QCoreApplication::translate("System",
+                                        "Bluetooth is switched off on this computer. Switch it on "
+                                        "in the system's settings, then try again.")};
+}
+
 /// Calls when the system's Bluetooth service ends, which takes all connections along and says so to
 /// nobody.
 void watch(QObject *context, const std::function<void()> &gone);
+
+/// The devices that the system is connected to, as far as it tells their addresses.
+void connected(QObject *context,
+               const std::function<void(const QList<QBluetoothAddress> &)> &answer);
 
 /// Pairs with a connected device, with whatever dialog the system has for it, unless that was done
 /// before. The answer says only that it is over.

@@ -37,39 +37,37 @@ constexpr auto adapterInterface = "org.bluez.Adapter1"_L1;
 constexpr auto deviceInterface = "org.bluez.Device1"_L1;
 constexpr auto characteristicInterface = "org.bluez.GattCharacteristic1"_L1;
 
-QString text(const char *source)
-{
-    return QCoreApplication::translate("System", source);
-}
-
 Failure failureOf(const QDBusError &error)
 {
     if (error.type() == QDBusError::AccessDenied) {
         return {u"permission_denied"_s,
-                text("This user may not use Bluetooth on this computer. Ask the computer's "
-                     "administrator for access to it.")};
+                QCoreApplication::translate(
+                    "System",
+                    "This user may not use Bluetooth on this computer. Ask the computer's "
+                    "administrator for access to it.")};
     }
     return {u"bluetooth_unavailable"_s,
-            text("The Bluetooth service of this computer is not running. Install BlueZ or start "
-                 "its service \"bluetooth\", then try again.")};
+            QCoreApplication::translate(
+                "System",
+                "The Bluetooth service of this computer is not running. Install BlueZ or start "
+                "its service \"bluetooth\", then try again.")};
 }
 
 Failure failureOf(const Objects &objects)
 {
-    bool found = false;
-    for (const Interfaces &interfaces : objects) {
-        if (interfaces.contains(adapterInterface)) {
-            found = true;
-            if (interfaces.value(adapterInterface).value(u"Powered"_s).toBool()) {
-                return {};
-            }
-        }
+    // Qt uses the first adapter in this same order, whatever the others are.
+    const auto adapter = std::ranges::find_if(objects, [](const Interfaces &interfaces) {
+        return interfaces.contains(adapterInterface);
+    });
+    if (adapter == objects.end()) {
+        return {u"bluetooth_unavailable"_s,
+                QCoreApplication::translate(
+                    "System",
+                    "This computer has no Bluetooth adapter, or it is blocked. Plug one in or "
+                    "unblock it, then try again.")};
     }
-    return {u"bluetooth_unavailable"_s,
-            found ? text("Bluetooth is switched off on this computer. Switch it on in the system's "
-                         "settings, then try again.")
-                  : text("This computer has no Bluetooth adapter, or it is blocked. Plug one in or "
-                         "unblock it, then try again.")};
+    return adapter->value(adapterInterface).value(u"Powered"_s).toBool() ? Failure{}
+                                                                         : switchedOff();
 }
 
 QString bluez()
@@ -145,6 +143,21 @@ void watch(QObject *context, const std::function<void()> &gone)
     QObject::connect(watcher, &QDBusServiceWatcher::serviceUnregistered, context, gone);
 }
 
+void connected(QObject *context,
+               const std::function<void(const QList<QBluetoothAddress> &)> &answer)
+{
+    askForObjects(context, [answer](const Objects &objects, const QDBusError &) {
+        QList<QBluetoothAddress> addresses;
+        for (const Interfaces &interfaces : objects) {
+            const QVariantMap device = interfaces.value(deviceInterface);
+            if (device.value(u"Connected"_s).toBool()) {
+                addresses.append(QBluetoothAddress(device.value(u"Address"_s).toString()));
+            }
+        }
+        answer(addresses);
+    });
+}
+
 void pair(const QBluetoothDeviceInfo &device, QObject *context, const std::function<void()> &answer)
 {
     askForObjects(context, [=](const Objects &objects, const QDBusError &) {
@@ -173,11 +186,11 @@ void writeSize(const QBluetoothDeviceInfo &device, int mtu, QObject *context,
                const std::function<void(int)> &answer)
 {
     askForObjects(context, [=](const Objects &objects, const QDBusError &) {
-        const QString prefix = pathOf(device, objects) + u'/';
+        const QString owner = pathOf(device, objects);
         int known = mtu;
         for (const auto &[path, interfaces] : objects.asKeyValueRange()) {
             const QVariantMap properties = interfaces.value(characteristicInterface);
-            if (path.path().startsWith(prefix) &&
+            if (!owner.isEmpty() && path.path().startsWith(owner + u'/') &&
                 QBluetoothUuid(properties.value(u"UUID"_s).toString()) ==
                     device_contract::characteristic()) {
                 known = std::max(known, properties.value(u"MTU"_s).toInt());

@@ -5,12 +5,9 @@
 #include "helper/System.h"
 
 #include <QBluetoothLocalDevice>
-#include <QCoreApplication>
 #include <QTimer>
 
 #include <algorithm>
-
-using namespace Qt::StringLiterals;
 
 namespace tallyforge::helper::system {
 
@@ -27,17 +24,18 @@ void check(QObject *context, const std::function<void(const Failure &)> &answer)
 {
     const QBluetoothLocalDevice device;
     const bool on = device.isValid() && device.hostMode() != QBluetoothLocalDevice::HostPoweredOff;
-    later(context, [answer, on] {
-        answer(on ? Failure{}
-                  : Failure{u"bluetooth_unavailable"_s,
-                            QCoreApplication::translate(
-                                "System", "Bluetooth is switched off on this computer. Switch it "
-                                          "on in the system's settings, then try again.")});
-    });
+    later(context, [answer, on] { answer(on ? Failure{} : switchedOff()); });
 }
 
 // Its service doesn't end by itself.
 void watch(QObject * /*context*/, const std::function<void()> & /*gone*/) {}
+
+// It tells no addresses.
+void connected(QObject *context,
+               const std::function<void(const QList<QBluetoothAddress> &)> &answer)
+{
+    later(context, [answer] { answer({}); });
+}
 
 // macOS asks by itself, when a device wants a paired computer for something.
 void pair(const QBluetoothDeviceInfo & /*device*/, QObject *context,

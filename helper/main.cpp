@@ -7,13 +7,32 @@
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <QLoggingCategory>
 
 #include <cstdio>
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+QLoggingCategory::CategoryFilter usualFilter;
+
+// Passwords are among the writes.
+void keepWritesOut(QLoggingCategory *category)
+{
+    usualFilter(category);
+    if (QLatin1StringView(category->categoryName()).startsWith("qt.bluetooth"_L1)) {
+        category->setEnabled(QtDebugMsg, false);
+    }
+}
+
+} // namespace
+
 int main(int argc, char *argv[])
 {
+    usualFilter = QLoggingCategory::installFilter(nullptr); // the next call already needs it
+    QLoggingCategory::installFilter(keepWritesOut);
+    qunsetenv("QDBUS_DEBUG"); // this would log them as well
     QCoreApplication application(argc, argv);
     QCommandLineParser parser;
     const QCommandLineOption port(u"port"_s, u"The plug-in's port on loopback."_s, u"port"_s);

@@ -1,13 +1,13 @@
 # SPDX-License-Identifier: GPL-2.0-or-later
 # SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
-"""Checks that every folder of src/ includes only what it may know."""
+"""Checks that helper/ and every folder of src/ include only what they may know."""
 
 import pathlib
 import re
 import sys
 
-SOURCE = pathlib.Path("src")
+SOURCE, HELPER = pathlib.Path("src"), pathlib.Path("helper")
 
 # A carrier below device/ knows the device and nothing of another carrier.
 CARRIER = {"device", "common", "platform"}
@@ -26,6 +26,7 @@ MAY_INCLUDE = {
     "plugin": BELOW_APP,
     "sources": BELOW_APP | {"plugin"},
     "ui": BELOW_APP | {"plugin"},
+    "helper": {"common"},
 }
 # The entry points wire everything.
 EXTRA = {"plugin/module.cpp": {"sources", "ui"}}
@@ -35,8 +36,15 @@ OBS_HEADER = re.compile(r"(libobs/)?(obs[\w-]*\.(h|hpp)|(util|graphics|media-io|
 INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*([<"])([^>"]+)[>"]', re.MULTILINE)
 
 
+def path_of(file):
+    """A file's path as an include would name it."""
+    file = file.resolve()
+    below = SOURCE.resolve()
+    return file.relative_to(below if file.is_relative_to(below) else below.parent).as_posix()
+
+
 def folder_of(path):
-    """The longest entry of the table that holds this path below src/, or None."""
+    """The longest entry of the table that holds this path, or None."""
     parts = pathlib.PurePosixPath(path).parent.parts
     for length in range(len(parts), 0, -1):
         if (name := "/".join(parts[:length])) in MAY_INCLUDE:
@@ -47,13 +55,13 @@ def folder_of(path):
 def included_folder(file, name):
     """The folder that an include names, or None for a header from outside the project."""
     if (file.parent / name).is_file():
-        return folder_of((file.parent / name).resolve().relative_to(SOURCE.resolve()).as_posix())
+        return folder_of(path_of(file.parent / name))
     # Also catches a header that the build generates.
     return folder_of(name)
 
 
 def faults_in(file):
-    path = file.relative_to(SOURCE).as_posix()
+    path = path_of(file)
     own = folder_of(path)
     if own is None:
         return [f"{file}: its folder is missing in the table of {__file__}"]
@@ -69,9 +77,12 @@ def faults_in(file):
 
 
 def main():
-    files = sorted(file for file in SOURCE.rglob("*") if file.suffix in (".h", ".cpp"))
-    if not files:
-        return "no sources were found"
+    files = []
+    for top in SOURCE, HELPER:
+        found = sorted(file for file in top.rglob("*") if file.suffix in (".h", ".cpp"))
+        if not found:
+            return f"no sources were found in {top}/"
+        files += found
     faults = [fault for file in files for fault in faults_in(file)]
     if faults:
         return "\n".join(faults)

@@ -2,19 +2,21 @@
 # SPDX-License-Identifier: GPL-2.0-or-later
 # SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
-# Runs every fuzz target, or FUZZ_ONLY, for FUZZ_SECONDS (30) each and fails when one of them finds something. Runs
-# inside the sandbox. A new input worth keeping is copied to tests/fuzz/corpus/NAME/ by hand.
+# Runs every fuzz target, or FUZZ_ONLY, for FUZZ_SECONDS (30) each, inside the sandbox. A new input
+# worth keeping is copied to tests/fuzz/corpus/NAME/ by hand.
 set -euo pipefail
 
 seconds=${FUZZ_SECONDS:-30}
 findings=build/fuzz/findings
 failed=()
+ran=0
 
 mkdir -p "$findings"
 
 for source in tests/fuzz/fuzz_*.cpp; do
     name=$(basename "$source" .cpp)
     [[ ${FUZZ_ONLY:-$name} == "$name" ]] || continue
+    ran=$((ran + 1))
     target=build/fuzz/tests/fuzz/$name
     log=build/fuzz/$name.log
     # What the fuzzer adds stays out of the tree.
@@ -37,5 +39,6 @@ for source in tests/fuzz/fuzz_*.cpp; do
         failed+=("$name")
     fi
 done
+((ran > 0)) || { echo "fuzz: there is no target ${FUZZ_ONLY:-}"; exit 1; }
 ((${#failed[@]} == 0)) || { echo "fuzz: failed: ${failed[*]}"; exit 1; }
 echo "fuzz: $seconds s each, nothing found"

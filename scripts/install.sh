@@ -36,8 +36,11 @@ tar -C "$built" -cf - . | "${as_user[@]}" sh -euc '
     rm -rf "$4"' sh "$target" "$plugins" "$new" "$old"
 echo "Installed in $target. It is there when OBS starts the next time."
 
-if ldd "$target/data/tallyforge-bluetooth-helper" 2>/dev/null | grep -q 'not found'; then
+missing=$(ldd "$target/data/tallyforge-bluetooth-helper" 2>/dev/null | grep 'not found' || true)
+if [[ $missing == *libQt6Bluetooth*"=> not found"* ]]; then
     echo "Note: setting devices up over Bluetooth needs Qt's Bluetooth library, which is missing here (Debian: libqt6bluetooth6)."
+elif [[ -n $missing ]]; then
+    echo "Note: setting devices up over Bluetooth needs libraries that this computer doesn't have: $missing"
 fi
 
 # "OBS Studio - 32.0.4 (…)" or "OBS Studio - 30.2.3+dfsg-3".

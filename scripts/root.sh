@@ -46,7 +46,8 @@ host_is_enough() {
         have "$tool" || return 1
     done
     pkg-config --atleast-version=32 libobs &&
-        pkg-config --atleast-version=6.8 Qt6Core Qt6Bluetooth &&
+        pkg-config --atleast-version=6.8 Qt6Core && # given both, it looks at the first alone
+        pkg-config --atleast-version=6.8 Qt6Bluetooth &&
         python3 -c 'import dbusmock, websockets' 2>/dev/null
 }
 

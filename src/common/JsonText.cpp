@@ -3,9 +3,12 @@
 
 #include "common/JsonText.h"
 
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QJsonValue>
 
 #include <cmath>
+#include <utility>
 
 namespace tallyforge {
 
@@ -35,6 +38,22 @@ QString jsonToText(const QJsonValue &value)
     default:
         return {};
     }
+}
+
+QByteArray jsonLine(const QJsonObject &object)
+{
+    return QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n';
+}
+
+std::optional<QByteArray> base64Bytes(const QJsonValue &value)
+{
+    auto bytes = QByteArray::fromBase64Encoding(value.toString().toLatin1(),
+                                                QByteArray::Base64Encoding |
+                                                    QByteArray::AbortOnBase64DecodingErrors);
+    if (!value.isString() || !bytes) {
+        return std::nullopt;
+    }
+    return std::move(bytes.decoded);
 }
 
 } // namespace tallyforge

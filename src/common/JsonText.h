@@ -3,8 +3,12 @@
 
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
+#include <optional>
+
+class QJsonObject;
 class QJsonValue;
 
 namespace tallyforge {
@@ -13,5 +17,11 @@ namespace tallyforge {
 /// six significant digits, "true" or "false", a string as it is; everything else gives an empty
 /// text.
 [[nodiscard]] QString jsonToText(const QJsonValue &value);
+
+/// An object as one line, with its end.
+[[nodiscard]] QByteArray jsonLine(const QJsonObject &object);
+
+/// The bytes that a JSON text holds in base64, nothing when it is anything else.
+[[nodiscard]] std::optional<QByteArray> base64Bytes(const QJsonValue &value);
 
 } // namespace tallyforge

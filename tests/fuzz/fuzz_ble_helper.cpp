@@ -4,6 +4,7 @@
 // What comes to the Bluetooth bridge's port: bytes in pieces, lines, and what each of them may mean. The
 // first byte says how large the pieces are.
 
+#include "common/JsonText.h"
 #include "device/ble/BleHelperLines.h"
 
 #include <QJsonDocument>
@@ -47,12 +48,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const QList<QJsonObject> objects = objectsIn(stream, stream.size() + 1);
     require(objects == objectsIn(stream, 1 + data[0] % 64));
     for (const QJsonObject &object : objects) {
-        require(bleLine(object).count('\n') == 1);
+        require(jsonLine(object).count('\n') == 1);
         require(bleProvesToken(object, token) == (object.value(QStringLiteral("hello")) == QString::fromLatin1(token)));
         require(!bleProvesToken(object, {}));
         const BleReply reply = bleReply(object);
         require(reply.ok ? reply.code.isEmpty() && reply.message.isEmpty() : reply.result.isEmpty());
-        if (const std::optional<QByteArray> bytes = bleData(object)) {
+        if (const std::optional<QByteArray> bytes = base64Bytes(object.value(QStringLiteral("b64")))) {
             require(bytes->size() <= stream.size());
         }
         require(bleDevices(object).size() <= stream.size());

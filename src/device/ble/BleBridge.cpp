@@ -3,6 +3,7 @@
 
 #include "device/ble/BleBridge.h"
 
+#include "common/JsonText.h"
 #include "device/ble/BleHelperLines.h"
 #include "device/ble/BleHelperSocket.h"
 #include "platform/BluetoothHelper.h"
@@ -28,9 +29,9 @@ BleReply failure(const QString &code, const QString &message)
     return {false, {}, code, message};
 }
 
-QString unavailable()
+BleReply unavailable(const QString &message)
 {
-    return QStringLiteral("bluetooth_unavailable");
+    return failure(QStringLiteral("bluetooth_unavailable"), message);
 }
 
 QByteArray newToken()
@@ -119,7 +120,12 @@ void BleBridge::retireProcess()
     if (process->state() == QProcess::NotRunning) {
         process->deleteLater();
     } else {
-        connect(process, &QProcess::finished, process, &QObject::deleteLater);
+        // One that has only begun to start may fail to, and then never finishes.
+        connect(process, &QProcess::stateChanged, process, [process](QProcess::ProcessState now) {
+            if (now == QProcess::NotRunning) {
+                process->deleteLater();
+            }
+        });
         process->kill();
     }
 }
@@ -203,7 +209,7 @@ void BleBridge::onSocketEnded(BleHelperSocket *socket)
     }
     m_helper = nullptr;
     m_started = false;
-    failAll(unavailable(), tr("The Bluetooth helper stopped."));
+    failAll(stopped());
     if (!m_shutDown) {
         Q_EMIT helperStopped(QStringLiteral("stopped"));
     }
@@ -218,7 +224,7 @@ void BleBridge::handleEvent(const QJsonObject &line)
 {
     const QString event = line.value(QLatin1String("ev")).toString();
     if (event == QLatin1String("data")) {
-        if (const std::optional<QByteArray> bytes = bleData(line)) {
+        if (const auto bytes = base64Bytes(line.value(QLatin1String("b64")))) {
             Q_EMIT dataReceived(*bytes);
         }
     } else if (event == QLatin1String("disconnected")) {
@@ -233,9 +239,14 @@ void BleBridge::request(const QString &op, const QJsonObject &params, const Repl
         if (ok && isReady()) {
             send(op, params, callback, timeout);
         } else if (callback) {
-            callback(failure(unavailable(), ok ? tr("The Bluetooth helper stopped.") : message));
+            callback(ok ? stopped() : unavailable(message));
         }
     });
+}
+
+BleReply BleBridge::stopped()
+{
+    return unavailable(tr("The Bluetooth helper stopped."));
 }
 
 void BleBridge::send(const QString &op, const QJsonObject &params, const ReplyCallback &callback,
@@ -271,7 +282,7 @@ void BleBridge::finish(int id, const BleReply &reply)
     }
 }
 
-void BleBridge::failAll(const QString &code, const QString &message)
+void BleBridge::failAll(const BleReply &reply)
 {
     const QMap<int, Pending> pending = std::exchange(m_pending, {});
     for (const Pending &entry : pending) {
@@ -282,14 +293,14 @@ void BleBridge::failAll(const QString &code, const QString &message)
             return;
         }
         if (entry.callback) {
-            entry.callback(failure(code, message));
+            entry.callback(reply);
         }
     }
 }
 
 void BleBridge::start(const ReplyCallback &callback)
 {
-    if (m_started && !m_shutDown) {
+    if (m_started) {
         callback({true, {}, {}, {}});
         return;
     }
@@ -323,7 +334,7 @@ void BleBridge::shutdown()
 {
     m_shutDown = true;
     m_waiters.clear();
-    failAll({}, {}); // calls nobody back any more
+    failAll({}); // calls nobody back any more
     m_launchTimer.stop();
     m_server.close();
     m_token.clear();

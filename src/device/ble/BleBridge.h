@@ -62,13 +62,15 @@ public:
     /// Has the helper do an operation, and starts it if need be. The callback may be empty.
     void request(const QString &op, const QJsonObject &params, const ReplyCallback &callback,
                  std::chrono::milliseconds timeout);
+    /// What becomes of requests when the helper goes.
+    [[nodiscard]] static BleReply stopped();
     /// Has the helper bring Bluetooth up, unless it has done so.
     void start(const ReplyCallback &callback);
     /// Looks for devices for so long.
     void scan(std::chrono::milliseconds duration, const ScanCallback &callback);
 
-    /// Ends the helper and drops all callbacks. Nothing is left on the event loop after it, and
-    /// requests do nothing any more.
+    /// Ends the helper. Calls nobody back any more, and requests do nothing; what is left only
+    /// waits for its own end.
     void shutdown();
 
 Q_SIGNALS:
@@ -104,7 +106,7 @@ private:
     void send(const QString &op, const QJsonObject &params, const ReplyCallback &callback,
               std::chrono::milliseconds timeout);
     void finish(int id, const BleReply &reply);
-    void failAll(const QString &code, const QString &message);
+    void failAll(const BleReply &reply);
 
     const Timing m_timing;
     QString m_helperPath;

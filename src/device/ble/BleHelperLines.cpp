@@ -3,10 +3,20 @@
 
 #include "device/ble/BleHelperLines.h"
 
+#include <QCoreApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
 
 namespace tallyforge {
+
+namespace {
+
+class Texts
+{
+    Q_DECLARE_TR_FUNCTIONS(tallyforge::BleHelperLines)
+};
+
+} // namespace
 
 std::optional<QJsonObject> BleHelperLines::take()
 {
@@ -16,11 +26,6 @@ std::optional<QJsonObject> BleHelperLines::take()
         }
     }
     return std::nullopt;
-}
-
-QByteArray bleLine(const QJsonObject &object)
-{
-    return QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n';
 }
 
 bool bleProvesToken(const QJsonObject &hello, const QByteArray &token)
@@ -46,20 +51,8 @@ BleReply bleReply(const QJsonObject &line)
     }
     const QJsonObject error = line.value(QLatin1String("error")).toObject();
     reply.code = error.value(QLatin1String("code")).toString(QStringLiteral("ble_error"));
-    reply.message =
-        error.value(QLatin1String("message")).toString(QStringLiteral("Bluetooth error"));
+    reply.message = error.value(QLatin1String("message")).toString(Texts::tr("Bluetooth error"));
     return reply;
-}
-
-std::optional<QByteArray> bleData(const QJsonObject &event)
-{
-    auto decoded = QByteArray::fromBase64Encoding(
-        event.value(QLatin1String("b64")).toString().toLatin1(),
-        QByteArray::Base64Encoding | QByteArray::AbortOnBase64DecodingErrors);
-    if (!decoded) {
-        return std::nullopt;
-    }
-    return std::move(decoded.decoded);
 }
 
 QList<BleDeviceInfo> bleDevices(const QJsonObject &result)

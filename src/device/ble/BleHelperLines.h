@@ -29,18 +29,12 @@ private:
     LineBuffer m_buffer;
 };
 
-/// An object as a line to the helper, with its end.
-[[nodiscard]] QByteArray bleLine(const QJsonObject &object);
-
 /// Whether a connection's first object proves that it comes from whom the token was given to. Takes
 /// the same time wherever the two differ. An empty token is never proved.
 [[nodiscard]] bool bleProvesToken(const QJsonObject &hello, const QByteArray &token);
 
 /// A line without "ev" as the reply that it is.
 [[nodiscard]] BleReply bleReply(const QJsonObject &line);
-
-/// The bytes of a "data" event, nothing when they aren't base64.
-[[nodiscard]] std::optional<QByteArray> bleData(const QJsonObject &event);
 
 /// The devices in a scan's result, in its order.
 [[nodiscard]] QList<BleDeviceInfo> bleDevices(const QJsonObject &result);

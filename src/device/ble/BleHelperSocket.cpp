@@ -3,6 +3,8 @@
 
 #include "device/ble/BleHelperSocket.h"
 
+#include "common/JsonText.h"
+
 #include <QPointer>
 #include <QTcpSocket>
 
@@ -27,9 +29,10 @@ BleHelperSocket::BleHelperSocket(QTcpSocket *socket, std::chrono::milliseconds h
     m_socket->setParent(this);
     m_socket->setSocketOption(QAbstractSocket::LowDelayOption, 1); // no line waits for the next one
     m_socket->setReadBufferSize(strangersRead);
-    connect(m_socket, &QTcpSocket::readyRead, this, &BleHelperSocket::read);
-    connect(m_socket, &QTcpSocket::disconnected, this, &BleHelperSocket::end);
-    connect(&m_helloTimer, &QTimer::timeout, this, &BleHelperSocket::end);
+    // Queued, since Qt emits it no second time while a receiver waits in an event loop of its own.
+    connect(m_socket, &QTcpSocket::readyRead, this, &BleHelperSocket::read, Qt::QueuedConnection);
+    connect(m_socket, &QTcpSocket::disconnected, this, &BleHelperSocket::onDisconnected);
+    connect(&m_helloTimer, &QTimer::timeout, this, &BleHelperSocket::onHelloLimit);
     m_helloTimer.setSingleShot(true);
     m_helloTimer.start(helloLimit);
 }
@@ -43,23 +46,43 @@ void BleHelperSocket::trust()
 
 void BleHelperSocket::send(const QJsonObject &object)
 {
-    m_socket->write(bleLine(object));
+    m_socket->write(jsonLine(object));
     m_socket->flush(); // not only when the event loop comes round
 }
 
-void BleHelperSocket::read()
+void BleHelperSocket::onDisconnected()
 {
+    if (read()) {
+        end();
+    }
+}
+
+void BleHelperSocket::onHelloLimit()
+{
+    m_socket->waitForReadyRead(0); // the hello may be here, and only this thread was late
+    if (read() && m_lineLimit == strangersLine) {
+        end();
+    }
+}
+
+bool BleHelperSocket::read()
+{
+    if (m_ended) {
+        return false;
+    }
     const QPointer<BleHelperSocket> self = this;
     m_lines.append(m_socket->readAll());
     while (const std::optional<QJsonObject> object = m_lines.take()) {
         Q_EMIT received(*object);
         if (!self || m_ended) {
-            return;
+            return false;
         }
     }
     if (m_lines.size() > m_lineLimit) {
         end();
+        return false;
     }
+    return true;
 }
 
 void BleHelperSocket::end()

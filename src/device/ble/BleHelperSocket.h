@@ -38,7 +38,10 @@ Q_SIGNALS:
     void ended();
 
 private:
-    void read();
+    void onDisconnected();
+    void onHelloLimit();
+    /// Handles what is there. Returns whether the connection goes on.
+    bool read();
     void end();
 
     QTcpSocket *const m_socket; // child

@@ -43,24 +43,25 @@ BleLink::~BleLink()
 void BleLink::open()
 {
     close();
-    m_bridge->start([self = QPointer<BleLink>(this), opening = m_openings](const BleReply &reply) {
-        if (!self || self->m_openings != opening) {
-            return;
-        }
-        if (reply.ok) {
-            self->connectDevice();
-        } else {
-            Q_EMIT self->failed(reply.code, reply.message);
-        }
-    });
+    m_bridge->start(
+        [self = QPointer<BleLink>(this), generation = m_generation](const BleReply &reply) {
+            if (!self || self->m_generation != generation) {
+                return;
+            }
+            if (reply.ok) {
+                self->connectDevice();
+            } else {
+                Q_EMIT self->failed(reply.code, reply.message);
+            }
+        });
 }
 
 void BleLink::connectDevice()
 {
     m_bridge->request(
         QStringLiteral("connect"), {{QStringLiteral("id"), m_id}},
-        [self = QPointer<BleLink>(this), opening = m_openings](const BleReply &reply) {
-            if (self && self->m_openings == opening) {
+        [self = QPointer<BleLink>(this), generation = m_generation](const BleReply &reply) {
+            if (self && self->m_generation == generation) {
                 self->onConnected(reply);
             }
         },
@@ -80,7 +81,7 @@ void BleLink::onConnected(const BleReply &reply)
 
 void BleLink::close()
 {
-    ++m_openings;
+    ++m_generation;
     if (!m_connected) {
         return;
     }

@@ -54,7 +54,7 @@ private:
     const QString m_label;
     BleTransport m_transport;
     bool m_connected = false;
-    unsigned m_openings = 0; // counts open() and close()
+    unsigned m_generation = 0; // counts open() and close()
 };
 
 } // namespace tallyforge

@@ -77,8 +77,8 @@ void BleTransport::pumpWrites()
     if (!m_bridge->isReady()) {
         // It is just telling everyone that it has stopped: a write must not start it anew.
         m_writeQueue.clear();
-        Q_EMIT sendFailed(QStringLiteral("bluetooth_unavailable"),
-                          tr("The Bluetooth helper stopped."));
+        const BleReply reply = BleBridge::stopped();
+        Q_EMIT sendFailed(reply.code, reply.message);
         return;
     }
     m_writing = true;

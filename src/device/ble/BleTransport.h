@@ -17,7 +17,7 @@ class BleBridge;
 struct BleReply;
 
 /// Carries requests in writes of a Bluetooth connection, each only when the one before has been
-/// confirmed. Fragments of two requests are never mixed. What a link opens and ends.
+/// confirmed. Fragments of two requests are never mixed. Opened and ended by its link.
 class BleTransport final : public RpcTransport
 {
     Q_OBJECT

@@ -7,8 +7,7 @@
 #include <QProcess>
 #include <QSignalSpy>
 #include <QTest>
-
-#include <csignal>
+#include <QThread>
 
 using namespace tallyforge;
 using namespace tallyforge::test;
@@ -18,9 +17,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr BleBridge::Timing patient{20s, 20s, 20s, 20s};
-constexpr BleBridge::Timing hasty{300ms, 20s, 20s, 20s};
-
-const auto didNotStart = "The Bluetooth helper did not start. Bluetooth setup is unavailable on this system."_L1;
 
 struct Rig
 {
@@ -74,9 +70,6 @@ private Q_SLOTS:
         QTest::newRow("with much behind it")
             << QByteArrayList{"{\"hello\":\"T\"}\n" + QByteArray("{\"ev\":\"what\"}\n").repeated(20000)} << true;
         QTest::newRow("wrong") << QByteArrayList{"{\"hello\":\"0123456789abcdef0123456789abcdef\"}\n"} << false;
-        QTest::newRow("more than the token") << QByteArrayList{"{\"hello\":\"T0\"}\n"} << false;
-        QTest::newRow("empty") << QByteArrayList{"{\"hello\":\"\"}\n"} << false;
-        QTest::newRow("no text") << QByteArrayList{"{\"hello\":0}\n"} << false;
         QTest::newRow("something else first")
             << QByteArrayList{"{\"ev\":\"data\",\"b64\":\"eHg=\"}\n{\"hello\":\"T\"}\n"} << false;
         QTest::newRow("never") << QByteArrayList{"{\"hello\":\"T\"}"} << false;
@@ -86,7 +79,7 @@ private Q_SLOTS:
     {
         QFETCH(QByteArrayList, pieces);
         QFETCH(bool, accepted);
-        Rig r({20s, 200ms, 20s, 20s});
+        Rig r({20s, accepted ? 20000ms : 200ms, 20s, 20s});
         QSignalSpy data(&r.bridge, &BleBridge::dataReceived);
         r.startUnmanned();
         const auto visitor = r.helper.knock();
@@ -108,11 +101,13 @@ private Q_SLOTS:
         }
     }
 
-    void strangers()
+    void oneHelperAmongStrangers()
     {
         Rig r;
         r.startUnmanned();
         QVERIFY(r.helper.token.size() > 16 && r.helper.token.size() <= 32);
+        r.bridge.request(u"a"_s, {{u"key"_s, 1}}, r.note(), 20s);
+        r.ask(u"b"_s);
         std::vector<std::unique_ptr<QTcpSocket>> crowd;
         const auto gone = [&] { return std::ranges::count_if(crowd, [](const auto &s) { return Rig::isGone(*s); }); };
         for (int i = 0; i < 40; ++i) {
@@ -125,73 +120,55 @@ private Q_SLOTS:
         crowd.push_back(r.helper.knock());
         crowd.back()->write(r.helper.hello()); // the token is good once
         QTRY_COMPARE(gone(), 41);
-        r.ask(u"a"_s);
-        QTRY_COMPARE(r.replies, QStringList{u"{}"_s});
+        QTRY_COMPARE(r.replies.size(), 2);
+        QCOMPARE(r.helper.received, "{\"key\":1,\"op\":\"a\",\"reqId\":1}\n{\"op\":\"b\",\"reqId\":2}\n");
+        QCOMPARE(r.helper.starts, 1);
     }
 
     void launchFailures_data()
     {
         QTest::addColumn<QByteArray>("script"); // empty: no file
-        QTest::addColumn<QString>("message");
-        const QString missing =
-            u"The Bluetooth helper is missing from this install. Reinstall the Tallyforge plugin."_s;
-        QTest::newRow("no file") << QByteArray() << missing;
-        QTest::newRow("not a program") << QByteArray("#!/no/such/shell\n") << QString(didNotStart);
-        QTest::newRow("silence") << QByteArray("#!/bin/sh\necho $$ >\"$0.pid\"; exec sleep 1000\n")
-                                 << QString(didNotStart);
-        QTest::newRow("ends at once") << QByteArray("#!/bin/sh\n") << QString(didNotStart);
+        QTest::newRow("no file") << QByteArray();
+        QTest::newRow("not a program") << QByteArray("#!/no/such/shell\n");
+        QTest::newRow("silence") << QByteArray("#!/bin/sh\nexec sleep 1000\n");
+        QTest::newRow("ends at once") << QByteArray("#!/bin/sh\n");
     }
     void launchFailures()
     {
         QFETCH(QByteArray, script);
-        QFETCH(QString, message);
-        Rig r(hasty);
+        Rig r({300ms, 20s, 20s, 20s});
         script.isEmpty() ? r.bridge.setHelperPath(r.helper.path() + u"not"_s) : r.helper.writeScript(script);
         r.ask(u"a"_s);
         r.ask(u"b"_s);
-        const QString failure = u"bluetooth_unavailable|"_s + message;
+        const QString failure = u"bluetooth_unavailable|The Bluetooth helper "_s +
+                                (script.isEmpty() ? u"is missing from this install. Reinstall the Tallyforge plugin."
+                                                  : u"did not start. Bluetooth setup is unavailable on this system.");
         QTRY_COMPARE(r.replies, (QStringList{failure, failure}));
-        if (QFile pid(r.helper.path() + u".pid"_s); pid.open(QIODevice::ReadOnly)) {
-            const auto id = static_cast<pid_t>(pid.readAll().trimmed().toInt());
-            QTRY_COMPARE(::kill(id, 0), -1); // what doesn't come in time is ended
+        if (const auto *const process = r.bridge.findChild<QProcess *>()) {
+            QTRY_COMPARE(process->state(), QProcess::NotRunning); // what doesn't come in time is ended
         }
-    }
-
-    void oneLaunchForAll()
-    {
-        Rig r;
-        for (const auto &op : {u"a"_s, u"b"_s, u"c"_s}) {
-            r.bridge.request(op, {{u"key"_s, op}}, r.note(), 20s);
-        }
-        QTRY_COMPARE(r.replies.size(), 3);
-        QCOMPARE(r.helper.starts, 1);
-        QCOMPARE(r.helper.received, "{\"key\":\"a\",\"op\":\"a\",\"reqId\":1}\n"
-                                    "{\"key\":\"b\",\"op\":\"b\",\"reqId\":2}\n"
-                                    "{\"key\":\"c\",\"op\":\"c\",\"reqId\":3}\n");
     }
 
     void replies_data()
     {
         QTest::addColumn<QByteArray>("lines"); // "#" stands for the request's number
         QTest::addColumn<QString>("reply");
-        const auto row = [](const char *name, const QByteArray &lines, const QString &reply) {
-            QTest::newRow(name) << lines << reply;
-        };
-        row("result", "{\"reqId\":#,\"ok\":true,\"result\":{\"a\":1}}\n", u"{\"a\":1}"_s);
-        row("no result", "{\"reqId\":#,\"ok\":true}\n", u"{}"_s);
-        row("result of another kind", "{\"reqId\":#,\"ok\":true,\"result\":5}\n", u"{}"_s);
-        row("error", "{\"reqId\":#,\"ok\":false,\"error\":{\"code\":\"c\",\"message\":\"m\"}}\n", u"c|m"_s);
-        row("no details", "{\"reqId\":#}\n", u"ble_error|Bluetooth error"_s);
-        row("a code alone", "{\"reqId\":#,\"error\":{\"code\":\"c\"}}\n", u"c|Bluetooth error"_s);
-        row("unknown numbers before", "{\"reqId\":99,\"ok\":true}\n{\"ok\":true}\n{\"reqId\":\"#\"}\n{\"reqId\":#}\n",
-            u"ble_error|Bluetooth error"_s);
-        row("twice", "{\"reqId\":#,\"ok\":true}\n{\"reqId\":#}\n", u"{}"_s);
-        row("noise before",
-            "[]\n\n{\"ev\":\"what\",\"reqId\":#}\n{\"ev\":\"data\",\"b64\":\"?\"}\n{\"reqId\":#,\"ok\":true}\n",
-            u"{}"_s);
-        row("never", "{\"reqId\":#,\"ok\":true}", u"timeout|Bluetooth did not respond in time."_s);
-        row("gone instead", "gone", u"bluetooth_unavailable|The Bluetooth helper stopped."_s);
-        row("a line without end", "long", u"bluetooth_unavailable|The Bluetooth helper stopped."_s);
+        const QString stopped = u"bluetooth_unavailable|The Bluetooth helper stopped."_s;
+        QTest::newRow("result") << QByteArray("{\"reqId\":#,\"ok\":true,\"result\":{\"a\":1}}\n") << u"{\"a\":1}"_s;
+        QTest::newRow("error") << QByteArray(
+                                      "{\"reqId\":#,\"ok\":false,\"error\":{\"code\":\"c\",\"message\":\"m\"}}\n")
+                               << u"c|m"_s;
+        QTest::newRow("no details") << QByteArray("{\"reqId\":#}\n") << u"ble_error|Bluetooth error"_s;
+        QTest::newRow("unknown numbers before")
+            << QByteArray("{\"reqId\":99,\"ok\":true}\n{\"ok\":true}\n{\"reqId\":\"#\"}\n{\"reqId\":#}\n")
+            << u"ble_error|Bluetooth error"_s;
+        QTest::newRow("twice") << QByteArray("{\"reqId\":#,\"ok\":true}\n{\"reqId\":#}\n") << u"{}"_s;
+        QTest::newRow("noise before")
+            << QByteArray(
+                   "[]\n\n{\"ev\":\"what\",\"reqId\":#}\n{\"ev\":\"data\",\"b64\":\"?\"}\n{\"reqId\":#,\"ok\":true}\n")
+            << u"{}"_s;
+        QTest::newRow("gone instead") << QByteArray("gone") << stopped;
+        QTest::newRow("a line without end") << QByteArray("long") << stopped;
     }
     void replies()
     {
@@ -207,7 +184,7 @@ private Q_SLOTS:
                 r.helper.send(QByteArray(lines).replace('#', QByteArray::number(op.value(u"reqId"_s).toInt())));
             }
         };
-        r.ask(u"a"_s, lines.endsWith('}') ? 100ms : 20s);
+        r.ask(u"a"_s);
         QTRY_COMPARE(r.replies.size(), 1);
         QTEST(r.replies.constFirst(), "reply");
         QTest::qWait(20);
@@ -231,24 +208,51 @@ private Q_SLOTS:
     void thousandsOfNotificationsInOneRead()
     {
         Rig r;
-        QByteArray seen;
-        connect(&r.bridge, &BleBridge::dataReceived, &r.bridge, [&](const QByteArray &bytes) { seen += bytes + ' '; });
-        QByteArray expected;
+        QByteArrayList seen;
+        QByteArrayList expected;
+        connect(&r.bridge, &BleBridge::dataReceived, &r.bridge, [&](const QByteArray &bytes) { seen += bytes; });
         r.helper.onOp = [&](const QJsonObject &op) {
             QByteArray lines;
             for (int i = 0; i < 20000; ++i) {
-                lines += BleHelperDouble::dataLine(QByteArray::number(i));
-                expected += QByteArray::number(i) + ' ';
-                if (i == 10000) {
-                    lines += BleHelperDouble::okLine(op, {{u"seen"_s, 1}});
-                    expected += "reply ";
-                }
+                expected += i == 10000 ? "reply" : QByteArray::number(i);
+                lines += i == 10000 ? BleHelperDouble::okLine(op) : BleHelperDouble::dataLine(expected.constLast());
             }
             r.helper.send(lines);
         };
-        r.bridge.request(u"a"_s, {}, [&](const BleReply &) { seen += "reply "; }, 20s);
-        QTRY_COMPARE_WITH_TIMEOUT(seen.size(), 108896, 20000);
+        r.bridge.request(u"a"_s, {}, [&](const BleReply &) { seen += "reply"; }, 20s);
+        QTRY_COMPARE_WITH_TIMEOUT(seen.size(), 20000, 20000);
         QCOMPARE(seen, expected);
+    }
+
+    void callbackWithAnEventLoopOfItsOwn()
+    {
+        Rig r;
+        QSignalSpy data(&r.bridge, &BleBridge::dataReceived);
+        r.bridge.request(
+            u"a"_s, {},
+            [&](const BleReply &) { // as a message box
+                r.ask(u"b"_s);
+                QTRY_COMPARE(r.replies.size(), 1);
+                r.helper.send(BleHelperDouble::dataLine("last words"));
+                r.helper.kill();
+                QTRY_VERIFY(!r.bridge.isReady());
+            },
+            20s);
+        QTRY_COMPARE(data.count(), 1);
+    }
+
+    void helloThatWaitedForABusyThread()
+    {
+        Rig r({20s, 50ms, 20s, 20s});
+        r.startUnmanned();
+        const auto visitor = r.helper.knock();
+        while (r.bridge.findChild<QTcpSocket *>() == nullptr) {
+            QCoreApplication::processEvents();
+        }
+        visitor->write(r.helper.hello());
+        visitor->flush();
+        QThread::sleep(80ms);
+        QTRY_COMPARE(r.readiness, QStringList{u"ok"_s});
     }
 
     void helperStops()
@@ -279,38 +283,27 @@ private Q_SLOTS:
         QCOMPARE(r.helper.ops.constLast().value(u"reqId"_s).toInt(), 4); // numbers are never used again
     }
 
-    void scans_data()
-    {
-        QTest::addColumn<QByteArray>("result"); // empty: the helper refuses
-        QTest::addColumn<QString>("outcome");
-        QTest::newRow("none of many") << QByteArray("{\"devices\":[],\"seen\":0}") << u"ok 0:"_s;
-        QTest::newRow("two") << QByteArray("{\"devices\":[{\"id\":\"b\",\"name\":\"B\",\"rssi\":-50},{\"id\":\"a\"}],"
-                                           "\"seen\":7}")
-                             << u"ok 7: b/B/-50 a//0"_s;
-        QTest::newRow("of other kinds") << QByteArray("{\"devices\":[5,null],\"seen\":\"x\"}") << u"ok 0: //0 //0"_s;
-        QTest::newRow("refused") << QByteArray() << u"permission_denied No. 0:"_s;
-    }
     void scans()
     {
-        QFETCH(QByteArray, result);
         Rig r;
-        r.helper.scanResult = QJsonDocument::fromJson(result).object();
-        if (result.isEmpty()) {
-            r.helper.onOp = [&](const QJsonObject &op) { r.helper.fail(op, u"permission_denied"_s, u"No."_s); };
-        }
-        QString outcome;
-        r.bridge.scan(6000ms, [&](bool ok, const QList<BleDeviceInfo> &devices, int seen, const QString &code,
-                                  const QString &message) {
-            outcome = u"%1 %2:"_s.arg(ok ? u"ok"_s : code + u' ' + message).arg(seen);
+        QStringList outcomes;
+        const auto note = [&](bool ok, const QList<BleDeviceInfo> &devices, int seen, const QString &code,
+                              const QString &message) {
+            outcomes += u"%1 %2"_s.arg(ok ? u"ok"_s : code + u'|' + message).arg(seen);
             for (const BleDeviceInfo &device : devices) {
-                outcome += u" %1/%2/%3"_s.arg(device.id, device.name).arg(device.rssi);
+                outcomes += u"%1/%2/%3"_s.arg(device.id, device.name).arg(device.rssi);
             }
-        });
-        QTRY_VERIFY(!outcome.isEmpty());
-        QTEST(outcome, "outcome");
-        if (!result.isEmpty()) {
-            QCOMPARE(r.helper.ops.constLast().value(u"ms"_s).toInt(), 6000);
-        }
+        };
+        r.helper.scanResult = QJsonDocument::fromJson("{\"devices\":[{\"id\":\"b\",\"name\":\"B\",\"rssi\":-50},"
+                                                      "{\"id\":\"a\"},null],\"seen\":7}")
+                                  .object();
+        r.bridge.scan(6000ms, note);
+        QTRY_COMPARE(outcomes, (QStringList{u"ok 7"_s, u"b/B/-50"_s, u"a//0"_s, u"//0"_s}));
+        QCOMPARE(r.helper.asked(), u"start scan"_s);
+        QCOMPARE(r.helper.ops.constLast().value(u"ms"_s).toInt(), 6000);
+        r.helper.onOp = [&](const QJsonObject &op) { r.helper.fail(op, u"permission_denied"_s, u"No."_s); };
+        r.bridge.scan(6000ms, note);
+        QTRY_COMPARE(outcomes.constLast(), u"permission_denied|No. 0"_s);
     }
 
     void theRealHelper()
@@ -343,21 +336,17 @@ private Q_SLOTS:
         r.helper.comesBySelf = ready;
         QSignalSpy stopped(&r.bridge, &BleBridge::helperStopped);
         r.ask(u"a"_s);
-        r.ask(u"b"_s);
-        QTRY_VERIFY(ready ? r.helper.ops.size() == 2 : r.helper.starts == 1);
+        QTRY_VERIFY(ready ? r.helper.ops.size() == 1 : r.helper.starts == 1);
         r.bridge.shutdown();
         r.ask(u"c"_s);
-        QVERIFY(!r.bridge.isReady());
         if (ready) {
             QTRY_VERIFY(Rig::isGone(*r.helper.socket));
             QVERIFY(r.helper.received.endsWith("\n{\"op\":\"quit\",\"reqId\":0}\n"));
         } else {
-            const auto late = r.helper.knock();
-            QTRY_VERIFY(late->error() == QTcpSocket::ConnectionRefusedError);
+            QCOMPARE(r.helper.knock()->error(), QTcpSocket::ConnectionRefusedError);
         }
         QTest::qWait(20);
-        QVERIFY(r.replies.isEmpty());
-        QCOMPARE(stopped.count(), 0);
+        QCOMPARE(r.replies.size() + stopped.count(), 0);
         QCOMPARE(r.helper.starts, 1);
     }
 };
