@@ -140,7 +140,7 @@ private:
     int m_calls = 0; // of callbacks, for callbacksComeOnce()
     int m_again = 0; // calls that callbacks have made, less those that came back
 
-private Q_SLOTS:
+private Q_SLOTS: // NOLINT(readability-redundant-access-specifiers): moc needs it said
     void init() { begin(); }
     void cleanup()
     {
@@ -175,7 +175,8 @@ private Q_SLOTS:
         m_device.tell(script);
         m_session->start({u"one"_s, u"two"_s, u"three"_s});
         AWAIT(m_states, (QStringList{u"Connecting"_s, u"SigningIn"_s, end}));
-        QCOMPARE(logins(), (QStringList{login(u"one"_s), login(u"two"_s), login(u"three"_s)}.first(tried)));
+        const QStringList all{login(u"one"_s), login(u"two"_s), login(u"three"_s)};
+        QCOMPARE(logins(), all.first(tried));
         QTEST(m_session->detail(), "detail");
         QCOMPARE(m_session->mustChangePassword(), m_session->state() == State::NeedsNewPassword);
         if (m_session->state() == State::NeedsPassword) {
@@ -401,7 +402,8 @@ private Q_SLOTS:
 
     void reboot()
     {
-        for (const QByteArray answer : {"reboot {}", "reboot never", "reboot denied: No."}) {
+        const QByteArrayList answers{"reboot {}", "reboot never", "reboot denied: No."};
+        for (const QByteArray &answer : answers) {
             const bool refused = answer.endsWith("No.");
             begin({5ms, 1ms, 6s, answer.endsWith("never") ? 30ms : 8s});
             bringTo(State::Ready);
