@@ -40,7 +40,8 @@ class SessionOverBle : public SessionContract
         if (std::exchange(m_connected, false)) {
             m_helper.send("{\"ev\":\"disconnected\"}\n");
         }
-        for (const QJsonObject &op : std::exchange(m_connects, {})) {
+        const QList<QJsonObject> connects = std::exchange(m_connects, {});
+        for (const QJsonObject &op : connects) {
             m_helper.fail(op, u"not_found"_s, u"The device is out of range."_s);
         }
     }
