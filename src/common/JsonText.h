@@ -5,6 +5,7 @@
 
 #include <QString>
 
+class QByteArray;
 class QJsonValue;
 
 namespace tallyforge {
@@ -13,5 +14,8 @@ namespace tallyforge {
 /// six significant digits, "true" or "false", a string as it is; everything else gives an empty
 /// text.
 [[nodiscard]] QString jsonToText(const QJsonValue &value);
+
+/// Appends a text to a document of JSON, with its quotes.
+void appendJsonString(QByteArray &json, const QString &text);
 
 } // namespace tallyforge
