@@ -19,6 +19,7 @@ packages=(
     xvfb xauth openbox x11-apps xdotool imagemagick
     python3-websockets python3-dbusmock dbus-daemon openssl ca-certificates procps iproute2
     clang clang-tidy clang-format libclang-rt-dev clazy gdb strace
+    netcat-openbsd nodejs mosquitto ncat
 )
 options=(
     --variant=minbase
