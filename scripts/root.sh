@@ -43,7 +43,7 @@ worker=
 host_is_enough() {
     local tool
     for tool in pkg-config bwrap obs cmake ninja ccache g++ clang++ clang-tidy clang-format \
-        Xvfb openbox xdotool convert openssl ip python3 dbus-daemon; do
+        Xvfb openbox xdotool convert openssl ip python3 dbus-daemon nc node; do
         have "$tool" || return 1
     done
     pkg-config --atleast-version=32 libobs &&
