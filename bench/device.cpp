@@ -6,8 +6,9 @@
 // confirmed; to the double of the helper, which answers with what came last) open a session; after
 // it "bare-usb …", "bare-http …" and "bare-ble" prepare what "compare" compares with. "ask METHOD
 // COUNT" calls a method so many times, one after the other, and prints the nanoseconds of each;
-// "compare COUNT BYTES" does so for "getState", in requests of at least so many bytes, in turn with
-// the bare carrier. The end of the input ends it.
+// "compare COUNT BYTES MS" does so for "getState", in requests of at least so many bytes, in turn
+// with the bare carrier, each after a pause of up to so many milliseconds. The end of the input
+// ends it.
 
 #include "bench/Bare.h"
 #include "bench/Stage.h"

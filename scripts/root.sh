@@ -19,6 +19,7 @@ packages=(
     xvfb xauth openbox x11-apps xdotool imagemagick
     python3-websockets python3-dbusmock dbus-daemon openssl ca-certificates procps iproute2
     clang clang-tidy clang-format libclang-rt-dev clazy gdb strace
+    netcat-openbsd nodejs mosquitto ncat
 )
 options=(
     --variant=minbase
@@ -42,7 +43,7 @@ worker=
 host_is_enough() {
     local tool
     for tool in pkg-config bwrap obs cmake ninja ccache g++ clang++ clang-tidy clang-format \
-        Xvfb openbox xdotool convert openssl ip python3 dbus-daemon; do
+        Xvfb openbox xdotool convert openssl ip python3 dbus-daemon nc node; do
         have "$tool" || return 1
     done
     pkg-config --atleast-version=32 libobs &&

@@ -3,6 +3,8 @@
 
 #include "common/JsonText.h"
 
+#include <QByteArray>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QJsonValue>
@@ -22,6 +24,11 @@ QString numberToText(double number)
         return QString::number(static_cast<qint64>(number));
     }
     return QString::number(number, 'g', 6);
+}
+
+bool needsNoEscape(QChar c)
+{
+    return c >= u' ' && c <= u'~' && c != u'"' && c != u'\\';
 }
 
 } // namespace
@@ -54,6 +61,24 @@ std::optional<QByteArray> base64Bytes(const QJsonValue &value)
         return std::nullopt;
     }
     return std::move(bytes.decoded);
+}
+
+void appendJsonString(QByteArray &json, const QString &text)
+{
+    const qsizetype begin = json.size();
+    json.resize(begin + text.size() + 2);
+    char *out = json.data() + begin;
+    *out++ = '"';
+    for (const QChar c : text) {
+        if (!needsNoEscape(c)) {
+            const QByteArray array = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
+            json.resize(begin);
+            json.append(array.sliced(1, array.size() - 2));
+            return;
+        }
+        *out++ = c.toLatin1();
+    }
+    *out = '"';
 }
 
 } // namespace tallyforge

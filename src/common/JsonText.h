@@ -24,4 +24,7 @@ namespace tallyforge {
 /// The bytes that a JSON text holds in base64, nothing when it is anything else.
 [[nodiscard]] std::optional<QByteArray> base64Bytes(const QJsonValue &value);
 
+/// Appends a text to a document of JSON, with its quotes.
+void appendJsonString(QByteArray &json, const QString &text);
+
 } // namespace tallyforge

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace tallyforge {
 
@@ -147,9 +148,40 @@ QJsonObject LiveData::toJson() const
         {QStringLiteral("sport"), m_sport},
         {QStringLiteral("fields"), fields},
         {QStringLiteral("source"), m_sourceLabel},
-        {QStringLiteral("updated_at"),
-         m_updatedAt.isValid() ? m_updatedAt.toString(Qt::ISODate) : QString()},
+        {QStringLiteral("updated_at"), updatedAtText()},
     };
+}
+
+// Every change goes to other programs as this text. Written straight from the fields it takes a
+// fraction of the time that an object of JSON would, which is more than a reader's share of it.
+QByteArray LiveData::toCompactJson() const
+{
+    QByteArray json;
+    const QMutexLocker lock(&m_mutex);
+    constexpr qsizetype usualField = 48;
+    json.reserve((m_fields.size() + 2) * usualField);
+    json.append("{\"fields\":{");
+    bool first = true;
+    for (auto field = m_fields.begin(); field != m_fields.end(); ++field) {
+        if (!std::exchange(first, false)) {
+            json.append(',');
+        }
+        appendJsonString(json, field.key());
+        json.append(':');
+        appendJsonString(json, field.value());
+    }
+    json.append("},\"source\":");
+    appendJsonString(json, m_sourceLabel);
+    json.append(",\"sport\":");
+    appendJsonString(json, m_sport);
+    json.append(",\"updated_at\":");
+    appendJsonString(json, updatedAtText());
+    return json.append('}');
+}
+
+QString LiveData::updatedAtText() const
+{
+    return m_updatedAt.isValid() ? m_updatedAt.toString(Qt::ISODate) : QString();
 }
 
 void LiveData::setSourceLabel(const QString &label)

@@ -38,6 +38,8 @@ public:
     /// A snapshot with the keys "sport", "fields", "source" and "updated_at" (ISO 8601, UTC, or
     /// "").
     [[nodiscard]] QJsonObject toJson() const;
+    /// The same as compact text.
+    [[nodiscard]] QByteArray toCompactJson() const;
 
     /// The name of the device that feeds the data. Main thread.
     void setSourceLabel(const QString &label);
@@ -54,6 +56,7 @@ Q_SIGNALS:
 private:
     bool mergeSport(const QJsonObject &envelope);
     QStringList mergeFields(const QJsonObject &fields);
+    [[nodiscard]] QString updatedAtText() const;
 
     mutable QMutex m_mutex; // no signal is emitted while it is held
     QString m_sport;        // guarded by the mutex, like the fields and their time

@@ -3,10 +3,12 @@
 
 #include "plugin/App.h"
 
+#include "core/HostedServer.h"
 #include "plugin/Log.h"
 #include "plugin/UsbRelays.h"
 
 #include <QEventLoop>
+#include <QJsonArray>
 #include <QPointer>
 #include <QTimer>
 
@@ -103,7 +105,13 @@ App::App(const QString &portalUrl)
     m_sources = new SourceManager(&m_portal, &m_live, this);
     connect(m_sources, &SourceManager::statusChanged, this, &App::logStatus);
     connect(m_sources, &SourceManager::sessionLeft, this, &App::onSessionLeft);
+    m_server = new HostedServer(&m_live, this);
+    m_server->setCommandHandler([this](const QString &op, const QJsonObject &request) {
+        return handleCommand(op, request);
+    });
+    connect(m_server, &HostedServer::clientsChanged, this, &App::serverStateChanged);
     connect(&m_portal, &PortalClient::signedInChanged, this, &App::onSignedInChanged);
+    applyServerSettings();
 
     // Once OBS has started: the first request of a process sets up TLS, which takes milliseconds.
     QTimer::singleShot(0, this, &App::restoreSession);
@@ -111,8 +119,9 @@ App::App(const QString &portalUrl)
 
 App::~App()
 {
-    // The sources work with members, which a child would outlive. The tunnels end here as well, and
-    // nobody needs to hear of it any more.
+    // The server and the sources work with members, which a child would outlive. The tunnels end
+    // here as well, and nobody needs to hear of it any more.
+    delete std::exchange(m_server, nullptr);
     delete std::exchange(m_sources, nullptr);
     m_relayOwner->disconnect(this);
     delete std::exchange(m_relayOwner, nullptr);
@@ -236,10 +245,7 @@ void App::autoSelectSource()
         return;
     }
     const QString stored = m_settings.selectedDevice();
-    const bool known =
-        std::any_of(m_devices.begin(), m_devices.end(),
-                    [&stored](const PortalDevice &d) { return d.deviceId == stored; });
-    if (known) {
+    if (hasDevice(stored)) {
         selectCloudDevice(stored);
     } else if (m_devices.size() == 1) {
         selectCloudDevice(m_devices.first().deviceId);
@@ -256,6 +262,72 @@ void App::selectCloudDevice(const QString &id)
     } else {
         m_sources->useCloud(id);
     }
+}
+
+bool App::hasDevice(const QString &id) const
+{
+    return std::any_of(m_devices.begin(), m_devices.end(),
+                       [&id](const PortalDevice &device) { return device.deviceId == id; });
+}
+
+void App::applyServerSettings()
+{
+    if (!m_settings.serverEnabled()) {
+        m_server->stop();
+    } else {
+        const auto port = static_cast<quint16>(m_settings.serverPort());
+        QString error;
+        if (!m_server->start(port, m_settings.serverAllowNetwork(), &error)) {
+            log::warning(error);
+        }
+    }
+    Q_EMIT serverStateChanged();
+}
+
+QJsonObject App::handleCommand(const QString &op, const QJsonObject &request)
+{
+    if (op == QLatin1String("status")) {
+        return statusReply();
+    }
+    if (op == QLatin1String("devices")) {
+        return devicesReply();
+    }
+    if (op == QLatin1String("use")) {
+        return useDevice(request.value(QLatin1String("device")).toString());
+    }
+    return HostedServer::failure(QStringLiteral("unknown_op"));
+}
+
+QJsonObject App::statusReply() const
+{
+    return {
+        {QStringLiteral("signed_in"), m_portal.signedIn()},
+        {QStringLiteral("account"), m_portal.signedIn() ? m_portal.email() : QString()},
+        {QStringLiteral("source"), m_sources->label()},
+        {QStringLiteral("device"), m_sources->deviceId()},
+        {QStringLiteral("live"), m_sources->isLive()},
+        {QStringLiteral("message"), m_sources->statusText()},
+        {QStringLiteral("sport"), m_live.sport()},
+    };
+}
+
+QJsonObject App::devicesReply() const
+{
+    QJsonArray devices;
+    for (const PortalDevice &device : m_devices) {
+        devices.append(QJsonObject{{QStringLiteral("id"), device.deviceId},
+                                   {QStringLiteral("name"), device.displayName()}});
+    }
+    return {{QStringLiteral("devices"), devices}};
+}
+
+QJsonObject App::useDevice(const QString &id)
+{
+    if (!hasDevice(id)) {
+        return HostedServer::failure(QStringLiteral("unknown_device"));
+    }
+    selectCloudDevice(id);
+    return {{QStringLiteral("device"), id}};
 }
 
 bool App::keepUsbRelay(DeviceSession *session)

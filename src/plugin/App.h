@@ -18,6 +18,7 @@
 
 namespace tallyforge {
 
+class HostedServer;
 class UsbRelays;
 
 /// The plug-in's one object: owns the services, wires them to each other and decides at start-up
@@ -47,6 +48,7 @@ public:
     [[nodiscard]] LiveData &live() { return m_live; }
     [[nodiscard]] SettingsStore &settings() { return m_settings; }
     [[nodiscard]] SourceManager *sources() { return m_sources; }
+    [[nodiscard]] HostedServer *server() { return m_server; }
     /// The account's devices and graphics as they were listed last; empty when signed out.
     [[nodiscard]] const QList<PortalDevice> &devices() const { return m_devices; }
     [[nodiscard]] const QList<GraphicsOutput> &outputs() const { return m_outputs; }
@@ -65,6 +67,10 @@ public:
     /// Stores a device as the chosen one and follows it over its stored route.
     void selectCloudDevice(const QString &id);
 
+    /// Starts or stops the server for other programs as the settings say. All programs are
+    /// disconnected by it.
+    void applyServerSettings();
+
     /// Takes a USB session over from the dialog that opened it, so that its device keeps its way to
     /// the cloud over this computer. False, with the session left alone, if the user doesn't share
     /// the connection or there is nothing to go on with.
@@ -80,10 +86,17 @@ Q_SIGNALS:
     void usbRelaysChanged();
     void devicesChanged();
     void outputsChanged();
+    /// The server for other programs has been started or stopped, or a program has come or gone.
+    void serverStateChanged();
 
 private:
     explicit App(const QString &portalUrl);
 
+    [[nodiscard]] QJsonObject handleCommand(const QString &op, const QJsonObject &request);
+    [[nodiscard]] QJsonObject statusReply() const;
+    [[nodiscard]] QJsonObject devicesReply() const;
+    [[nodiscard]] QJsonObject useDevice(const QString &id);
+    [[nodiscard]] bool hasDevice(const QString &id) const;
     void restoreSession();
     void onSignedInChanged(bool signedIn);
     void onSessionLeft(DeviceSession *session);
@@ -94,6 +107,7 @@ private:
     SettingsStore m_settings;
     UsbRelays *m_relayOwner = nullptr;  // child
     SourceManager *m_sources = nullptr; // child
+    HostedServer *m_server = nullptr;   // child
     QList<PortalDevice> m_devices;
     QList<GraphicsOutput> m_outputs;
     QString m_outputsError;

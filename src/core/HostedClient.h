@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#pragma once
+
+#include "common/LineBuffer.h"
+
+#include <QObject>
+
+#include <chrono>
+
+class QTcpSocket;
+
+namespace tallyforge {
+
+/// One program's connection to the hosted server: lines in, bytes out. Main thread.
+class HostedClient final : public QObject
+{
+    Q_OBJECT
+
+public:
+    struct Limits
+    {
+        /// Bytes that wait for a program that doesn't read; with more it is cut off.
+        qint64 queued = 64LL * 1024 * 1024;
+        /// How long a connection that is to end may still take to carry what is queued.
+        std::chrono::milliseconds drain{5000};
+    };
+
+    /// Takes the connected socket over.
+    HostedClient(QTcpSocket *socket, const Limits &limits, QObject *parent);
+
+    /// Sends at once what the system takes, and the rest when the program reads. Does nothing after
+    /// close().
+    void send(const QByteArray &bytes);
+
+    /// Ends the connection once all that is queued has gone out; no line comes any more.
+    void close();
+
+Q_SIGNALS:
+    /// A line that isn't empty, without white space around it.
+    void lineReceived(const QByteArray &line);
+    /// The connection is gone. The client may be destroyed later, but not in this signal's slots.
+    void disconnected();
+
+private:
+    void readLines();
+
+    const Limits m_limits;
+    QTcpSocket *const m_socket; // child
+    LineBuffer m_buffer;
+    bool m_closing = false;
+};
+
+} // namespace tallyforge

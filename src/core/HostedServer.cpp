@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#include "core/HostedServer.h"
+
+#include "core/HostedRequest.h"
+#include "core/LiveData.h"
+
+#include <QJsonDocument>
+#include <QTcpSocket>
+#include <QTimer>
+
+#include <utility>
+
+namespace tallyforge {
+
+namespace {
+
+// Programs that all come at once, as after a change of the port, are let in without a second try.
+constexpr int backlog = 1024;
+
+} // namespace
+
+HostedServer::HostedServer(LiveData *live, QObject *parent)
+    : HostedServer(live, Settings(), parent)
+{
+}
+
+HostedServer::HostedServer(LiveData *live, const Settings &settings, QObject *parent)
+    : QObject(parent)
+    , m_settings(settings)
+    , m_live(live)
+{
+    m_tcpServer.setListenBacklogSize(backlog);
+    connect(&m_tcpServer, &QTcpServer::newConnection, this, &HostedServer::takeConnections);
+    // The listener pauses itself then, and nothing else would wake it.
+    connect(&m_tcpServer, &QTcpServer::acceptError, this, [this] {
+        QTimer::singleShot(m_settings.acceptRetry, &m_tcpServer, &QTcpServer::resumeAccepting);
+    });
+    connect(m_live, &LiveData::changed, this, &HostedServer::broadcast);
+}
+
+HostedServer::~HostedServer() = default;
+
+bool HostedServer::start(quint16 port, bool allowNetwork, QString *error)
+{
+    stop();
+    const QHostAddress address(allowNetwork ? QHostAddress::Any : QHostAddress::LocalHost);
+    const bool listens = m_tcpServer.listen(address, port);
+    if (!listens && error) {
+        *error = tr("Could not listen on port %1: %2").arg(port).arg(m_tcpServer.errorString());
+    }
+    return listens;
+}
+
+void HostedServer::stop()
+{
+    // Out of the list first: each of them may be gone before its close() returns.
+    for (const QList<HostedClient *> clients = std::exchange(m_clients, {});
+         HostedClient *client : clients) {
+        client->close();
+    }
+    m_tcpServer.close();
+    Q_EMIT clientsChanged(0);
+}
+
+void HostedServer::takeConnections()
+{
+    while (QTcpSocket *socket = m_tcpServer.nextPendingConnection()) {
+        auto *client = new HostedClient(socket, m_settings.limits, this);
+        m_clients.append(client);
+        connect(client, &HostedClient::lineReceived, this,
+                [this, client](const QByteArray &line) { handleLine(client, line); });
+        connect(client, &HostedClient::disconnected, this,
+                [this, client] { removeClient(client); });
+        client->send(snapshot());
+        Q_EMIT clientsChanged(clientCount());
+    }
+}
+
+void HostedServer::removeClient(HostedClient *client)
+{
+    client->deleteLater();
+    if (m_clients.removeOne(client)) {
+        Q_EMIT clientsChanged(clientCount());
+    }
+}
+
+void HostedServer::broadcast()
+{
+    if (m_clients.isEmpty()) {
+        return;
+    }
+    const QByteArray bytes = snapshot();
+    for (const QList<HostedClient *> clients = m_clients; HostedClient *client : clients) {
+        client->send(bytes);
+    }
+}
+
+QJsonObject HostedServer::failure(const QString &error)
+{
+    return {{QStringLiteral("ok"), false}, {QStringLiteral("error"), error}};
+}
+
+QByteArray HostedServer::snapshot() const
+{
+    return m_live->toCompactJson().append('\n');
+}
+
+void HostedServer::sendJson(HostedClient *client, const QJsonObject &object)
+{
+    client->send(QJsonDocument(object).toJson(QJsonDocument::Compact).append('\n'));
+}
+
+void HostedServer::handleLine(HostedClient *client, const QByteArray &line)
+{
+    const std::optional<HostedRequest> request = parseHostedRequest(line);
+    if (!request) {
+        sendJson(client, failure(QStringLiteral("invalid_json")));
+    } else if (request->op == QLatin1String("get")) {
+        client->send(snapshot());
+    } else {
+        sendJson(client, reply(*request));
+    }
+}
+
+QJsonObject HostedServer::reply(const HostedRequest &request) const
+{
+    if (!m_commandHandler) {
+        return failure(QStringLiteral("unavailable"));
+    }
+    QJsonObject result = m_commandHandler(request.op, request.body);
+    const QLatin1String ok("ok");
+    if (!result.contains(ok)) {
+        result.insert(ok, true);
+    }
+    result.insert(QLatin1String("op"), request.op);
+    return result;
+}
+
+} // namespace tallyforge

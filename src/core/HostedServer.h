@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#pragma once
+
+#include "core/HostedClient.h"
+
+#include <QJsonObject>
+#include <QList>
+#include <QObject>
+#include <QTcpServer>
+
+#include <functional>
+
+namespace tallyforge {
+
+class LiveData;
+struct HostedRequest;
+
+/// Offers the live data to other programs as lines of JSON on a TCP port (docs/tcp-protocol.md):
+/// pushes a snapshot to each when it comes and whenever the data change, and answers requests. It
+/// knows "get" alone; every other request goes to the command handler. Main thread.
+class HostedServer final : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Answers a request. Of the keys of its result, "op" is set by the server, and "ok" is true
+    /// unless the result says otherwise.
+    using CommandHandler =
+        std::function<QJsonObject(const QString &op, const QJsonObject &request)>;
+
+    struct Settings
+    {
+        HostedClient::Limits limits;
+        /// How long no program is let in after the system has refused another open file.
+        std::chrono::milliseconds acceptRetry{1000};
+    };
+
+    /// live isn't owned and must outlive the server.
+    explicit HostedServer(LiveData *live, QObject *parent = nullptr);
+    HostedServer(LiveData *live, const Settings &settings, QObject *parent);
+    ~HostedServer() override;
+
+    /// Starts over on another port, and for this computer alone unless the network is allowed. On
+    /// failure the server is stopped and error, unless null, holds a sentence for the log.
+    bool start(quint16 port, bool allowNetwork, QString *error);
+    /// Ends all connections and listens no more.
+    void stop();
+
+    /// The reply to a request that can't be met.
+    [[nodiscard]] static QJsonObject failure(const QString &error);
+
+    void setCommandHandler(const CommandHandler &handler) { m_commandHandler = handler; }
+
+    [[nodiscard]] bool isListening() const { return m_tcpServer.isListening(); }
+    /// The port that is listened on, 0 for none.
+    [[nodiscard]] quint16 port() const { return m_tcpServer.serverPort(); }
+    [[nodiscard]] int clientCount() const { return int(m_clients.size()); }
+
+Q_SIGNALS:
+    /// A program has come or gone, or the server has been stopped.
+    void clientsChanged(int count);
+
+private:
+    void takeConnections();
+    void removeClient(HostedClient *client);
+    void broadcast();
+    void sendJson(HostedClient *client, const QJsonObject &object);
+    void handleLine(HostedClient *client, const QByteArray &line);
+    [[nodiscard]] QJsonObject reply(const HostedRequest &request) const;
+    [[nodiscard]] QByteArray snapshot() const;
+
+    const Settings m_settings;
+    LiveData *const m_live;
+    QTcpServer m_tcpServer;
+    QList<HostedClient *> m_clients; // children, in the order of their coming
+    CommandHandler m_commandHandler;
+};
+
+} // namespace tallyforge

@@ -1,0 +1,375 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#include "core/HostedServer.h"
+#include "core/LiveData.h"
+
+#include <QElapsedTimer>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QRandomGenerator>
+#include <QSignalSpy>
+#include <QTcpSocket>
+#include <QTest>
+
+#include <algorithm>
+
+#include <sys/resource.h>
+#include <unistd.h>
+
+using namespace tallyforge;
+using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const auto emptySnapshot = "{\"fields\":{},\"source\":\"\",\"sport\":\"\",\"updated_at\":\"\"}"_ba;
+
+// Another program: it keeps what it is sent.
+class Program : public QTcpSocket
+{
+public:
+    explicit Program(quint16 port, const QString &host = u"127.0.0.1"_s) { connectToHost(host, port); }
+
+    [[nodiscard]] bool isConnected() const { return state() == ConnectedState; }
+    [[nodiscard]] bool isGone() const { return state() == UnconnectedState; }
+    QByteArrayList &lines()
+    {
+        m_received += readAll();
+        for (qsizetype end = 0; (end = m_received.indexOf('\n')) >= 0; m_received.remove(0, end + 1)) {
+            m_lines.append(m_received.first(end));
+        }
+        return m_lines;
+    }
+
+private:
+    QByteArray m_received;
+    QByteArrayList m_lines;
+};
+
+QJsonObject toObject(const QByteArray &line)
+{
+    return QJsonDocument::fromJson(line).object();
+}
+
+} // namespace
+
+class TestHostedServer : public QObject
+{
+    Q_OBJECT
+
+    LiveData m_live;
+    std::unique_ptr<HostedServer> m_server;
+
+    quint16 start(const HostedServer::Settings &settings = {}, bool network = false)
+    {
+        m_server = std::make_unique<HostedServer>(&m_live, settings, nullptr);
+        m_server->setCommandHandler([](const QString &op, const QJsonObject &request) -> QJsonObject {
+            if (op == u"refuse"_s) {
+                return {{u"ok"_s, false}, {u"op"_s, u"else"_s}};
+            }
+            return op == u"echo"_s ? QJsonObject{{u"n"_s, request.value(u"n"_s)}}
+                                   : HostedServer::failure(u"unknown_op"_s);
+        });
+        QString error;
+        return m_server->start(0, network, &error) ? m_server->port() : quint16(0);
+    }
+    void setScore(int score) { m_live.ingest({{u"home_score"_s, score}}); }
+
+private Q_SLOTS:
+    void init()
+    {
+        m_live.clear();
+        m_live.setSourceLabel({});
+    }
+    void cleanup() { m_server.reset(); }
+
+    void requests_data()
+    {
+        QTest::addColumn<QByteArray>("sent");
+        QTest::addColumn<QByteArray>("reply");
+        const QByteArray unknown = "{\"error\":\"unknown_op\",\"ok\":false,\"op\":\"%1\"}";
+        const auto unknownOp = [&](const char *op) { return QByteArray(unknown).replace("%1", op); };
+        const auto invalid = "{\"error\":\"invalid_json\",\"ok\":false}"_ba;
+        QTest::newRow("bare get") << "get\n"_ba << emptySnapshot;
+        QTest::newRow("get in JSON") << " {\"op\":\"get\"} \n"_ba << emptySnapshot;
+        QTest::newRow("Windows line end") << "\t echo\r\n"_ba << "{\"ok\":true,\"op\":\"echo\"}"_ba;
+        QTest::newRow("other keys") << "{\"op\":\"echo\",\"n\":[1]}\n"_ba
+                                    << "{\"n\":[1],\"ok\":true,\"op\":\"echo\"}"_ba;
+        QTest::newRow("the handler's ok stays, its op doesn't")
+            << "refuse\n"_ba << "{\"ok\":false,\"op\":\"refuse\"}"_ba;
+        QTest::newRow("other case") << "GET\n"_ba << unknownOp("GET");
+        QTest::newRow("cut short") << "{\"op\":\"get\"\n"_ba << invalid;
+        QTest::newRow("two objects") << "{\"op\":\"get\"}{}\n"_ba << invalid;
+        QTest::newRow("too deep") << "{\"a\":" + QByteArray(60000, '[') + '\n' << invalid;
+        QTest::newRow("an array is a bare word") << "[\"get\"]\n"_ba << unknownOp("[\\\"get\\\"]");
+        QTest::newRow("no op") << "{}\n"_ba << unknownOp("");
+        QTest::newRow("op of another type") << "{\"op\":[\"get\"]}\n"_ba << unknownOp("");
+        QTest::newRow("empty lines before") << "\n \r\n\t\n{}\n"_ba << unknownOp("");
+        QTest::newRow("no UTF-8") << "\xff\xfe\n"_ba << unknownOp("\xef\xbf\xbd\xef\xbf\xbd");
+        QTest::newRow("a zero byte") << "a\0b\n"_ba << unknownOp("a\\u0000b");
+        QTest::newRow("as long as can be") << QByteArray(65535, 'x') + '\n' << unknownOp(QByteArray(65535, 'x'));
+    }
+    // Whole and byte by byte; what comes after it must be understood as well.
+    void requests()
+    {
+        QFETCH(QByteArray, sent);
+        Program whole(start());
+        whole.write(sent);
+        QTRY_COMPARE(whole.lines().size(), 2);
+        QCOMPARE(whole.lines().constFirst(), emptySnapshot);
+        QTEST(whole.lines().constLast(), "reply");
+        whole.write("get\n");
+        QTRY_COMPARE(whole.lines().size(), 3);
+        QCOMPARE(whole.lines().constLast(), emptySnapshot);
+
+        Program slow(m_server->port());
+        slow.setSocketOption(QAbstractSocket::LowDelayOption, 1);
+        QTRY_VERIFY(slow.isConnected());
+        for (const char byte : sent.last(std::min<qsizetype>(sent.size(), 40))) {
+            slow.write(&byte, 1);
+            slow.flush();
+            QCoreApplication::processEvents();
+        }
+        QTRY_COMPARE(slow.lines().size(), 2);
+        m_server->setCommandHandler({});
+        slow.write("x\n");
+        QTRY_COMPARE(slow.lines().value(2), "{\"error\":\"unavailable\",\"ok\":false}"_ba);
+    }
+
+    void bufferLimit_data()
+    {
+        QTest::addColumn<QByteArray>("sent");
+        QTest::addColumn<bool>("stays");
+        QTest::newRow("65536 without an end") << QByteArray(65536, 'x') << true;
+        QTest::newRow("65537 without an end") << QByteArray(65537, 'x') << false;
+        QTest::newRow("65537 with an end") << QByteArray(65536, 'x') + '\n' << false;
+        QTest::newRow("a flood") << QByteArray(20'000'000, 'x') << false;
+    }
+    void bufferLimit()
+    {
+        QFETCH(QByteArray, sent);
+        QFETCH(bool, stays);
+        Program program(start());
+        Program other(m_server->port());
+        QTRY_COMPARE(m_server->clientCount(), 2);
+        program.write(sent);
+        if (stays) {
+            QTRY_COMPARE(program.bytesToWrite(), 0);
+            other.write("get\n"); // is behind in the server's queue
+            QTRY_COMPARE(other.lines().size(), 2);
+            QVERIFY(program.isConnected());
+            program.write("x");
+        }
+        QTRY_VERIFY(program.isGone());
+        QTRY_COMPARE(m_server->clientCount(), 1);
+        QVERIFY(other.isConnected());
+    }
+
+    void changesArePushedOnce()
+    {
+        Program program(start());
+        QTRY_COMPARE(program.lines(), QByteArrayList{emptySnapshot});
+        m_live.setSourceLabel(u"Gym \"1\" ä\n"_s);
+        const QJsonObject envelope{
+            {u"sport"_s, u"basket\u2028\t"_s}, {u"a\"\\/é"_s, u"\x7f\u0001 \U0001F3C0"_s}, {u"b"_s, 3}};
+        m_live.ingest(envelope);
+        m_live.ingest(envelope);
+        m_live.ingest({{u"type"_s, u"heartbeat"_s}, {u"seq"_s, 1}});
+        program.write("get\n");
+        QTRY_COMPARE(program.lines().size(), 3);
+        QCOMPARE(program.lines()[1], QJsonDocument(m_live.toJson()).toJson(QJsonDocument::Compact));
+        QCOMPARE(toObject(program.lines()[2])[u"fields"_s], toObject(program.lines()[1])[u"fields"_s]);
+        m_live.clear();
+        QTRY_COMPARE(program.lines().size(), 4);
+        QCOMPARE(toObject(program.lines()[3])[u"fields"_s].toObject().size(), 0);
+    }
+
+    void tenThousandRequestsInOneWrite()
+    {
+        Program program(start());
+        program.write(QByteArray("get\n").repeated(10000));
+        QTRY_COMPARE_WITH_TIMEOUT(program.lines().size(), 10001, 20000);
+        QCOMPARE(program.lines().count(emptySnapshot), 10001);
+    }
+
+    void binaryGarbage()
+    {
+        Program program(start());
+        QRandomGenerator random(1);
+        QByteArray garbage(60000, Qt::Uninitialized);
+        std::generate(garbage.begin(), garbage.end(), [&] { return char(random.bounded(256)); });
+        program.write(garbage + "\necho\n");
+        QTRY_VERIFY(program.lines().contains("{\"ok\":true,\"op\":\"echo\"}"));
+        const QByteArrayList lines = program.lines().mid(1, program.lines().size() - 2);
+        QVERIFY(lines.size() > 100);
+        for (const QByteArray &line : lines) {
+            QCOMPARE(toObject(line).value(u"ok"_s), QJsonValue(false));
+        }
+    }
+
+    // Programs that come, ask and leave in any order, while the score changes.
+    void twoHundredPrograms()
+    {
+        const quint16 port = start();
+        QSignalSpy counts(m_server.get(), &HostedServer::clientsChanged);
+        QRandomGenerator random(2);
+        std::vector<std::unique_ptr<Program>> programs;
+        int served = 0;
+        for (int started = 0; started < 200 || !programs.empty();) {
+            const auto what = random.bounded(3);
+            if (what == 0 && started < 200) {
+                programs.push_back(std::make_unique<Program>(port));
+                programs.back()->write("{\"op\":\"echo\",\"n\":" + QByteArray::number(started++) + "}\n");
+            } else if (!programs.empty()) {
+                auto &leaver = programs[size_t(random.bounded(int(programs.size())))];
+                if (what == 1) {
+                    const QByteArrayList &lines = leaver->lines();
+                    served += int(std::count_if(lines.begin(), lines.end(),
+                                                [](const QByteArray &line) { return line.contains("echo"); }));
+                    random.bounded(2) == 0 ? leaver->abort() : leaver->disconnectFromHost();
+                    std::swap(leaver, programs.back());
+                    programs.pop_back();
+                } else {
+                    setScore(int(random.bounded(1000)));
+                }
+            }
+            QCoreApplication::processEvents();
+        }
+        QTRY_COMPARE(m_server->clientCount(), 0);
+        QVERIFY2(served > 100, qPrintable(QString::number(served)));
+        QCOMPARE(counts.constLast().constFirst().toInt(), 0);
+        QTRY_VERIFY(m_server->findChildren<HostedClient *>().isEmpty());
+    }
+
+    // It costs its own memory, up to a limit, and nobody else's time.
+    void programThatNeverReads()
+    {
+        HostedServer::Settings settings;
+        settings.limits.queued = 1'000'000;
+        Program sleeper(start(settings));
+        sleeper.setReadBufferSize(1);
+        Program other(m_server->port());
+        QTRY_COMPARE(m_server->clientCount(), 2);
+        m_live.ingest({{u"filler"_s, QString(30000, u'x')}});
+        QList<qint64> delays;
+        int score = 0;
+        while (m_server->clientCount() == 2 && score < 1000) {
+            QElapsedTimer timer;
+            timer.start();
+            setScore(++score);
+            const QByteArray wanted = "\"home_score\":\"" + QByteArray::number(score) + '"';
+            QTRY_VERIFY(!other.lines().isEmpty() && other.lines().constLast().contains(wanted));
+            delays.append(timer.nsecsElapsed() / 1000);
+        }
+        QVERIFY2(score > 50 && score < 1000, qPrintable(QString::number(score)));
+        std::sort(delays.begin(), delays.end());
+        qInfo("%d changes beside a program that doesn't read: %lld us in the middle, %lld at most", score,
+              delays[delays.size() / 2], delays.constLast());
+        QVERIFY(delays[delays.size() / 2] < 20000);
+    }
+
+    void whatIsQueuedAtTheEndGetsItsTime()
+    {
+        HostedServer::Settings settings;
+        settings.limits.drain = 200ms;
+        Program reader(start(settings));
+        Program sleeper(m_server->port());
+        sleeper.setReadBufferSize(1);
+        QTRY_COMPARE(m_server->clientCount(), 2);
+        const QString filler(60000, u'x');
+        for (int i = 0; i < 200; ++i) {
+            m_live.ingest({{u"filler"_s, filler + QString::number(i)}});
+        }
+        m_server->stop();
+        QTRY_VERIFY(reader.isGone());
+        QCOMPARE(reader.lines().size(), 201);
+        QTRY_VERIFY(m_server->findChildren<HostedClient *>().isEmpty());
+    }
+
+    void stopFromWithinAReply()
+    {
+        Program program(start());
+        Program other(m_server->port());
+        QTRY_COMPARE(m_server->clientCount(), 2);
+        QSignalSpy counts(m_server.get(), &HostedServer::clientsChanged);
+        int calls = 0;
+        m_server->setCommandHandler([&](const QString &, const QJsonObject &) {
+            ++calls;
+            m_server->stop();
+            return QJsonObject();
+        });
+        program.write("end\nend\nget\n");
+        QTRY_VERIFY(program.isGone() && other.isGone());
+        QCOMPARE(calls, 1);
+        QCOMPARE(counts.size(), 1);
+        QCOMPARE(counts.constFirst().constFirst().toInt(), 0);
+        QVERIFY(!m_server->isListening());
+    }
+
+    void portTakenAndChanged()
+    {
+        QTcpServer owner;
+        QVERIFY(owner.listen(QHostAddress::LocalHost));
+        const quint16 port = start();
+        Program program(port);
+        QTRY_COMPARE(m_server->clientCount(), 1);
+        QString error;
+        QVERIFY(!m_server->start(owner.serverPort(), false, &error));
+        QVERIFY2(error.startsWith(u"Could not listen on port %1: "_s.arg(owner.serverPort())) && error.size() > 35,
+                 qPrintable(error));
+        QVERIFY(!m_server->start(owner.serverPort(), false, nullptr));
+        QVERIFY(!m_server->isListening() && m_server->port() == 0);
+        QTRY_VERIFY(program.isGone());
+        QVERIFY(m_server->start(port, false, nullptr)); // at once again, though it has just been in use
+        Program back(port);
+        QTRY_COMPARE(back.lines().size(), 1);
+    }
+
+    void network_data()
+    {
+        QTest::addColumn<bool>("allowed");
+        QTest::newRow("this computer alone") << false;
+        QTest::newRow("the network") << true;
+    }
+    void network()
+    {
+        QFETCH(bool, allowed);
+        const quint16 port = start({}, allowed);
+        Program local(port);
+        QTRY_COMPARE(local.lines().size(), 1);
+        for (const QString &host : {u"127.0.0.2"_s, u"::1"_s}) { // neither is 127.0.0.1, so they stand for others
+            Program remote(port, host);
+            QTRY_VERIFY(remote.isGone() || remote.lines().size() == 1);
+            QCOMPARE(remote.isConnected(), allowed);
+        }
+    }
+
+    void noMoreOpenFiles()
+    {
+        HostedServer::Settings settings;
+        settings.acceptRetry = 20ms;
+        const quint16 port = start(settings);
+        Program early(port);
+        QTRY_COMPARE(m_server->clientCount(), 1);
+        Program late(port); // has its own descriptor by now
+        rlimit normal{};
+        QCOMPARE(getrlimit(RLIMIT_NOFILE, &normal), 0);
+        const rlimit few{rlim_t(late.socketDescriptor()) + 50, normal.rlim_max};
+        QCOMPARE(setrlimit(RLIMIT_NOFILE, &few), 0);
+        QList<int> fillers;
+        for (int fd = 0; (fd = dup(0)) >= 0;) {
+            fillers.append(fd);
+        }
+        early.write("get\n");
+        QTRY_COMPARE(early.lines().size(), 2);
+        QTRY_VERIFY(late.isConnected());
+        QCOMPARE(m_server->clientCount(), 1);
+        std::for_each(fillers.cbegin(), fillers.cend(), close);
+        QCOMPARE(setrlimit(RLIMIT_NOFILE, &normal), 0);
+        QTRY_COMPARE(late.lines().size(), 1);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestHostedServer)
+#include "tst_hosted_server.moc"
