@@ -21,7 +21,9 @@ HeldCloses::~HeldCloses()
 {
     for (const QPointer<QObject> &window : std::as_const(m_windows)) {
         if (window) {
-            QMetaObject::invokeMethod(window, "close", Qt::QueuedConnection);
+            QMetaObject::invokeMethod(
+                window, [window] { QMetaObject::invokeMethod(window, "close"); },
+                Qt::QueuedConnection);
         }
     }
 }

@@ -55,7 +55,7 @@ void update(void *data, obs_data_t *settings)
     auto *page = static_cast<Page *>(data);
     page->width = uint32_t(obs_data_get_int(settings, "width"));
     page->height = uint32_t(obs_data_get_int(settings, "height"));
-    const OBSDataAutoRelease text = obs_data_create();
+    const OBSDataAutoRelease text = obs_data_create_from_json(R"({"font":{"face":"DejaVu Sans","size":32}})");
     obs_data_set_string(text, "text", obs_data_get_string(settings, "url"));
     obs_source_update(page->text, text);
     record(*page, "update");
