@@ -6,7 +6,9 @@
 #include "plugin/App.h"
 #include "plugin/Log.h"
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QEvent>
 #include <QThread>
 
 #include <obs-module.h>
@@ -174,6 +176,24 @@ bool takeOverOutput(obs_properties_t *properties, obs_property_t *, obs_data_t *
     return true;
 }
 
+// Notes whether a widget did deferred work in the course of a wait: rebuilding its rows, say.
+class WidgetWatch final : public QObject
+{
+public:
+    WidgetWatch() { QCoreApplication::instance()->installEventFilter(this); }
+
+    [[nodiscard]] bool worked() const { return m_worked; }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        m_worked = m_worked || (event->type() == QEvent::MetaCall && watched->isWidgetType());
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    bool m_worked = false;
+};
+
 // False when nothing was done, because the press fell into the wait of an earlier one.
 bool listOutputs(App *app)
 {
@@ -195,19 +215,24 @@ bool listOutputs(App *app)
     return true;
 }
 
-// Remote control presses this on a thread of its own, which must not hold up OBS by waiting.
-bool refreshList(obs_properties_t *properties, obs_property_t *, void *)
+// Has whoever shows the properties make them anew, once the present call has returned.
+void reloadLater(obs_source_t *source)
 {
-    const std::shared_ptr<View> view = viewOf(properties);
-    const OBSSourceAutoRelease source = obs_weak_source_get_source(view->source);
-    if (!QThread::isMainThread()) {
-        App::requestOutputs();
-    } else if (App *app = App::get(); app && !listOutputs(app)) {
-        return false;
+    if (App *app = App::get(); app && source) {
+        const std::shared_ptr<obs_weak_source_t> weak(obs_source_get_weak_source(source),
+                                                      obs_weak_source_release);
+        QMetaObject::invokeMethod(
+            app,
+            [weak] {
+                const OBSSourceAutoRelease shown = obs_weak_source_get_source(weak.get());
+                obs_source_update_properties(shown);
+            },
+            Qt::QueuedConnection);
     }
-    if (view->gone) {
-        return false; // nobody is left to be asked to draw it
-    }
+}
+
+void showListing(obs_properties_t *properties, obs_source_t *source)
+{
     const OutputsKnown known = App::graphics();
     const OBSDataAutoRelease settings = settingsOf(source);
     if (obs_property_t *list = obs_properties_get(properties, idKey)) {
@@ -216,7 +241,32 @@ bool refreshList(obs_properties_t *properties, obs_property_t *, void *)
     if (obs_property_t *status = obs_properties_get(properties, statusName)) {
         obs_property_set_description(status, listingText(known).toUtf8().constData());
     }
-    return true;
+}
+
+// True has OBS's dialog redraw itself through the row of the button, which may not be there any
+// more after a wait. Remote control presses on a thread of its own, and must not hold up OBS.
+bool refreshList(obs_properties_t *properties, obs_property_t *, void *)
+{
+    const std::shared_ptr<View> view = viewOf(properties);
+    const OBSSourceAutoRelease source = obs_weak_source_get_source(view->source);
+    bool rebuilt = false;
+    if (!QThread::isMainThread()) {
+        App::requestOutputs();
+    } else if (App *app = App::get()) {
+        const WidgetWatch watch;
+        if (!listOutputs(app)) {
+            return false;
+        }
+        rebuilt = watch.worked();
+    }
+    if (view->gone) {
+        return false;
+    }
+    showListing(properties, source);
+    if (rebuilt) {
+        reloadLater(source);
+    }
+    return !rebuilt;
 }
 
 } // namespace
