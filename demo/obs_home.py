@@ -60,9 +60,9 @@ class ObsHome:
             "scene_order": [{"name": scene}],
             "sources": [{"id": "scene", "name": scene, "settings": {}}]}))
 
-    def install(self, plugin_folder):
+    def install(self, plugin_folder, name=MODULE):
         """Copies a built plug-in folder to where OBS looks for a user's own."""
-        shutil.copytree(plugin_folder, self.config / "plugins" / MODULE, dirs_exist_ok=True)
+        shutil.copytree(plugin_folder, self.config / "plugins" / name, dirs_exist_ok=True)
 
     def write_settings(self, settings, mode=0o600):
         """Sets the plug-in's settings; a text stands in the file as it is, None means no file."""

@@ -105,8 +105,8 @@ class Simulator:
     def fault(self, where, kind, **others):
         return self.call("/fault", {"where": where, "kind": kind} | others)
 
-    def clear(self):
-        return self.call("/clear", {})
+    def clear(self, where=None):
+        return self.call("/clear", {"where": where} if where else {})
 
     def revoke_session(self):
         return self.call("/session", {"revoke": True})

@@ -46,6 +46,11 @@ class Xvfb:
         subprocess.run(["import", "-window", "root", str(path)], env=os.environ | self.env(),
                        check=True)
 
+    def xdotool(self, *words):
+        """Uses the mouse and the keyboard, or looks for windows; returns the words of its answer."""
+        return subprocess.run(["xdotool", *map(str, words)], env=os.environ | self.env(), text=True,
+                              stdout=subprocess.PIPE).stdout.split()
+
     def __exit__(self, *_):
         for process in (self._manager, self._server):
             process.terminate()

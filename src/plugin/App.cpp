@@ -4,6 +4,7 @@
 #include "plugin/App.h"
 
 #include "core/HostedServer.h"
+#include "plugin/HeldCloses.h"
 #include "plugin/Log.h"
 #include "plugin/UsbRelays.h"
 
@@ -26,7 +27,8 @@ namespace {
 
 struct Lifetime
 {
-    std::shared_mutex mutex; // held shared while another thread reads, alone while app changes
+    // Held shared while another thread reads, alone while app or what others read of it changes.
+    std::shared_mutex mutex;
     std::unique_ptr<App> app;
 };
 
@@ -93,6 +95,21 @@ bool App::readLive(const std::function<void(const LiveData &)> &reader)
     return true;
 }
 
+std::optional<App::Graphics> App::graphics()
+{
+    const std::shared_lock lock(lifetime().mutex);
+    const std::unique_ptr<App> &app = lifetime().app;
+    return app ? std::optional(app->m_graphics) : std::nullopt;
+}
+
+void App::requestOutputs()
+{
+    const std::shared_lock lock(lifetime().mutex);
+    if (App *app = get()) {
+        QMetaObject::invokeMethod(app, [app] { app->refreshOutputs({}); }, Qt::QueuedConnection);
+    }
+}
+
 App::App(const QString &portalUrl)
     : m_portal(portalUrl)
 {
@@ -154,6 +171,12 @@ void App::onSessionLeft(DeviceSession *session)
 void App::onSignedInChanged(bool signedIn)
 {
     ++m_signInChanges;
+    std::unique_lock lock(lifetime().mutex);
+    m_graphics.signedIn = signedIn;
+    if (!signedIn) {
+        m_graphics.outputs.clear();
+    }
+    lock.unlock();
     if (signedIn) {
         refreshDevices([this](bool ok, const QString &) {
             if (ok) {
@@ -164,7 +187,6 @@ void App::onSignedInChanged(bool signedIn)
         return;
     }
     m_devices.clear();
-    m_outputs.clear();
     Q_EMIT devicesChanged();
     Q_EMIT outputsChanged();
 }
@@ -186,9 +208,9 @@ void App::refreshDevices(const Callback &callback)
 void App::refreshOutputs(const Callback &callback)
 {
     if (!m_portal.signedIn()) {
-        m_outputsError = tr("Sign in from the Tallyforge dock to see your graphics.");
+        setOutputsError(tr("Sign in from the Tallyforge dock to see your graphics."));
         if (callback) {
-            callback(false, m_outputsError);
+            callback(false, m_graphics.error);
         }
         return;
     }
@@ -196,16 +218,29 @@ void App::refreshOutputs(const Callback &callback)
         [this, callback, asked = m_signInChanges](const PortalResult &reply) {
             const PortalResult result = asked == m_signInChanges ? reply : signedOutMeanwhile();
             if (result.ok) {
-                m_outputs = PortalClient::parseOutputs(result.data, m_portal.baseUrl());
-                m_outputsError.clear();
-                Q_EMIT outputsChanged();
+                setOutputs(PortalClient::parseOutputs(result.data, m_portal.baseUrl()));
             } else {
-                m_outputsError = result.message;
+                setOutputsError(result.message);
             }
             if (callback) {
-                callback(result.ok, m_outputsError);
+                callback(result.ok, m_graphics.error);
             }
         });
+}
+
+void App::setOutputs(const QList<GraphicsOutput> &outputs)
+{
+    std::unique_lock lock(lifetime().mutex);
+    m_graphics.outputs = outputs;
+    m_graphics.error.clear();
+    lock.unlock();
+    Q_EMIT outputsChanged();
+}
+
+void App::setOutputsError(const QString &error)
+{
+    const std::unique_lock lock(lifetime().mutex);
+    m_graphics.error = error;
 }
 
 bool App::refreshOutputsBlocking(int timeoutMs)
@@ -234,7 +269,8 @@ bool App::refreshOutputsBlocking(int timeoutMs)
         connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit);
         connect(this, &QObject::destroyed, &loop, &QEventLoop::quit);
         timer.start(timeoutMs);
-        loop.exec();
+        const HeldCloses held(&loop);
+        loop.exec(QEventLoop::ExcludeUserInputEvents);
     }
     return wait->ok;
 }

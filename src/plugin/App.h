@@ -15,6 +15,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <optional>
 
 namespace tallyforge {
 
@@ -22,7 +23,7 @@ class HostedServer;
 class UsbRelays;
 
 /// The plug-in's one object: owns the services, wires them to each other and decides at start-up
-/// which device is followed. Everything but ready() and readLive() belongs to the main thread.
+/// which device is followed. All of it belongs to the main thread, unless it says otherwise.
 class App final : public QObject
 {
     Q_OBJECT
@@ -42,6 +43,19 @@ public:
     /// call, when the plug-in isn't running. Any thread; reader must not call into libobs or App.
     static bool readLive(const std::function<void(const LiveData &)> &reader);
 
+    /// What is known of the account's graphics. The list is the one that came last, empty when
+    /// signed out; the error tells why it could not be listed, and is empty after a success.
+    struct Graphics
+    {
+        bool signedIn = false;
+        QList<GraphicsOutput> outputs;
+        QString error;
+    };
+    /// A copy of it; nothing when the plug-in isn't running. Any thread.
+    [[nodiscard]] static std::optional<Graphics> graphics();
+    /// Has the graphics listed soon. Any thread.
+    static void requestOutputs();
+
     ~App() override;
 
     [[nodiscard]] PortalClient &portal() { return m_portal; }
@@ -51,15 +65,16 @@ public:
     [[nodiscard]] HostedServer *server() { return m_server; }
     /// The account's devices and graphics as they were listed last; empty when signed out.
     [[nodiscard]] const QList<PortalDevice> &devices() const { return m_devices; }
-    [[nodiscard]] const QList<GraphicsOutput> &outputs() const { return m_outputs; }
+    [[nodiscard]] const QList<GraphicsOutput> &outputs() const { return m_graphics.outputs; }
     /// Why the graphics could not be listed, empty after a success.
-    [[nodiscard]] QString outputsError() const { return m_outputsError; }
+    [[nodiscard]] QString outputsError() const { return m_graphics.error; }
 
     /// Lists the account's devices or graphics. A failure leaves the last list standing. The
     /// callback may be empty.
     void refreshDevices(const Callback &callback);
     void refreshOutputs(const Callback &callback);
     /// refreshOutputs() in a local event loop of at most timeoutMs milliseconds; true on success.
+    /// What the user does meanwhile waits for its end, and whoever closes a window ends it.
     bool refreshOutputsBlocking(int timeoutMs);
 
     /// Follows the stored device, or the only one, unless a route is set already.
@@ -100,6 +115,8 @@ private:
     void restoreSession();
     void onSignedInChanged(bool signedIn);
     void onSessionLeft(DeviceSession *session);
+    void setOutputs(const QList<GraphicsOutput> &outputs);
+    void setOutputsError(const QString &error);
     void logStatus() const;
 
     PortalClient m_portal;
@@ -109,8 +126,7 @@ private:
     SourceManager *m_sources = nullptr; // child
     HostedServer *m_server = nullptr;   // child
     QList<PortalDevice> m_devices;
-    QList<GraphicsOutput> m_outputs;
-    QString m_outputsError;
+    Graphics m_graphics; // changes under the lock that keeps other threads' readers out
     unsigned m_signInChanges =
         0; // a list that was asked for before the last one isn't ours any more
 };

@@ -127,11 +127,6 @@ QString hintText()
     return QString::fromUtf8(obs_module_text("TextTemplateHint")).arg(names);
 }
 
-TextSource *self(void *data)
-{
-    return static_cast<TextSource *>(data);
-}
-
 // Asks the graphics thread to refresh all sources before a frame, for as long as it lives.
 class LiveDataFollower final : public QObject
 {
@@ -154,14 +149,9 @@ private:
 
 } // namespace
 
-TextSource::TextSource(obs_source_t *inner)
-    : m_inner(inner)
+TextSource::TextSource(const char *innerKind)
+    : WrapperSource(innerKind, "Tallyforge text")
 {
-}
-
-TextSource::~TextSource()
-{
-    obs_source_release(m_inner);
 }
 
 void *TextSource::create(obs_data_t *settings, obs_source_t *)
@@ -171,8 +161,7 @@ void *TextSource::create(obs_data_t *settings, obs_source_t *)
         log::error(QStringLiteral("no OBS text source is available on this system"));
         return nullptr;
     }
-    obs_source_t *inner = obs_source_create_private(kind, "Tallyforge text", nullptr);
-    auto *source = new TextSource(inner);
+    auto *source = new TextSource(kind);
     source->update(settings);
 
     const QMutexLocker lock(&instances().mutex);
@@ -183,10 +172,11 @@ void *TextSource::create(obs_data_t *settings, obs_source_t *)
 
 void TextSource::destroy(void *data)
 {
+    auto *source = self<TextSource>(data);
     QMutexLocker lock(&instances().mutex);
-    instances().all.remove(self(data));
+    instances().all.remove(source);
     lock.unlock(); // releasing the inner source may wait for the graphics thread
-    delete self(data);
+    delete source;
 }
 
 void TextSource::update(obs_data_t *settings)
@@ -202,7 +192,7 @@ void TextSource::update(obs_data_t *settings)
 void TextSource::apply(obs_data_t *innerSettings)
 {
     obs_data_set_string(innerSettings, "text", expandWithLiveData(m_template).toUtf8().constData());
-    obs_source_update(m_inner, innerSettings);
+    obs_source_update(inner(), innerSettings);
 }
 
 // On the graphics thread, before OBS looks which sources have an update to draw in this frame.
@@ -220,11 +210,11 @@ void TextSource::refreshChanged(void *, float)
     }
 }
 
-obs_properties_t *TextSource::properties(void *data)
+obs_properties_t *TextSource::properties(void *)
 {
     // By kind: asking the inner source itself would read its settings on this thread.
-    obs_properties_t *properties =
-        obs_get_source_properties(obs_source_get_id(self(data)->m_inner));
+    const char *kind = availableInnerKind();
+    obs_properties_t *properties = kind ? obs_get_source_properties(kind) : obs_properties_create();
     for (const char *key : hiddenKeys) {
         obs_properties_remove_by_name(properties, key);
     }
@@ -238,21 +228,14 @@ obs_properties_t *TextSource::properties(void *data)
 
 void TextSource::registerSource()
 {
-    obs_source_info info{};
-    info.id = "tallyforge_text";
-    info.type = OBS_SOURCE_TYPE_INPUT;
-    info.output_flags = OBS_SOURCE_VIDEO | OBS_SOURCE_CUSTOM_DRAW;
-    info.icon_type = OBS_ICON_TYPE_TEXT;
+    obs_source_info info = describe<TextSource>("tallyforge_text", OBS_ICON_TYPE_TEXT);
     info.get_name = [](void *) { return obs_module_text("TallyforgeText"); };
-    info.create = create;
-    info.destroy = destroy;
-    info.update = [](void *data, obs_data_t *settings) { self(data)->update(settings); };
     info.get_defaults = setDefaults;
-    info.get_properties = properties;
-    info.get_width = [](void *data) { return obs_source_get_width(self(data)->m_inner); };
-    info.get_height = [](void *data) { return obs_source_get_height(self(data)->m_inner); };
-    info.video_render = [](void *data, gs_effect_t *) {
-        obs_source_video_render(self(data)->m_inner);
+    info.get_width = [](void *data) {
+        return obs_source_get_width(self<TextSource>(data)->inner());
+    };
+    info.get_height = [](void *data) {
+        return obs_source_get_height(self<TextSource>(data)->inner());
     };
     obs_register_source(&info);
 }

@@ -3,9 +3,9 @@
 
 #pragma once
 
-#include <QString>
+#include "sources/WrapperSource.h"
 
-#include <obs.h>
+#include <QString>
 
 namespace tallyforge {
 
@@ -17,7 +17,7 @@ namespace tallyforge {
 /// calls update() on it, and a change of the data only raises a flag that this thread looks at
 /// before the next frame. So neither needs a lock, and libobs's settings objects, which have none
 /// of their own, are never written while they are read.
-class TextSource
+class TextSource final : public WrapperSource
 {
 public:
     static constexpr const char *defaultTemplate = "{home_score} - {away_score}";
@@ -26,12 +26,11 @@ public:
     /// Refreshes all instances whenever App's live data change.
     static void followLiveData();
 
-    TextSource(const TextSource &) = delete;
-    TextSource &operator=(const TextSource &) = delete;
-
 private:
-    explicit TextSource(obs_source_t *inner);
-    ~TextSource();
+    friend class WrapperSource;
+
+    explicit TextSource(const char *innerKind);
+    ~TextSource() = default;
 
     static void *create(obs_data_t *settings, obs_source_t *owner);
     static void destroy(void *data);
@@ -41,7 +40,6 @@ private:
     void update(obs_data_t *settings);
     void apply(obs_data_t *innerSettings);
 
-    obs_source_t *const m_inner; // what draws; owned
     QString m_template;
 };
 

@@ -3,6 +3,7 @@
 
 #include "sources/sources.h"
 
+#include "sources/GraphicsSource.h"
 #include "sources/TextSource.h"
 
 namespace tallyforge {
@@ -10,6 +11,7 @@ namespace tallyforge {
 void sources_register()
 {
     TextSource::registerSource();
+    GraphicsSource::registerSource();
 }
 
 void sources_connect_live_data()

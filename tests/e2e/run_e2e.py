@@ -11,24 +11,30 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "demo"))
 
+import graphics
 import scenarios
 from stage import Stage
 from xvfb import Xvfb
 
 SKIPPED = 77
-NAMES = ("cloud", "lan", "vanished", "choice", "style", "many", "closing", "untrusted")
+SCENARIOS = {run.__name__: run for run in (
+    scenarios.cloud, scenarios.lan, scenarios.vanished, scenarios.choice, scenarios.style,
+    scenarios.many, scenarios.closing, scenarios.untrusted, graphics.page, graphics.properties,
+    graphics.refresh)}
 
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("name", choices=NAMES)
+    parser.add_argument("name", choices=SCENARIOS)
     parser.add_argument("--plugin", type=Path, required=True, help="folder of the built plug-in")
+    parser.add_argument("--browser", type=Path, required=True,
+                        help="folder of the built stand-in for OBS's browser source")
     options = parser.parse_args()
     with tempfile.TemporaryDirectory(prefix="tallyforge-e2e-") as folder, Xvfb() as screen:
-        stage = Stage(options.plugin, Path(folder), screen)
+        stage = Stage(options.plugin, options.browser, Path(folder), screen)
         begin = time.monotonic()
         try:
-            reason = getattr(scenarios, options.name)(stage)
+            reason = SCENARIOS[options.name](stage)
         except BaseException:
             for log in sorted(Path(folder).glob("*/obs-output.txt")):
                 lines = log.read_text(errors="replace").splitlines()

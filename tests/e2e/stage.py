@@ -22,10 +22,11 @@ def check(truth, what):
 
 
 class Stage:
-    def __init__(self, plugin, folder, screen):
+    def __init__(self, plugin, browser, folder, screen):
         self._plugin = plugin
+        self._browser = browser
         self._folder = folder
-        self._screen = screen
+        self.screen = screen
         self._count = 0
         self.runs = 0
         self.sim = None
@@ -44,6 +45,7 @@ class Stage:
         """A fresh home with a sign-in that is still good."""
         home = ObsHome(self._new_folder("home"))
         home.install(self._plugin)
+        home.install(self._browser, "browser-standin")
         home.write_session(self.sim.cookie)
         home.write_settings(settings, mode)
         return home
@@ -57,7 +59,8 @@ class Stage:
     def obs(self, home=None):
         home = home or self.home()
         self.runs += 1
-        with ObsSession(home, self._screen.env()) as session:
+        env = self.screen.env() | {"BROWSER_STANDIN_RECORD": str(home.folder / "browser.jsonl")}
+        with ObsSession(home, env) as session:
             yield session
         self._check_end(session, home)
 

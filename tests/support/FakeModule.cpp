@@ -36,5 +36,8 @@ obs_module_t *obs_current_module(void)
 
 const char *obs_module_text(const char *key)
 {
-    return qstrcmp(key, "TextTemplateHint") == 0 ? "Fields: %1" : key;
+    if (qstrcmp(key, "TextTemplateHint") == 0) {
+        return "Fields: %1";
+    }
+    return qstrcmp(key, "GraphicsFound") == 0 ? "Found: %1" : key;
 }

@@ -39,14 +39,8 @@ bool resetAudio()
     return obs_reset_audio(&audio);
 }
 
-bool loadTextSource()
-{
-    obs_add_module_path("/usr/lib/" TALLYFORGE_MULTIARCH "/obs-plugins", "/usr/share/obs/obs-plugins/%module%");
-    obs_module_t *module = nullptr;
-    return obs_open_module(&module, "/usr/lib/" TALLYFORGE_MULTIARCH "/obs-plugins/text-freetype2.so",
-                           "/usr/share/obs/obs-plugins/text-freetype2") == MODULE_SUCCESS &&
-           obs_init_module(module);
-}
+constexpr const char *textSourceFile = "/usr/lib/" TALLYFORGE_MULTIARCH "/obs-plugins/text-freetype2.so";
+constexpr const char *textSourceData = "/usr/share/obs/obs-plugins/text-freetype2";
 
 } // namespace
 
@@ -55,7 +49,7 @@ ObsHost::ObsHost()
     obs_set_nix_platform(OBS_NIX_PLATFORM_X11_EGL);
     obs_set_nix_platform_display(XOpenDisplay(nullptr));
     m_up = obs_startup("en-US", m_config.path().toUtf8().constData(), nullptr) && resetVideo() && resetAudio() &&
-           loadTextSource();
+           load(textSourceFile, textSourceData);
     if (m_up) {
         obs_add_main_rendered_callback(onRendered, this);
         obs_add_raw_video_callback(nullptr, onFrame, this);
@@ -70,6 +64,12 @@ ObsHost::~ObsHost()
     // What has been let go of may still hold others, which libobs must not meet at its end.
     while (obs_wait_for_destroy_queue()) {
     }
+}
+
+bool ObsHost::load(const char *file, const char *data)
+{
+    obs_module_t *module = nullptr;
+    return obs_open_module(&module, file, data) == MODULE_SUCCESS && obs_init_module(module);
 }
 
 long ObsHost::shutdown()

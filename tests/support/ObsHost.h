@@ -29,6 +29,8 @@ public:
 
     /// Whether all of it came up.
     [[nodiscard]] bool isUp() const { return m_up; }
+    /// Loads one more of OBS's modules; data is its folder, or null.
+    static bool load(const char *file, const char *data = nullptr);
     /// Makes a source the whole picture; null for none.
     static void show(obs_source_t *source) { obs_set_output_source(0, source); }
     /// The picture once all that was asked for before has been drawn.

@@ -1,0 +1,371 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#include "sources/GraphicsSource.h"
+
+#include "plugin/App.h"
+#include "plugin/Log.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QEvent>
+#include <QThread>
+
+#include <obs-module.h>
+
+#include <algorithm>
+#include <chrono>
+#include <memory>
+#include <optional>
+
+namespace tallyforge {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr const char *innerKind = "browser_source";
+
+constexpr const char *idKey = "output_id";
+constexpr const char *nameKey = "output_name";
+constexpr const char *urlKey = "url";
+constexpr const char *widthKey = "width";
+constexpr const char *heightKey = "height";
+constexpr const char *refreshName = "refresh";
+constexpr const char *statusName = "status";
+
+constexpr int smallestSize = 16;
+constexpr int largestSize = 8192;
+constexpr int defaultWidth = 1920;
+constexpr int defaultHeight = 1080;
+
+// A page is drawn over the picture, so it must not paint a ground of its own.
+constexpr const char *pageStyle =
+    "body { background-color: rgba(0, 0, 0, 0); margin: 0px auto; overflow: hidden; }";
+
+constexpr std::chrono::milliseconds refreshWait = 8s;
+// Presses that came in the course of a wait are delivered right after it.
+constexpr std::chrono::milliseconds noticeableWait = 1s;
+constexpr std::chrono::milliseconds pressDelivery = 300ms;
+
+using OutputsKnown = std::optional<App::Graphics>; // nothing: the plug-in isn't running
+
+int sizeIn(obs_data_t *settings, const char *key, int fallBack)
+{
+    const long long size = obs_data_get_int(settings, key);
+    return size < smallestSize ? fallBack : int(std::min<long long>(size, largestSize));
+}
+
+void setDefaults(obs_data_t *settings)
+{
+    obs_data_set_default_int(settings, widthKey, defaultWidth);
+    obs_data_set_default_int(settings, heightKey, defaultHeight);
+}
+
+obs_data_t *browserSettings(const char *url, int width, int height)
+{
+    obs_data_t *settings = obs_data_create();
+    obs_data_set_string(settings, "url", url);
+    obs_data_set_int(settings, "width", width);
+    obs_data_set_int(settings, "height", height);
+    obs_data_set_int(settings, "fps", 30);
+    obs_data_set_bool(settings, "fps_custom", true);
+    obs_data_set_bool(settings, "reroute_audio", false);
+    obs_data_set_bool(settings, "shutdown", false);
+    obs_data_set_bool(settings, "restart_when_active", false);
+    obs_data_set_string(settings, "css", pageStyle);
+    return settings;
+}
+
+// What hangs on a set of properties. Whoever waits shares it, for the set may go in that time.
+struct View
+{
+    OBSWeakSourceAutoRelease source; // none for the properties of the kind
+    bool gone = false;
+};
+
+void attachView(obs_properties_t *properties, obs_source_t *source)
+{
+    auto *view = new std::shared_ptr<View>(std::make_shared<View>());
+    (*view)->source = obs_source_get_weak_source(source);
+    obs_properties_set_param(properties, view, [](void *param) {
+        auto *attached = static_cast<std::shared_ptr<View> *>(param);
+        (*attached)->gone = true;
+        delete attached;
+    });
+}
+
+std::shared_ptr<View> viewOf(obs_properties_t *properties)
+{
+    return *static_cast<std::shared_ptr<View> *>(obs_properties_get_param(properties));
+}
+
+obs_data_t *settingsOf(obs_source_t *source)
+{
+    return source ? obs_source_get_settings(source) : obs_data_create();
+}
+
+const GraphicsOutput *findOutput(const OutputsKnown &known, const char *id)
+{
+    if (!known) {
+        return nullptr;
+    }
+    const auto found = std::find_if(
+        known->outputs.begin(), known->outputs.end(),
+        [id](const GraphicsOutput &output) { return output.id == QUtf8StringView(id); });
+    return found == known->outputs.end() ? nullptr : &*found;
+}
+
+// What was chosen stays on show when the account's list doesn't have it.
+void fillList(obs_property_t *list, obs_data_t *settings, const OutputsKnown &known)
+{
+    obs_property_list_clear(list);
+    const char *id = obs_data_get_string(settings, idKey);
+    const char *name = obs_data_get_string(settings, nameKey);
+    if (*id != '\0' && findOutput(known, id) == nullptr) {
+        obs_property_list_add_string(list, *name != '\0' ? name : id, id);
+    }
+    if (known) {
+        for (const GraphicsOutput &output : known->outputs) {
+            obs_property_list_add_string(list, output.name.toUtf8().constData(),
+                                         output.id.toUtf8().constData());
+        }
+    }
+    if (obs_property_list_item_count(list) == 0) {
+        obs_property_list_add_string(list, obs_module_text("GraphicsNone"), "");
+    }
+}
+
+QString listingText(const OutputsKnown &known)
+{
+    if (!known) {
+        return {};
+    }
+    return known->error.isEmpty()
+               ? QString::fromUtf8(obs_module_text("GraphicsFound")).arg(known->outputs.size())
+               : known->error;
+}
+
+QString statusText(const OutputsKnown &known)
+{
+    return known && !known->signedIn ? QString::fromUtf8(obs_module_text("GraphicsSignIn"))
+                                     : listingText(known);
+}
+
+// libobs calls this too whenever it makes the properties. A size that the user has set himself
+// for the output that is already shown must survive that.
+bool takeOverOutput(obs_properties_t *properties, obs_property_t *, obs_data_t *settings)
+{
+    const OutputsKnown known = App::graphics();
+    const GraphicsOutput *output = findOutput(known, obs_data_get_string(settings, idKey));
+    if (output == nullptr) {
+        return false;
+    }
+    const QByteArray url = output->url.toUtf8();
+    if (url != obs_data_get_string(settings, urlKey)) {
+        obs_data_set_string(settings, urlKey, url.constData());
+        obs_data_set_string(settings, nameKey, output->name.toUtf8().constData());
+        obs_data_set_int(settings, widthKey, output->width);
+        obs_data_set_int(settings, heightKey, output->height);
+        // OBS has asked for an update before it called this, which may have been carried out.
+        const OBSSourceAutoRelease source = obs_weak_source_get_source(viewOf(properties)->source);
+        if (source) {
+            obs_source_update(source, nullptr);
+        }
+    }
+    return true;
+}
+
+// Notes whether a widget did deferred work in the course of a wait: rebuilding its rows, say.
+class WidgetWatch final : public QObject
+{
+public:
+    WidgetWatch() { QCoreApplication::instance()->installEventFilter(this); }
+
+    [[nodiscard]] bool worked() const { return m_worked; }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        m_worked = m_worked || (event->type() == QEvent::MetaCall && watched->isWidgetType());
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    bool m_worked = false;
+};
+
+// False when nothing was done, because the press fell into the wait of an earlier one.
+bool listOutputs(App *app)
+{
+    static bool waiting = false;
+    static QElapsedTimer sinceWait;
+    if (waiting || (sinceWait.isValid() && sinceWait.durationElapsed() < pressDelivery)) {
+        return false;
+    }
+    waiting = true;
+    QElapsedTimer wait;
+    wait.start();
+    app->refreshOutputsBlocking(int(refreshWait.count()));
+    waiting = false;
+    if (wait.durationElapsed() >= noticeableWait) {
+        sinceWait.start();
+    } else {
+        sinceWait.invalidate();
+    }
+    return true;
+}
+
+// Has whoever shows the properties make them anew, once the present call has returned.
+void reloadLater(obs_source_t *source)
+{
+    if (App *app = App::get(); app && source) {
+        const std::shared_ptr<obs_weak_source_t> weak(obs_source_get_weak_source(source),
+                                                      obs_weak_source_release);
+        QMetaObject::invokeMethod(
+            app,
+            [weak] {
+                const OBSSourceAutoRelease shown = obs_weak_source_get_source(weak.get());
+                obs_source_update_properties(shown);
+            },
+            Qt::QueuedConnection);
+    }
+}
+
+void showListing(obs_properties_t *properties, obs_source_t *source)
+{
+    const OutputsKnown known = App::graphics();
+    const OBSDataAutoRelease settings = settingsOf(source);
+    if (obs_property_t *list = obs_properties_get(properties, idKey)) {
+        fillList(list, settings, known);
+    }
+    if (obs_property_t *status = obs_properties_get(properties, statusName)) {
+        obs_property_set_description(status, listingText(known).toUtf8().constData());
+    }
+}
+
+// True has OBS's dialog redraw itself through the row of the button, which may not be there any
+// more after a wait. Remote control presses on a thread of its own, and must not hold up OBS.
+bool refreshList(obs_properties_t *properties, obs_property_t *, void *)
+{
+    const std::shared_ptr<View> view = viewOf(properties);
+    const OBSSourceAutoRelease source = obs_weak_source_get_source(view->source);
+    bool rebuilt = false;
+    if (!QThread::isMainThread()) {
+        App::requestOutputs();
+    } else if (App *app = App::get()) {
+        const WidgetWatch watch;
+        if (!listOutputs(app)) {
+            return false;
+        }
+        rebuilt = watch.worked();
+    }
+    if (view->gone) {
+        return false;
+    }
+    showListing(properties, source);
+    if (rebuilt) {
+        reloadLater(source);
+    }
+    return !rebuilt;
+}
+
+} // namespace
+
+GraphicsSource::GraphicsSource(obs_source_t *owner)
+    : WrapperSource(innerKind, "Tallyforge graphics")
+    , m_owner(owner)
+    , m_width(defaultWidth)
+    , m_height(defaultHeight)
+{
+}
+
+// OBS hides no source before it destroys it. The inner one may be held by others for a moment
+// longer, who would take it for one that is on show.
+GraphicsSource::~GraphicsSource()
+{
+    setActive(false);
+    setShown(false);
+}
+
+void *GraphicsSource::create(obs_data_t *settings, obs_source_t *owner)
+{
+    if (obs_get_source_output_flags(innerKind) == 0) {
+        log::error(QStringLiteral("this OBS has no browser source, so graphics cannot be shown"));
+        return nullptr;
+    }
+    auto *source = new GraphicsSource(owner);
+    source->update(settings);
+    return source;
+}
+
+void GraphicsSource::destroy(void *data)
+{
+    delete self<GraphicsSource>(data);
+}
+
+void GraphicsSource::update(obs_data_t *settings)
+{
+    const int width = sizeIn(settings, widthKey, defaultWidth);
+    const int height = sizeIn(settings, heightKey, defaultHeight);
+    m_width = width;
+    m_height = height;
+    const OBSDataAutoRelease inside =
+        browserSettings(obs_data_get_string(settings, urlKey), width, height);
+    obs_source_update(inner(), inside);
+}
+
+void GraphicsSource::setShown(bool shown)
+{
+    if (shown != m_shown) {
+        m_shown = shown;
+        shown ? obs_source_inc_showing(inner()) : obs_source_dec_showing(inner());
+    }
+}
+
+void GraphicsSource::setActive(bool active)
+{
+    if (active != m_active) {
+        m_active = active;
+        active ? obs_source_inc_active(inner()) : obs_source_dec_active(inner());
+    }
+}
+
+obs_properties_t *GraphicsSource::properties(void *data)
+{
+    obs_source_t *source = data ? self<GraphicsSource>(data)->m_owner : nullptr;
+    const OutputsKnown known = App::graphics();
+    const OBSDataAutoRelease settings = settingsOf(source);
+
+    obs_properties_t *properties = obs_properties_create();
+    attachView(properties, source);
+    obs_property_t *list =
+        obs_properties_add_list(properties, idKey, obs_module_text("GraphicsOutput"),
+                                OBS_COMBO_TYPE_LIST, OBS_COMBO_FORMAT_STRING);
+    fillList(list, settings, known);
+    obs_property_set_modified_callback(list, takeOverOutput);
+    obs_properties_add_button2(properties, refreshName, obs_module_text("GraphicsRefresh"),
+                               refreshList, nullptr);
+    obs_properties_add_text(properties, statusName, statusText(known).toUtf8().constData(),
+                            OBS_TEXT_INFO);
+    obs_properties_add_int(properties, widthKey, obs_module_text("Width"), smallestSize,
+                           largestSize, 1);
+    obs_properties_add_int(properties, heightKey, obs_module_text("Height"), smallestSize,
+                           largestSize, 1);
+    return properties;
+}
+
+void GraphicsSource::registerSource()
+{
+    obs_source_info info = describe<GraphicsSource>("tallyforge_graphics", OBS_ICON_TYPE_BROWSER);
+    info.get_name = [](void *) { return obs_module_text("TallyforgeGraphics"); };
+    info.get_defaults = setDefaults;
+    info.get_width = [](void *data) { return uint32_t(self<GraphicsSource>(data)->m_width); };
+    info.get_height = [](void *data) { return uint32_t(self<GraphicsSource>(data)->m_height); };
+    info.show = [](void *data) { self<GraphicsSource>(data)->setShown(true); };
+    info.hide = [](void *data) { self<GraphicsSource>(data)->setShown(false); };
+    info.activate = [](void *data) { self<GraphicsSource>(data)->setActive(true); };
+    info.deactivate = [](void *data) { self<GraphicsSource>(data)->setActive(false); };
+    obs_register_source(&info);
+}
+
+} // namespace tallyforge
