@@ -273,7 +273,8 @@ class HelperTest(dbusmock.DBusTestCase):
         for connected, last_words in [(True, b""), (True, b'{"op":"quit","reqId":0}\n'), (True, b"x" * 70000),
                                       (False, b'{"op":"connect","id":"%b","reqId":9}\n{"op":"quit"}\n' % A.encode())]:
             with self.subTest(last_words[:20]):
-                plugin = self.plugin()
+                # With a question to BlueZ under way it ends without D-Bus having tidied up.
+                plugin = self.plugin(**({} if connected else {"ASAN_OPTIONS": "detect_leaks=0"}))
                 if connected:
                     self.assertIsInstance(plugin.ask("connect", id=A), dict)
                 plugin.socket.sendall(last_words)
