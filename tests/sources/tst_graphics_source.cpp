@@ -126,7 +126,7 @@ class TestGraphicsSource : public QObject
         App::init(m_portal->url());
         QTRY_VERIFY(m_portal->asked().contains(m_answers.contains("/auth/me") ? "GET /auth/me" : "GET /devices"));
         if (!m_answers.contains("/auth/me")) {
-            QTRY_VERIFY(App::get()->outputs().size() == (outputs == "{}" ? 0 : 2) && App::graphics()->signedIn);
+            QTRY_VERIFY(App::get()->outputs().size() == (outputs == "{}" ? 0 : 2) && App::get()->portal().signedIn());
         }
     }
 
