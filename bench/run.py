@@ -19,6 +19,7 @@ from pathlib import Path
 REPOSITORY = Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(REPOSITORY / "demo"))
 
+import fan_out
 import obs_cost
 import picture_latency
 import usb_frames
@@ -108,6 +109,8 @@ def measure_all(build, folder, only):
             "frames of a USB cable": lambda: usb_frames.measure(build / "bench/bench-usb_frames"),
             "a device on a USB cable (about 40 s)": lambda: usb_link.measure(
                 build / "bench/bench-device", simulator, DEVICE),
+            "other programs over TCP (about 30 s)": lambda: fan_out.measure(
+                build / "bench/bench-fan_out", folder),
             "costs in a real OBS (about 3 minutes)": obs,
         }
         for name, measure in parts.items():
