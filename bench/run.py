@@ -20,6 +20,7 @@ REPOSITORY = Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(REPOSITORY / "demo"))
 
 import carriers
+import fan_out
 import obs_cost
 import picture_latency
 import usb_frames
@@ -113,6 +114,8 @@ def measure_all(build, folder, only):
                 build / "bench/bench-device", simulator, DEVICE),
             "the carriers of a session (about a minute)": lambda: carriers.measure(
                 build / "bench/bench-device", simulator, DEVICE, BARE_DEVICE),
+            "other programs over TCP (about 30 s)": lambda: fan_out.measure(
+                build / "bench/bench-fan_out", folder),
             "costs in a real OBS (about 3 minutes)": obs,
         }
         for name, measure in parts.items():
