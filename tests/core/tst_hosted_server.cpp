@@ -170,9 +170,12 @@ private Q_SLOTS:
     {
         Program program(start());
         QTRY_COMPARE(program.lines(), QByteArrayList{emptySnapshot});
-        m_live.setSourceLabel(u"Gym \"1\" ä\n"_s);
-        const QJsonObject envelope{
-            {u"sport"_s, u"basket\u2028\t"_s}, {u"a\"\\/é"_s, u"\x7f\u0001 \U0001F3C0"_s}, {u"b"_s, 3}};
+        m_live.setSourceLabel(u"Gym \"1\""_s);
+        const QJsonObject envelope{{u"sport"_s, u"back\\slash"_s},
+                                   {u"ä"_s, u"tab\t"_s},
+                                   {u"\u2028"_s, u"\x7f"_s},
+                                   {u"b"_s, u"\U0001F3C0"_s},
+                                   {u"c"_s, 3}};
         m_live.ingest(envelope);
         m_live.ingest(envelope);
         m_live.ingest({{u"type"_s, u"heartbeat"_s}, {u"seq"_s, 1}});
@@ -284,6 +287,10 @@ private Q_SLOTS:
         m_server->stop();
         QTRY_VERIFY(reader.isGone());
         QCOMPARE(reader.lines().size(), 201);
+        for (int i = 0; i < 200; ++i) {
+            QVERIFY(toObject(reader.lines()[i + 1])[u"fields"_s][u"filler"_s].toString() ==
+                    filler + QString::number(i));
+        }
         QTRY_VERIFY(m_server->findChildren<HostedClient *>().isEmpty());
     }
 
@@ -352,18 +359,19 @@ private Q_SLOTS:
         const quint16 port = start(settings);
         Program early(port);
         QTRY_COMPARE(m_server->clientCount(), 1);
-        Program late(port); // has its own descriptor by now
+        Program late(port); // has a descriptor of its own by now
         rlimit normal{};
         QCOMPARE(getrlimit(RLIMIT_NOFILE, &normal), 0);
-        const rlimit few{rlim_t(late.socketDescriptor()) + 50, normal.rlim_max};
+        const rlimit few{rlim_t(early.socketDescriptor()) + 50, normal.rlim_max};
         QCOMPARE(setrlimit(RLIMIT_NOFILE, &few), 0);
         QList<int> fillers;
-        for (int fd = 0; (fd = dup(0)) >= 0;) {
+        for (int fd = 0; (fd = dup(int(early.socketDescriptor()))) >= 0;) {
             fillers.append(fd);
         }
         early.write("get\n");
         QTRY_COMPARE(early.lines().size(), 2);
         QTRY_VERIFY(late.isConnected());
+        QVERIFY(!fillers.isEmpty());
         QCOMPARE(m_server->clientCount(), 1);
         std::for_each(fillers.cbegin(), fillers.cend(), close);
         QCOMPARE(setrlimit(RLIMIT_NOFILE, &normal), 0);
