@@ -34,11 +34,9 @@ constexpr const char *outputsPath = "/api/graphics/outputs";
 constexpr const char *twoOutputs = R"({"outputs":[{"id":"a","name":"Bug","share_token":"ta","width":640,"height":360},
     {"id":"b","share_token":"tb"}]})";
 
-QByteArray logged;
-
-void keepLog(int, const char *message, va_list arguments, void *)
+void keepLog(int, const char *message, va_list arguments, void *log)
 {
-    logged += QString::vasprintf(message, arguments).toUtf8() + '\n';
+    *static_cast<QByteArray *>(log) += QString::vasprintf(message, arguments).toUtf8() + '\n';
 }
 
 // The properties as OBS gives them to its dialog.
@@ -133,7 +131,8 @@ class TestGraphicsSource : public QObject
 private Q_SLOTS:
     void initTestCase()
     {
-        base_set_log_handler(keepLog, nullptr);
+        QByteArray logged;
+        base_set_log_handler(keepLog, &logged);
         qputenv("BROWSER_STANDIN_RECORD", m_dir.filePath(u"record"_s).toUtf8());
         setConfigFolder(m_dir.path());
         m_host = std::make_unique<ObsHost>();
@@ -144,6 +143,7 @@ private Q_SLOTS:
             QVERIFY(logged.contains("[tallyforge] this OBS has no browser source, so graphics cannot be shown"));
             QCOMPARE(obs_source_get_width(source), 0U);
         }
+        base_set_log_handler([](int, const char *, va_list, void *) {}, nullptr);
         QVERIFY(ObsHost::load(BROWSER_STANDIN));
     }
     void init()
