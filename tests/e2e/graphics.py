@@ -58,6 +58,7 @@ def page(stage):
             wait_until(lambda: obs.picture("Bug").size == (640, 1080), what="the new width")
             listed(obs)
             check(obs.picture("Bug").size == (640, 1080), "the user's width stays")
+            obs.request("RemoveInput", inputName="Plain")   # whose record would be mixed up below
 
             for enabled in (False, True):
                 obs.request("SetSceneItemEnabled", sceneName="Scene", sceneItemId=item,
@@ -72,7 +73,8 @@ def page(stage):
         with stage.obs(home) as obs:   # signed out
             wait_until(lambda: not (home.module_config / "session.json").exists(), what="the end")
             check(listed(obs) == ["Score bug Pool"], "the chosen one is still in the list")
-            check(record(home)[-1]["settings"]["url"] == settings["url"], "the page stays")
+            wait_until(lambda: record(home)[-1]["settings"].get("url") == settings["url"],
+                       what="the page that stays")
             obs.request("RemoveInput", inputName="Bug")
             wait_until(lambda: events(home)[-1] == "destroy", what="the page to go")
             end = record(home)[-1]
