@@ -101,8 +101,8 @@ private Q_SLOTS:
     void keptSessionGoes_data()
     {
         QTest::addColumn<std::function<void(Pty &, Plugged &)>>("how");
-        const auto row = [](const char *name, std::function<void(Pty &, Plugged &)> how) {
-            QTest::newRow(name) << std::move(how);
+        const auto row = [](const char *name, const std::function<void(Pty &, Plugged &)> &how) {
+            QTest::newRow(name) << how;
         };
         row("the port vanishes", [](Pty &pty, Plugged &) { pty.unplug(); });
         row("the device restarts", [](Pty &pty, Plugged &usb) {
