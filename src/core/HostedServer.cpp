@@ -5,10 +5,10 @@
 
 #include "core/HostedRequest.h"
 #include "core/LiveData.h"
+#include "platform/OpenFiles.h"
 
 #include <QJsonDocument>
 #include <QTcpSocket>
-#include <QTimer>
 
 #include <utility>
 
@@ -22,21 +22,17 @@ constexpr int backlog = 1024;
 } // namespace
 
 HostedServer::HostedServer(LiveData *live, QObject *parent)
-    : HostedServer(live, Settings(), parent)
+    : HostedServer(live, HostedClient::Limits(), parent)
 {
 }
 
-HostedServer::HostedServer(LiveData *live, const Settings &settings, QObject *parent)
+HostedServer::HostedServer(LiveData *live, const HostedClient::Limits &limits, QObject *parent)
     : QObject(parent)
-    , m_settings(settings)
+    , m_limits(limits)
     , m_live(live)
 {
     m_tcpServer.setListenBacklogSize(backlog);
     connect(&m_tcpServer, &QTcpServer::newConnection, this, &HostedServer::takeConnections);
-    // The listener pauses itself then, and nothing else would wake it.
-    connect(&m_tcpServer, &QTcpServer::acceptError, this, [this] {
-        QTimer::singleShot(m_settings.acceptRetry, &m_tcpServer, &QTcpServer::resumeAccepting);
-    });
     connect(m_live, &LiveData::changed, this, &HostedServer::broadcast);
 }
 
@@ -67,7 +63,13 @@ void HostedServer::stop()
 void HostedServer::takeConnections()
 {
     while (QTcpSocket *socket = m_tcpServer.nextPendingConnection()) {
-        auto *client = new HostedClient(socket, m_settings.limits, this);
+        // However many programs come, OBS can still open its recording. Without any descriptor left
+        // the listener would also keep the event loop busy.
+        if (platform::isNearlyTheLast(socket->socketDescriptor())) {
+            delete socket;
+            continue;
+        }
+        auto *client = new HostedClient(socket, m_limits, this);
         m_clients.append(client);
         connect(client, &HostedClient::lineReceived, this,
                 [this, client](const QByteArray &line) { handleLine(client, line); });

@@ -30,16 +30,9 @@ public:
     using CommandHandler =
         std::function<QJsonObject(const QString &op, const QJsonObject &request)>;
 
-    struct Settings
-    {
-        HostedClient::Limits limits;
-        /// How long no program is let in after the system has refused another open file.
-        std::chrono::milliseconds acceptRetry{1000};
-    };
-
     /// live isn't owned and must outlive the server.
     explicit HostedServer(LiveData *live, QObject *parent = nullptr);
-    HostedServer(LiveData *live, const Settings &settings, QObject *parent);
+    HostedServer(LiveData *live, const HostedClient::Limits &limits, QObject *parent);
     ~HostedServer() override;
 
     /// Starts over on another port, and for this computer alone unless the network is allowed. On
@@ -71,7 +64,7 @@ private:
     [[nodiscard]] QJsonObject reply(const HostedRequest &request) const;
     [[nodiscard]] QByteArray snapshot() const;
 
-    const Settings m_settings;
+    const HostedClient::Limits m_limits;
     LiveData *const m_live;
     QTcpServer m_tcpServer;
     QList<HostedClient *> m_clients; // children, in the order of their coming

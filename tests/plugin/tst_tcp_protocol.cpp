@@ -23,8 +23,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const auto docs = QStringLiteral(TALLYFORGE_DOCS);
-
 struct Example
 {
     QString language;
@@ -33,7 +31,7 @@ struct Example
 
 QList<Example> examplesOfThePage()
 {
-    QFile page(docs + u"/tcp-protocol.md"_s);
+    QFile page(QStringLiteral(TALLYFORGE_DOCS "/tcp-protocol.md"));
     static_cast<void>(page.open(QIODevice::ReadOnly));
     static const QRegularExpression block(u"```(\\w*)\\n(.*?)\\n```"_s, QRegularExpression::DotMatchesEverythingOption);
     QList<Example> examples;
@@ -161,7 +159,7 @@ private Q_SLOTS:
     {
         QFETCH(QString, interpreter);
         QFETCH(QString, script);
-        Client follower(interpreter, {docs + u"/examples/"_s + script});
+        Client follower(interpreter, {QStringLiteral(TALLYFORGE_DOCS "/examples/") + script});
         QTRY_COMPARE_WITH_TIMEOUT(follower.output, u"12 : 7\n"_s, 20000);
         m_state.replace("12", "13"); // for the polls to come
         App::get()->live().ingest({{u"home_score"_s, 13}});
@@ -188,7 +186,7 @@ private Q_SLOTS:
     void scriptThatAsks()
     {
         QFETCH(QStringList, arguments);
-        Client asker(u"python3"_s, QStringList{docs + u"/examples/ask.py"_s} + arguments);
+        Client asker(u"python3"_s, QStringList{QStringLiteral(TALLYFORGE_DOCS "/examples/ask.py")} + arguments);
         QTRY_COMPARE_WITH_TIMEOUT(asker.state(), QProcess::NotRunning, 20000);
         QTEST(asker.output, "output");
         QTEST(asker.exitCode(), "exitCode");
