@@ -16,9 +16,9 @@ constexpr qsizetype maxBufferedBytes = 65536;
 
 } // namespace
 
-HostedClient::HostedClient(QTcpSocket *socket, const Limits &limits, QObject *parent)
+HostedClient::HostedClient(QTcpSocket *socket, const Timing &timing, QObject *parent)
     : QObject(parent)
-    , m_limits(limits)
+    , m_timing(timing)
     , m_socket(socket)
 {
     m_socket->setParent(this);
@@ -36,13 +36,9 @@ void HostedClient::send(const QByteArray &bytes)
     if (m_closing) {
         return;
     }
-    const qint64 queued = m_socket->bytesToWrite();
-    if (queued > m_limits.queued) {
-        m_closing = true;
-        m_socket->abort();
-        return;
-    }
-    const qsizetype sent = queued == 0 ? platform::sendNow(m_socket->socketDescriptor(), bytes) : 0;
+    const qsizetype sent = m_socket->bytesToWrite() == 0
+                               ? platform::sendNow(m_socket->socketDescriptor(), bytes)
+                               : 0;
     if (sent < bytes.size()) {
         m_socket->write(sent == 0 ? bytes : bytes.sliced(sent));
     }
@@ -54,7 +50,7 @@ void HostedClient::close()
         return;
     }
     m_closing = true;
-    QTimer::singleShot(m_limits.drain, m_socket, &QTcpSocket::abort);
+    QTimer::singleShot(m_timing.drain, m_socket, &QTcpSocket::abort);
     m_socket->disconnectFromHost();
 }
 

@@ -19,19 +19,17 @@ class HostedClient final : public QObject
     Q_OBJECT
 
 public:
-    struct Limits
+    struct Timing
     {
-        /// Bytes that wait for a program that doesn't read; with more it is cut off.
-        qint64 queued = 64LL * 1024 * 1024;
         /// How long a connection that is to end may still take to carry what is queued.
         std::chrono::milliseconds drain{5000};
     };
 
     /// Takes the connected socket over.
-    HostedClient(QTcpSocket *socket, const Limits &limits, QObject *parent);
+    HostedClient(QTcpSocket *socket, const Timing &timing, QObject *parent);
 
-    /// Sends at once what the system takes, and the rest when the program reads. Does nothing after
-    /// close().
+    /// Sends at once what the system takes, and queues the rest, however much it becomes, until the
+    /// program reads. Does nothing after close().
     void send(const QByteArray &bytes);
 
     /// Ends the connection once all that is queued has gone out; no line comes any more.
@@ -46,7 +44,7 @@ Q_SIGNALS:
 private:
     void readLines();
 
-    const Limits m_limits;
+    const Timing m_timing;
     QTcpSocket *const m_socket; // child
     LineBuffer m_buffer;
     bool m_closing = false;

@@ -22,13 +22,13 @@ constexpr int backlog = 1024;
 } // namespace
 
 HostedServer::HostedServer(LiveData *live, QObject *parent)
-    : HostedServer(live, HostedClient::Limits(), parent)
+    : HostedServer(live, HostedClient::Timing(), parent)
 {
 }
 
-HostedServer::HostedServer(LiveData *live, const HostedClient::Limits &limits, QObject *parent)
+HostedServer::HostedServer(LiveData *live, const HostedClient::Timing &timing, QObject *parent)
     : QObject(parent)
-    , m_limits(limits)
+    , m_timing(timing)
     , m_live(live)
 {
     m_tcpServer.setListenBacklogSize(backlog);
@@ -69,7 +69,7 @@ void HostedServer::takeConnections()
             delete socket;
             continue;
         }
-        auto *client = new HostedClient(socket, m_limits, this);
+        auto *client = new HostedClient(socket, m_timing, this);
         m_clients.append(client);
         connect(client, &HostedClient::lineReceived, this,
                 [this, client](const QByteArray &line) { handleLine(client, line); });

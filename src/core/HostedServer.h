@@ -32,7 +32,7 @@ public:
 
     /// live isn't owned and must outlive the server.
     explicit HostedServer(LiveData *live, QObject *parent = nullptr);
-    HostedServer(LiveData *live, const HostedClient::Limits &limits, QObject *parent);
+    HostedServer(LiveData *live, const HostedClient::Timing &timing, QObject *parent);
     ~HostedServer() override;
 
     /// Starts over on another port, and for this computer alone unless the network is allowed. On
@@ -64,7 +64,7 @@ private:
     [[nodiscard]] QJsonObject reply(const HostedRequest &request) const;
     [[nodiscard]] QByteArray snapshot() const;
 
-    const HostedClient::Limits m_limits;
+    const HostedClient::Timing m_timing;
     LiveData *const m_live;
     QTcpServer m_tcpServer;
     QList<HostedClient *> m_clients; // children, in the order of their coming
