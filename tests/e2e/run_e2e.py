@@ -13,6 +13,7 @@ sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "demo"))
 
 import graphics
 import scenarios
+import server
 from stage import Stage
 from xvfb import Xvfb
 
@@ -20,7 +21,7 @@ SKIPPED = 77
 SCENARIOS = {run.__name__: run for run in (
     scenarios.cloud, scenarios.lan, scenarios.vanished, scenarios.choice, scenarios.style,
     scenarios.many, scenarios.closing, scenarios.untrusted, graphics.page, graphics.properties,
-    graphics.refresh)}
+    graphics.refresh, server.used)}
 
 
 def main():
