@@ -74,7 +74,7 @@ public:
     virtual long long publish(const QJsonObject &change, const QByteArray &line) = 0;
 };
 
-class Hosted final : public Way
+class Hosted : public Way
 {
 public:
     void open(LineReaders &readers, int count) override
@@ -85,16 +85,27 @@ public:
         if (!m_server.start(0, false, &error)) {
             qFatal("%s", qPrintable(error));
         }
+        addSleeper();
+        const int wanted = m_server.clientCount() + count;
         readers.connect(m_server.port(), uint32_t(count), false);
-        while (m_server.clientCount() < count) {
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        }
+        awaitClients(wanted);
     }
     long long publish(const QJsonObject &change, const QByteArray &) override
     {
         m_live.ingest(change);
         return m_changed;
     }
+
+protected:
+    virtual void addSleeper() {}
+    void awaitClients(int count) const
+    {
+        while (m_server.clientCount() < count) {
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        }
+    }
+    LiveData &live() { return m_live; }
+    [[nodiscard]] uint16_t port() const { return m_server.port(); }
 
 private:
     LiveData m_live;
@@ -103,6 +114,29 @@ private:
     const QMetaObject::Connection m_watch =
         QObject::connect(&m_live, &LiveData::changed, &m_live, [this] { m_changed = nowNs(); });
     HostedServer m_server{&m_live};
+};
+
+// Beside one more program, which never reads and has had all that the system holds for it.
+class HostedWithSleeper final : public Hosted
+{
+public:
+    ~HostedWithSleeper() override { close(m_sleeper); }
+
+protected:
+    void addSleeper() override
+    {
+        m_sleeper = connectTo(port());
+        awaitClients(1);
+        const QString filler(60000, u'x');
+        for (int i = 0; i < 400; ++i) {
+            live().ingest({{u"filler"_s, filler + QString::number(i)}});
+        }
+        live().clear();
+        live().ingest(envelope(0));
+    }
+
+private:
+    int m_sleeper = -1;
 };
 
 // The least that any server must do.
@@ -190,10 +224,12 @@ QJsonObject race(LineReaders &readers, int count, int rounds, uint16_t mqttPort,
                  uint16_t brokerPort)
 {
     Hosted hosted;
+    HostedWithSleeper sleeper;
     BareLoop bare;
     std::unique_ptr<Broker> mqtt;
     std::unique_ptr<Broker> broker;
-    std::map<QString, Way *> ways{{u"hosted"_s, &hosted}, {u"bare"_s, &bare}};
+    std::map<QString, Way *> ways{
+        {u"hosted"_s, &hosted}, {u"sleeper"_s, &sleeper}, {u"bare"_s, &bare}};
     if (mqttPort != 0) {
         mqtt = std::make_unique<Broker>(mqttPort, true);
         ways[u"mqtt"_s] = mqtt.get();

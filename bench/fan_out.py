@@ -58,6 +58,7 @@ def race_rows(readers, took):
     return [
         Row(f"{readers} reader{'s' * (readers > 1)}: the plug-in's server", "us", hosted,
             f"< {limit:.1f}", median(hosted) < limit),
+        Row("    beside a program that never reads", "us", took["sleeper"]),
         Row("    a bare loop of send, the floor", "us", floor),
         Row("    an MQTT broker (mosquitto)", "us", took["mqtt"]),
         Row("    a line broker (ncat)", "us", took["broker"]),

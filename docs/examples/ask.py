@@ -12,8 +12,10 @@ with socket.create_connection(("127.0.0.1", 9001)) as server:
     server.sendall(json.dumps(request).encode() + b"\n")
     for line in server.makefile(encoding="utf-8"):
         reply = json.loads(line)
-        if reply.get("op") == request["op"]:    # anything else is a change of the scores
+        if "ok" in reply:    # anything else is a change of the scores
             break
+    else:
+        sys.exit("The connection has ended.")
 if not reply["ok"]:
     sys.exit(reply["error"])
 for device in reply.get("devices", []):

@@ -1,7 +1,7 @@
 #!/usr/bin/env node
 // SPDX-License-Identifier: GPL-2.0-or-later
 // SPDX-FileCopyrightText: 2026 The Tallyforge developers
-// Prints the score, now and whenever it changes.
+// Prints the score, now and whenever anything changes.
 
 import { createConnection } from "node:net";
 import { createInterface } from "node:readline";

@@ -36,9 +36,8 @@ void HostedClient::send(const QByteArray &bytes)
     if (m_closing) {
         return;
     }
-    const qsizetype sent = m_socket->bytesToWrite() == 0
-                               ? platform::sendNow(m_socket->socketDescriptor(), bytes)
-                               : 0;
+    const qsizetype sent =
+        m_socket->bytesToWrite() == 0 ? platform::sendNow(m_socket->socketDescriptor(), bytes) : 0;
     if (sent < bytes.size()) {
         m_socket->write(sent == 0 ? bytes : bytes.sliced(sent));
     }

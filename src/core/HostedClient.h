@@ -23,6 +23,8 @@ public:
     {
         /// How long a connection that is to end may still take to carry what is queued.
         std::chrono::milliseconds drain{5000};
+        /// How long the server accepts nobody after the system has refused a connection.
+        std::chrono::milliseconds rest{1000};
     };
 
     /// Takes the connected socket over.

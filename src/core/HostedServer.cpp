@@ -3,12 +3,13 @@
 
 #include "core/HostedServer.h"
 
+#include "common/JsonText.h"
 #include "core/HostedRequest.h"
 #include "core/LiveData.h"
 #include "platform/OpenFiles.h"
 
-#include <QJsonDocument>
 #include <QTcpSocket>
+#include <QTimer>
 
 #include <utility>
 
@@ -33,6 +34,14 @@ HostedServer::HostedServer(LiveData *live, const HostedClient::Timing &timing, Q
 {
     m_tcpServer.setListenBacklogSize(backlog);
     connect(&m_tcpServer, &QTcpServer::newConnection, this, &HostedServer::takeConnections);
+    // With no descriptor left, Qt's listener rests for good.
+    connect(&m_tcpServer, &QTcpServer::acceptError, this, [this] {
+        QTimer::singleShot(m_timing.rest, this, [this] {
+            if (m_tcpServer.isListening()) {
+                m_tcpServer.resumeAccepting();
+            }
+        });
+    });
     connect(m_live, &LiveData::changed, this, &HostedServer::broadcast);
 }
 
@@ -63,8 +72,7 @@ void HostedServer::stop()
 void HostedServer::takeConnections()
 {
     while (QTcpSocket *socket = m_tcpServer.nextPendingConnection()) {
-        // However many programs come, OBS can still open its recording. Without any descriptor left
-        // the listener would also keep the event loop busy.
+        // However many programs come, OBS can still open its recording.
         if (platform::isNearlyTheLast(socket->socketDescriptor())) {
             delete socket;
             continue;
@@ -111,7 +119,7 @@ QByteArray HostedServer::snapshot() const
 
 void HostedServer::sendJson(HostedClient *client, const QJsonObject &object)
 {
-    client->send(QJsonDocument(object).toJson(QJsonDocument::Compact).append('\n'));
+    client->send(jsonLine(object));
 }
 
 void HostedServer::handleLine(HostedClient *client, const QByteArray &line)

@@ -5,6 +5,9 @@
 
 #include "common/JsonText.h"
 
+#include <QDateTime>
+#include <QTimeZone>
+
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -59,7 +62,7 @@ bool LiveData::ingest(const QJsonObject &envelope)
     QMutexLocker lock(&m_mutex);
     const bool sportChanged = mergeSport(envelope);
     const QStringList names = mergeFields(fields);
-    m_updatedAt = QDateTime::currentDateTimeUtc();
+    stampTime();
     lock.unlock();
 
     if (!names.isEmpty()) {
@@ -69,6 +72,16 @@ bool LiveData::ingest(const QJsonObject &envelope)
         Q_EMIT changed();
     }
     return true;
+}
+
+// The text is kept, for making it takes longer than all the rest of a snapshot.
+void LiveData::stampTime()
+{
+    const qint64 second = QDateTime::currentSecsSinceEpoch();
+    if (m_updatedAt.isEmpty() || second != m_updatedAtSecond) {
+        m_updatedAtSecond = second;
+        m_updatedAt = QDateTime::fromSecsSinceEpoch(second, QTimeZone::UTC).toString(Qt::ISODate);
+    }
 }
 
 bool LiveData::mergeSport(const QJsonObject &envelope)
@@ -112,7 +125,7 @@ void LiveData::clear()
     }
     m_fields.clear();
     m_sport.clear();
-    m_updatedAt = {};
+    m_updatedAt.clear();
     lock.unlock();
 
     Q_EMIT fieldsChanged({});
@@ -148,7 +161,7 @@ QJsonObject LiveData::toJson() const
         {QStringLiteral("sport"), m_sport},
         {QStringLiteral("fields"), fields},
         {QStringLiteral("source"), m_sourceLabel},
-        {QStringLiteral("updated_at"), updatedAtText()},
+        {QStringLiteral("updated_at"), m_updatedAt},
     };
 }
 
@@ -175,13 +188,8 @@ QByteArray LiveData::toCompactJson() const
     json.append(",\"sport\":");
     appendJsonString(json, m_sport);
     json.append(",\"updated_at\":");
-    appendJsonString(json, updatedAtText());
+    appendJsonString(json, m_updatedAt);
     return json.append('}');
-}
-
-QString LiveData::updatedAtText() const
-{
-    return m_updatedAt.isValid() ? m_updatedAt.toString(Qt::ISODate) : QString();
 }
 
 void LiveData::setSourceLabel(const QString &label)

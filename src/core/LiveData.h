@@ -54,14 +54,15 @@ Q_SIGNALS:
     void sourceChanged();
 
 private:
+    void stampTime();
     bool mergeSport(const QJsonObject &envelope);
     QStringList mergeFields(const QJsonObject &fields);
-    [[nodiscard]] QString updatedAtText() const;
 
     mutable QMutex m_mutex; // no signal is emitted while it is held
     QString m_sport;        // guarded by the mutex, like the fields and their time
     QMap<QString, QString> m_fields;
-    QDateTime m_updatedAt;
+    QString m_updatedAt;          // ISO 8601
+    qint64 m_updatedAtSecond = 0; // the same, since the epoch
     QString m_sourceLabel;
 };
 

@@ -16,7 +16,9 @@ qsizetype sendNow(qintptr socketDescriptor, const QByteArray &bytes)
 #ifdef MSG_NOSIGNAL
     constexpr int flags = MSG_NOSIGNAL;
 #else
-    constexpr int flags = 0; // Qt has the process ignore the signal
+    constexpr int flags = 0;
+    const int on = 1;
+    setsockopt(static_cast<int>(socketDescriptor), SOL_SOCKET, SO_NOSIGPIPE, &on, sizeof on);
 #endif
     const auto taken = ::send(static_cast<int>(socketDescriptor), bytes.constData(),
                               static_cast<size_t>(bytes.size()), flags);

@@ -170,10 +170,10 @@ void App::onSessionLeft(DeviceSession *session)
 
 void App::onSignedInChanged(bool signedIn)
 {
-    ++m_signInChanges;
     std::unique_lock lock(lifetime().mutex);
     m_graphics.signedIn = signedIn;
     if (!signedIn) {
+        ++m_signOuts;
         m_graphics.outputs.clear();
     }
     lock.unlock();
@@ -193,8 +193,8 @@ void App::onSignedInChanged(bool signedIn)
 
 void App::refreshDevices(const Callback &callback)
 {
-    m_portal.listDevices([this, callback, asked = m_signInChanges](const PortalResult &reply) {
-        const PortalResult result = asked == m_signInChanges ? reply : signedOutMeanwhile();
+    m_portal.listDevices([this, callback, asked = m_signOuts](const PortalResult &reply) {
+        const PortalResult result = asked == m_signOuts ? reply : signedOutMeanwhile();
         if (result.ok) {
             m_devices = PortalClient::parseDevices(result.data);
             Q_EMIT devicesChanged();
@@ -214,18 +214,17 @@ void App::refreshOutputs(const Callback &callback)
         }
         return;
     }
-    m_portal.listGraphicsOutputs(
-        [this, callback, asked = m_signInChanges](const PortalResult &reply) {
-            const PortalResult result = asked == m_signInChanges ? reply : signedOutMeanwhile();
-            if (result.ok) {
-                setOutputs(PortalClient::parseOutputs(result.data, m_portal.baseUrl()));
-            } else {
-                setOutputsError(result.message);
-            }
-            if (callback) {
-                callback(result.ok, m_graphics.error);
-            }
-        });
+    m_portal.listGraphicsOutputs([this, callback, asked = m_signOuts](const PortalResult &reply) {
+        const PortalResult result = asked == m_signOuts ? reply : signedOutMeanwhile();
+        if (result.ok) {
+            setOutputs(PortalClient::parseOutputs(result.data, m_portal.baseUrl()));
+        } else {
+            setOutputsError(result.message);
+        }
+        if (callback) {
+            callback(result.ok, m_graphics.error);
+        }
+    });
 }
 
 void App::setOutputs(const QList<GraphicsOutput> &outputs)
@@ -266,6 +265,7 @@ bool App::refreshOutputsBlocking(int timeoutMs)
     if (!wait->done) {
         QTimer timer;
         timer.setSingleShot(true);
+        timer.setTimerType(Qt::PreciseTimer); // a coarse one may be late by a twentieth
         connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit);
         connect(this, &QObject::destroyed, &loop, &QEventLoop::quit);
         timer.start(timeoutMs);

@@ -153,7 +153,7 @@ QString statusText(const OutputsKnown &known)
 }
 
 // libobs calls this too whenever it makes the properties. A size that the user has set himself
-// for the output that is already shown must survive that.
+// for the page that is already shown must survive that.
 bool takeOverOutput(obs_properties_t *properties, obs_property_t *, obs_data_t *settings)
 {
     const OutputsKnown known = App::graphics();
@@ -161,10 +161,10 @@ bool takeOverOutput(obs_properties_t *properties, obs_property_t *, obs_data_t *
     if (output == nullptr) {
         return false;
     }
+    obs_data_set_string(settings, nameKey, output->name.toUtf8().constData());
     const QByteArray url = output->url.toUtf8();
     if (url != obs_data_get_string(settings, urlKey)) {
         obs_data_set_string(settings, urlKey, url.constData());
-        obs_data_set_string(settings, nameKey, output->name.toUtf8().constData());
         obs_data_set_int(settings, widthKey, output->width);
         obs_data_set_int(settings, heightKey, output->height);
         // OBS has asked for an update before it called this, which may have been carried out.
