@@ -34,7 +34,7 @@ HostedServer::HostedServer(LiveData *live, const HostedClient::Timing &timing, Q
 {
     m_tcpServer.setListenBacklogSize(backlog);
     connect(&m_tcpServer, &QTcpServer::newConnection, this, &HostedServer::takeConnections);
-    // With no descriptor left, Qt's listener rests for good.
+    // When it can't open a descriptor for a program, Qt's listener rests for good.
     connect(&m_tcpServer, &QTcpServer::acceptError, this, [this] {
         QTimer::singleShot(m_timing.rest, this, [this] {
             if (m_tcpServer.isListening()) {
