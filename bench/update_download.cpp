@@ -2,13 +2,13 @@
 // SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
 // One download of an update, to the point where it would be unpacked. Prints an object of JSON: how
-// long it took, each span of time that the event loop was held in it, and the memory at its peak
-// beyond that of its start.
+// long it took, for how many milliseconds the event loop was held when somebody knocked at it, and
+// the memory at its peak beyond that of its start.
 // Usage: bench-update_download MANIFEST_URL EMPTY_FOLDER
+//        bench-update_download: only knocks, until its input ends
 
 #include "updater/PluginUpdater.h"
 
-#include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
@@ -16,10 +16,16 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QSocketNotifier>
 
-#include <algorithm>
+#include <atomic>
+#include <chrono>
 #include <cstdio>
 #include <optional>
+#include <thread>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 using namespace tallyforge;
 using namespace Qt::StringLiterals;
@@ -65,31 +71,56 @@ void forgetMemoryPeak()
     }
 }
 
-// Each span between two sleeps of the main thread's event loop.
+// Knocks at the event loop a thousand times a second, as a user would, and notes how long each
+// knock waits until the main thread comes to it.
 class LoopWatch
 {
 public:
     LoopWatch()
     {
-        const auto *dispatcher = QAbstractEventDispatcher::instance();
-        QObject::connect(dispatcher, &QAbstractEventDispatcher::awake, &m_context, [this] {
-            if (!m_awake) {
-                m_awake.emplace().start();
-            }
-        });
-        QObject::connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, &m_context, [this] {
-            if (m_awake) {
-                m_held.append(double(m_awake->nsecsElapsed()) / 1e6);
-                m_awake.reset();
+        if (pipe2(m_pipe, O_CLOEXEC) != 0) {
+            qFatal("There is no pipe.");
+        }
+        QObject::connect(&m_notifier.emplace(m_pipe[0], QSocketNotifier::Read),
+                         &QSocketNotifier::activated, &m_context, [this] {
+                             qint64 knocked = 0;
+                             if (read(m_pipe[0], &knocked, sizeof knocked) == sizeof knocked) {
+                                 m_waited.append(double(now() - knocked) / 1e6);
+                             }
+                         });
+        m_knocking = std::thread([this] {
+            for (; !m_ending; std::this_thread::sleep_for(std::chrono::milliseconds(1))) {
+                const qint64 knocks = now();
+                if (write(m_pipe[1], &knocks, sizeof knocks) != sizeof knocks) {
+                    qFatal("The pipe is full.");
+                }
             }
         });
     }
-    QJsonArray held() const { return m_held; }
+    ~LoopWatch()
+    {
+        m_ending = true;
+        m_knocking.join();
+        close(m_pipe[0]);
+        close(m_pipe[1]);
+    }
+    Q_DISABLE_COPY_MOVE(LoopWatch)
+
+    QJsonArray waited() const { return m_waited; }
 
 private:
+    static qint64 now()
+    {
+        return std::chrono::nanoseconds(std::chrono::steady_clock::now().time_since_epoch())
+            .count();
+    }
+
+    int m_pipe[2] = {};
+    std::optional<QSocketNotifier> m_notifier;
     QObject m_context;
-    std::optional<QElapsedTimer> m_awake;
-    QJsonArray m_held;
+    QJsonArray m_waited;
+    std::atomic<bool> m_ending = false;
+    std::thread m_knocking;
 };
 
 void waitFor(const PluginUpdater &updater, State from, State to)
@@ -102,17 +133,20 @@ void waitFor(const PluginUpdater &updater, State from, State to)
     }
 }
 
-} // namespace
-
-int main(int argc, char **argv)
+QJsonObject idle()
 {
-    const QCoreApplication application(argc, argv);
-    if (argc != 3) {
-        std::fputs("Usage: bench-update_download MANIFEST_URL EMPTY_FOLDER\n", stderr);
-        return 2;
-    }
+    const LoopWatch watch;
+    const QSocketNotifier end(STDIN_FILENO, QSocketNotifier::Read);
+    QObject::connect(&end, &QSocketNotifier::activated, QCoreApplication::instance(),
+                     &QCoreApplication::quit);
+    QCoreApplication::exec();
+    return {{u"waited"_s, watch.waited()}};
+}
+
+QJsonObject download(const QString &manifestUrl, const QDir &folder)
+{
     PluginUpdater updater;
-    updater.setConfig(install(QString::fromLocal8Bit(argv[1]), QDir(QString::fromLocal8Bit(argv[2]))));
+    updater.setConfig(install(manifestUrl, folder));
     updater.check(true);
     waitFor(updater, State::Checking, State::Available);
 
@@ -123,9 +157,23 @@ int main(int argc, char **argv)
     whole.start();
     updater.install();
     waitFor(updater, State::Available, State::Installing);
-    const QJsonObject result{{u"seconds"_s, double(whole.nsecsElapsed()) / 1e9},
-                             {u"held"_s, watch.held()},
-                             {u"bytes"_s, memory("VmHWM") - before}};
+    return {{u"seconds"_s, double(whole.nsecsElapsed()) / 1e9},
+            {u"waited"_s, watch.waited()},
+            {u"bytes"_s, memory("VmHWM") - before}};
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    if (argc != 1 && argc != 3) {
+        std::fputs("Usage: bench-update_download [MANIFEST_URL EMPTY_FOLDER]\n", stderr);
+        return 2;
+    }
+    const QJsonObject result =
+        argc == 1 ? idle()
+                  : download(QString::fromLocal8Bit(argv[1]), QString::fromLocal8Bit(argv[2]));
     std::puts(QJsonDocument(result).toJson(QJsonDocument::Compact).constData());
     return 0;
 }

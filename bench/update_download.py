@@ -33,7 +33,14 @@ def ours(program, folder):
                                      check=True, timeout=120, stdout=subprocess.PIPE).stdout)
 
 
-def by_curl(target, checksum):
+def by_curl(program, target, checksum):
+    """What curl takes, and how long an event loop with nothing to do is held beside it."""
+    with subprocess.Popen([str(program)], stdin=subprocess.PIPE, stdout=subprocess.PIPE) as idle:
+        seconds = time_curl(target, checksum)
+        return {"seconds": seconds} | json.loads(idle.communicate(timeout=60)[0])
+
+
+def time_curl(target, checksum):
     begin = time.monotonic()
     shown = subprocess.run(f"curl -s {ADDRESS}package | tee {target} | sha256sum", shell=True,
                            check=True, timeout=120, stdout=subprocess.PIPE, text=True).stdout
@@ -52,22 +59,25 @@ def measure(program, folder):
     with running(server, PORT):
         for number in range(ROUNDS):
             found.append(ours(program, folder / f"download-{number}"))
-            curl.append(by_curl(folder / f"curl-{number}", checksum))
+            curl.append(by_curl(program, folder / f"curl-{number}", checksum))
     return rows(found, curl)
 
 
 def rows(found, curl):
-    seconds = [one["seconds"] for one in found]
-    held = [max(one["held"]) for one in found]
-    megabytes = [one["bytes"] / 1e6 for one in found]
-    limit = CURL_TIMES * median(curl)
+    def each(runs, kind):
+        return [run[kind] for run in runs]
+    seconds, by_curl_seconds = each(found, "seconds"), each(curl, "seconds")
+    held, idle = sum(each(found, "waited"), []), sum(each(curl, "waited"), [])
+    megabytes = [size / 1e6 for size in each(found, "bytes")]
+    limit = CURL_TIMES * median(by_curl_seconds)
     return [
         Heading(f"Download of an update of 200 MiB: within {CURL_TIMES} times of curl"),
         Row("Received, summed up and written", "s", seconds, f"< {limit:.2f}",
             median(seconds) < limit),
-        Row("    curl | tee FILE | sha256sum", "s", curl),
-        Row("    event loop held at most", "ms", held, f"< {HELD_MILLISECONDS}",
+        Row("    curl | tee FILE | sha256sum", "s", by_curl_seconds),
+        Row("    event loop held", "ms", held, f"< {HELD_MILLISECONDS}",
             max(held) < HELD_MILLISECONDS),
+        Row("    an idle one while curl downloads: what the machine does", "ms", idle),
         Row("    memory beyond the start", "MB", megabytes, f"< {MEGABYTES}",
             max(megabytes) < MEGABYTES),
     ]
