@@ -86,6 +86,9 @@ QString syncTree(const QString &root)
 
 QString removeTree(const QString &path)
 {
+    if (!isThere(path)) {
+        return {};
+    }
     std::error_code error;
     fs::remove_all(nativePath(path), error);
     if (error) {
