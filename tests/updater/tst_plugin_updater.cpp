@@ -19,12 +19,7 @@
 #include <QTest>
 #include <QTimer>
 
-#include <thread>
-
-#include <linux/capability.h>
 #include <sys/mount.h>
-#include <sys/syscall.h>
-#include <unistd.h>
 
 using namespace tallyforge;
 using namespace tallyforge::test;
@@ -411,14 +406,7 @@ private Q_SLOTS:
             rig.updater->setConfig(rig.config);
             QFile folder(rig.dir.filePath(readOnly));
             folder.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
-            bool possible = false;
-            std::thread([&] { // gives up for good what root may do in spite of access modes
-                __user_cap_header_struct header{_LINUX_CAPABILITY_VERSION_3, 0};
-                __user_cap_data_struct none[2]{};
-                syscall(SYS_capset, &header, none);
-                possible = rig.updater->canInstallInPlace();
-            })
-                .join();
+            const bool possible = rig.updater->canInstallInPlace();
             folder.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
             QCOMPARE(possible, readOnly == u".");
         }
