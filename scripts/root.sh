@@ -14,7 +14,7 @@ source "$here/lib.sh"
 # The recipe: whatever changes here makes a new root.
 suite=forky
 packages=(
-    g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-connectivity-dev libobs-dev
+    g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-connectivity-dev libobs-dev libssl-dev
     obs-studio obs-plugins libgl1-mesa-dri fonts-dejavu-core
     xvfb xauth openbox x11-apps xdotool imagemagick
     python3-websockets python3-dbusmock dbus-daemon openssl ca-certificates procps iproute2
@@ -49,6 +49,7 @@ host_is_enough() {
         have "$tool" || return 1
     done
     pkg-config --atleast-version=32 libobs &&
+        pkg-config --atleast-version=3 libcrypto &&
         pkg-config --atleast-version=6.8 Qt6Core && # given both, it looks at the first alone
         pkg-config --atleast-version=6.8 Qt6Bluetooth &&
         python3 -c 'import dbusmock, websockets' 2>/dev/null
