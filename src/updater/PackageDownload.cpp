@@ -15,9 +15,9 @@ namespace tallyforge {
 
 namespace {
 
-constexpr qint64 readBuffer = 256 * 1024;
-constexpr qint64 writeQueue = 256 * 1024;
-constexpr qint64 chunkSize = 64 * 1024;
+constexpr qint64 readBuffer = 64 * 1024;
+constexpr qint64 writeQueue = 64 * 1024;
+constexpr qint64 chunkSize = 32 * 1024;
 
 } // namespace
 

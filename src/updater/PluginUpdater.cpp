@@ -16,6 +16,7 @@
 #include <QUrl>
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -29,18 +30,17 @@ constexpr qint64 sizeTolerance = 4096; // by which a package may pass its size u
 // An emptied staging folder with the beginning of a package in it.
 struct Prepared
 {
-    QString error;
+    std::optional<QString> error;
     std::shared_ptr<PackageFile> file; // null if it can't be written
 };
 
 Prepared prepareStaging(const QString &directory, const QString &package)
 {
-    QString error = removeTree(directory);
-    if (error.isEmpty() && !QDir().mkpath(directory)) {
-        error = directory;
-    }
-    if (!error.isEmpty()) {
+    if (QString error = removeTree(directory); !error.isEmpty()) {
         return {error, nullptr};
+    }
+    if (!QDir().mkpath(directory)) {
+        return {directory, nullptr};
     }
     auto file = std::make_shared<PackageFile>(package);
     return {{}, file->open() ? file : nullptr};
@@ -185,9 +185,9 @@ void PluginUpdater::install()
             return prepareStaging(directory, package);
         },
         [this](const Prepared &prepared) {
-            if (!prepared.error.isEmpty()) {
+            if (prepared.error) {
                 end(State::Failed,
-                    tr("Could not prepare a download folder (%1).").arg(prepared.error));
+                    tr("Could not prepare a download folder (%1).").arg(*prepared.error));
             } else if (!prepared.file) {
                 end(State::Failed, tr("Could not write the update to disk."));
             } else {
