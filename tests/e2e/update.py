@@ -43,7 +43,7 @@ REFUSED = [   # what the server does, where that is noticed, and what the user i
     ({"kind": "wrong-size", "path": MANIFEST}, "install",
      "The download was incomplete, so it was discarded. Try again."),
 ]
-LINK = ("The update package contained an unexpected link, so it was rejected. Nothing was changed.")
+LINK = "The update package contained an unexpected link, so it was rejected. Nothing was changed."
 FOR_ALL = ("This copy of the plugin was installed for all users, so it cannot update itself. "
            "Download and run the installer from https://localhost:8444/download.")
 
@@ -139,15 +139,15 @@ def plugin_of(home):
 def check_whole(home, offer, version, what):
     found = tree(plugin_of(home))
     check(found == offer.trees[version], f"{what}: the files are those of {version}, not {found}")
+    neighbours = {path.name for path in plugin_of(home).parent.iterdir()}
+    check(neighbours == {MODULE, "browser-standin", "updater-driver"}, f"{what}: {neighbours}")
 
 
 def check_clean(home):
     """Nothing lies about that belongs to nobody, but for the version before."""
     left = [path for path in home.config.rglob("*") if path.name.endswith((".old", ".new", ".zip"))]
     staged = {path.name for path in home.module_config.glob("update/*")}
-    neighbours = {path.name for path in plugin_of(home).parent.iterdir()}
     check(not left and staged <= {"previous"}, f"left over: {left}, {staged}")
-    check(neighbours == {MODULE, "browser-standin", "updater-driver"}, f"{neighbours}")
 
 
 def update(stage):
