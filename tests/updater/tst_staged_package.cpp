@@ -56,6 +56,10 @@ class TestStagedPackage : public QObject
 {
     Q_OBJECT
 
+    QTemporaryDir m_top;
+    QDir m_packages{m_top.filePath(u"packages"_s)};
+    QString m_extracted = m_top.filePath(u"packages/update/extracted"_s);
+
 private Q_SLOTS:
     void initTestCase()
     {
@@ -239,10 +243,6 @@ private Q_SLOTS:
             QDir(disk.path() + u"/bundle"_s).removeRecursively();
         }
     }
-
-    QTemporaryDir m_top;
-    QDir m_packages{m_top.filePath(u"packages"_s)};
-    QString m_extracted = m_top.filePath(u"packages/update/extracted"_s);
 };
 
 QTEST_GUILESS_MAIN(TestStagedPackage)
