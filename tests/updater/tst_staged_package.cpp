@@ -238,7 +238,8 @@ private Q_SLOTS:
     {
         const SmallDisk disk;
         const QString archive = m_packages.filePath(u"many-bombs.zip"_s);
-        for (const platform::Command &command : platform::unpackCommands(archive, disk.path())) {
+        const auto commands = platform::unpackCommands(archive, disk.path());
+        for (const platform::Command &command : commands) {
             QCOMPARE(unpack(command, disk.path(), {}), Result::Failed);
             QDir(disk.path() + u"/bundle"_s).removeRecursively();
         }
