@@ -56,6 +56,10 @@ class TestStagedPackage : public QObject
 {
     Q_OBJECT
 
+    QTemporaryDir m_top;
+    QDir m_packages{m_top.filePath(u"packages"_s)};
+    QString m_extracted = m_top.filePath(u"packages/update/extracted"_s);
+
 private Q_SLOTS:
     void initTestCase()
     {
@@ -234,15 +238,12 @@ private Q_SLOTS:
     {
         const SmallDisk disk;
         const QString archive = m_packages.filePath(u"many-bombs.zip"_s);
-        for (const platform::Command &command : platform::unpackCommands(archive, disk.path())) {
+        const auto commands = platform::unpackCommands(archive, disk.path());
+        for (const platform::Command &command : commands) {
             QCOMPARE(unpack(command, disk.path(), {}), Result::Failed);
             QDir(disk.path() + u"/bundle"_s).removeRecursively();
         }
     }
-
-    QTemporaryDir m_top;
-    QDir m_packages{m_top.filePath(u"packages"_s)};
-    QString m_extracted = m_top.filePath(u"packages/update/extracted"_s);
 };
 
 QTEST_GUILESS_MAIN(TestStagedPackage)
