@@ -8,6 +8,7 @@
 #include "common/BuildConfig.h"
 #include "platform/PlatformKey.h"
 #include "plugin/LibobsApi.h"
+#include "updater/PluginUpdater.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -17,14 +18,18 @@
 int main()
 {
     using namespace tallyforge;
-    const QString minObs =
-        QStringLiteral("%1.%2.%3").arg(libobsApi[0]).arg(libobsApi[1]).arg(libobsApi[2]);
+    // OBS loads what was built for another patch level of its API as well.
+    const QString minObs = QStringLiteral("%1.%2.0").arg(libobsApi[0]).arg(libobsApi[1]);
+    const ArchiveUnpacker::Limits unpacked;
     const QJsonObject facts{
         {QStringLiteral("version"), build_config::version()},
         {QStringLiteral("platform_key"), platform::platformKey()},
         {QStringLiteral("binary"), platform::binaryPath()},
         {QStringLiteral("min_obs"), minObs},
         {QStringLiteral("manifest_url"), build_config::updateManifestUrl()},
+        {QStringLiteral("max_package_bytes"), PluginUpdater::Limits().package},
+        {QStringLiteral("max_bytes"), unpacked.bytes},
+        {QStringLiteral("max_entries"), unpacked.entries},
     };
     std::puts(QJsonDocument(facts).toJson(QJsonDocument::Compact).constData());
 }

@@ -89,6 +89,13 @@ def make(plugin, facts, out, changes="", merged=None):
     out.mkdir(parents=True, exist_ok=True)
     package = out / f"tallyforge-obs-{facts['version']}-{facts['platform_key']}.zip"
     write_zip(plugin, package)
+    entries = list(_entries(plugin))
+    sizes = {"max_package_bytes": package.stat().st_size, "max_entries": len(entries),
+             "max_bytes": sum(path.stat().st_size for path, _ in entries if path.is_file())}
+    for limit, size in sizes.items():
+        if size > facts[limit]:
+            raise PackageError(f"The updater would refuse the package: {limit} is {facts[limit]}, "
+                               f"not {size}.")
     manifest = _manifest(facts, changes, package, merged)
     (out / MANIFEST).write_text(json.dumps(manifest, indent=2) + "\n")
     return package

@@ -5,6 +5,8 @@
 
 #include "updater/FileTree.h"
 
+#include <system_error>
+
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 
@@ -30,6 +32,7 @@ ArchiveUnpacker::ArchiveUnpacker(Limits limits, QObject *parent)
     connect(&m_timeout, &QTimer::timeout, this, [this] { platform::killUnpacker(m_process); });
     connect(&m_watch, &QTimer::timeout, this, &ArchiveUnpacker::watchSpace);
     connect(&m_process, &QProcess::finished, this, [this](int code, QProcess::ExitStatus status) {
+        letOwnerIn(m_directory);
         const bool unpacked = status == QProcess::NormalExit && code == 0 && !isTooMuch();
         finish(unpacked ? Result::Unpacked : Result::Failed);
     });
@@ -66,24 +69,32 @@ void ArchiveUnpacker::run(const platform::Command &command, const QString &direc
     m_process.start(command.program, command.arguments);
 }
 
-// A small package can hold a disk full of zeros, or files without end.
+// A small package can hold a disk full of zeros, or files without end. What can't be looked at, for
+// its path is too long, may hold just that; what is gone again doesn't count, nor what is locked
+// until the end.
 bool ArchiveUnpacker::isTooMuch() const
 {
+    const auto hides = [](const std::error_code &error) {
+        return error && error != std::errc::no_such_file_or_directory &&
+               error != std::errc::permission_denied;
+    };
     std::error_code error;
     qint64 bytes = 0;
     int entries = 0;
-    for (fs::recursive_directory_iterator entry(nativePath(m_directory), error), end;
+    for (fs::recursive_directory_iterator
+             entry(nativePath(m_directory), fs::directory_options::skip_permission_denied, error),
+         end;
          !error && entry != end; entry.increment(error)) {
-        std::error_code gone;
-        if (!entry->is_symlink(gone) && entry->is_regular_file(gone)) {
-            const auto size = entry->file_size(gone);
-            bytes += gone ? 0 : static_cast<qint64>(size);
+        std::error_code unknown;
+        if (!entry->is_symlink(unknown) && entry->is_regular_file(unknown)) {
+            const auto size = entry->file_size(unknown);
+            bytes += unknown ? 0 : static_cast<qint64>(size);
         }
-        if (++entries > m_limits.entries || bytes > m_limits.bytes) {
+        if (hides(unknown) || ++entries > m_limits.entries || bytes > m_limits.bytes) {
             return true;
         }
     }
-    return false;
+    return hides(error);
 }
 
 void ArchiveUnpacker::watchSpace()

@@ -12,7 +12,6 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <system_error>
 #include <tuple>
 
 namespace tallyforge {
@@ -26,18 +25,11 @@ QString newBundlePath(const QString &target)
     return besideBundle(target, QLatin1StringView("new"));
 }
 
-bool moveFolder(const QString &from, const QString &to)
-{
-    std::error_code error;
-    std::filesystem::rename(nativePath(from), nativePath(to), error);
-    return !error;
-}
-
 // Nothing depends on an old version beside a new one that is in place, so keeping it may fail, and
 // so may tidying up: the next start does it.
 void keepOld(const QString &old, const QString &backup)
 {
-    if (!moveFolder(old, backup) && !copyTree(old, backup)) {
+    if (!moveOver(old, backup) && !copyTree(old, backup)) {
         std::ignore = removeTree(backup);
     }
     std::ignore = removeTree(old);
@@ -60,13 +52,13 @@ bool exchangeCopy(const QString &source, const QString &target, const QString &b
 // Between the two there is no plug-in: the way for a file system that can't do better.
 bool renameBoth(const QString &source, const QString &target, const QString &backup)
 {
-    if (!moveFolder(target, backup)) {
+    if (!moveOver(target, backup)) {
         return false;
     }
-    if (moveFolder(source, target)) {
+    if (moveOver(source, target)) {
         return true;
     }
-    std::ignore = moveFolder(backup, target); // if this fails too, all new files are still brought
+    std::ignore = moveOver(backup, target); // if this fails too, all new files are still brought
     return false;
 }
 
@@ -88,10 +80,10 @@ bool swapBundles(const QString &source, const QString &target, const QString &ba
     return false;
 }
 
-void finishInterrupted(const QString &target)
+bool finishInterrupted(const QString &target)
 {
-    undoInterruptedReplacement(target);
     std::ignore = removeTree(newBundlePath(target));
+    return undoInterruptedReplacement(target);
 }
 
 QString install(const QString &source, const QString &target, const QString &backup, bool allowSwap)
@@ -104,7 +96,9 @@ QString install(const QString &source, const QString &target, const QString &bac
     if (lock.isTaken()) {
         return QCoreApplication::translate("PluginUpdater", "%1 is in use").arg(target);
     }
-    finishInterrupted(target);
+    if (!finishInterrupted(target)) { // the next start would do that to the new bundle
+        return QCoreApplication::translate("PluginUpdater", "could not write %1").arg(target);
+    }
     // A file system may put a folder in its place long before what the files hold: without this, a
     // power cut would leave a plug-in of empty files.
     if (const QString unwritten = syncTree(source); !unwritten.isEmpty()) {
@@ -133,7 +127,7 @@ void cleanupLeftovers(const QString &root)
     if (lock.isTaken() || !QFileInfo(root).isDir()) {
         return;
     }
-    finishInterrupted(root);
+    std::ignore = finishInterrupted(root);
     const QStringList files = filesBelow(root);
     for (const QString &file : files) {
         if (file.endsWith(u".old")) {

@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <optional>
 #include <system_error>
+#include <tuple>
 
 namespace fs = std::filesystem;
 using namespace Qt::StringLiterals;
@@ -56,6 +57,13 @@ bool saveRecord(const QString &target, const QList<Step> &steps)
            platform::syncToDisk(QFileInfo(recordPath(target)).path());
 }
 
+// A record that somebody else has written must not lead to the bundle itself, or out of it.
+bool isBelowBundle(const QString &path)
+{
+    return !path.isEmpty() && QDir::isRelativePath(path) && QDir::cleanPath(path) == path &&
+           path != "."_L1 && path != ".."_L1 && !path.startsWith("../"_L1);
+}
+
 std::optional<QList<Step>> loadRecord(const QString &target)
 {
     QFile file(recordPath(target));
@@ -65,20 +73,12 @@ std::optional<QList<Step>> loadRecord(const QString &target)
     QList<Step> steps;
     const QByteArrayList lines = file.readAll().split('\0');
     for (const QByteArray &line : lines) {
-        const QString path =
-            QDir::cleanPath(QString::fromUtf8(line.sliced(line.isEmpty() ? 0 : 1)));
-        if (!path.isEmpty() && QDir::isRelativePath(path) && !path.startsWith("../"_L1)) {
+        const QString path = QString::fromUtf8(line.sliced(line.isEmpty() ? 0 : 1));
+        if (isBelowBundle(path)) {
             steps.append({path, line.startsWith('=')});
         }
     }
     return steps;
-}
-
-bool moveOver(const QString &from, const QString &to)
-{
-    std::error_code error;
-    fs::rename(nativePath(from), nativePath(to), error);
-    return !error;
 }
 
 // The old file gets a second name, so that there is no moment without a file at the first.
@@ -101,7 +101,7 @@ bool bring(const QString &src, const QString &dst)
 }
 
 // May be cut off and done again at any point. The record goes last, and only if all is undone.
-void undo(const QString &target, const QList<Step> &steps)
+bool undo(const QString &target, const QList<Step> &steps)
 {
     const QDir bundle(target);
     bool undone = true;
@@ -117,9 +117,7 @@ void undo(const QString &target, const QList<Step> &steps)
             QFile::remove(oldPath(dst));
         }
     });
-    if (undone) {
-        QFile::remove(recordPath(target));
-    }
+    return undone && QFile::remove(recordPath(target));
 }
 
 QList<Step> planReplacement(const QStringList &files, const QDir &bundle)
@@ -170,19 +168,21 @@ QString replaceFiles(const QString &source, const QString &target)
         QDir().mkpath(QFileInfo(dst).path());
         const bool ready = !step.hadOld || setAside(dst);
         if (!ready || !bring(QDir(source).filePath(step.file), dst)) {
-            undo(target, steps);
+            std::ignore = undo(target, steps); // what is left of it the next start does
             return (ready ? notWritten : inUse).arg(step.file);
         }
     }
-    QFile::remove(recordPath(target));
+    if (!QFile::remove(recordPath(target))) { // it would undo everything at the next start
+        std::ignore = undo(target, steps);
+        return notWritten.arg(recordPath(target));
+    }
     return {};
 }
 
-void undoInterruptedReplacement(const QString &target)
+bool undoInterruptedReplacement(const QString &target)
 {
-    if (const auto steps = loadRecord(target)) {
-        undo(target, *steps);
-    }
+    const auto steps = loadRecord(target);
+    return steps ? undo(target, *steps) : !isThere(recordPath(target));
 }
 
 } // namespace tallyforge

@@ -13,8 +13,9 @@ namespace tallyforge {
 /// back, so that an end of the process at any moment can be undone at the next start.
 [[nodiscard]] QString replaceFiles(const QString &source, const QString &target);
 
-/// Brings the old files back if a replacement in the bundle at target was cut off.
-void undoInterruptedReplacement(const QString &target);
+/// Brings the old files back if a replacement in the bundle at target was cut off. False if some of
+/// that is still to be done.
+[[nodiscard]] bool undoInterruptedReplacement(const QString &target);
 
 /// The path of something that an installation keeps beside the bundle at target for a while. The
 /// name is hidden: OBS doesn't look for plug-ins there.

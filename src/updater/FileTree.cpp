@@ -18,8 +18,7 @@ namespace tallyforge {
 
 namespace {
 
-// A package may have brought folders whose access modes keep even their owner out.
-void letOwnerIn(const fs::path &root)
+void letIn(const fs::path &root)
 {
     std::error_code error;
     if (!fs::is_directory(fs::symlink_status(root, error))) {
@@ -28,7 +27,7 @@ void letOwnerIn(const fs::path &root)
     fs::permissions(root, fs::perms::owner_all, fs::perm_options::add, error);
     for (fs::directory_iterator entry(root, error), end; !error && entry != end;
          entry.increment(error)) {
-        letOwnerIn(entry->path());
+        letIn(entry->path());
     }
 }
 
@@ -59,6 +58,18 @@ QStringList filesBelow(const QString &root)
         }
     }
     return files;
+}
+
+void letOwnerIn(const QString &root)
+{
+    letIn(nativePath(root));
+}
+
+bool moveOver(const QString &from, const QString &to)
+{
+    std::error_code error;
+    fs::rename(nativePath(from), nativePath(to), error);
+    return !error;
 }
 
 bool copyTree(const QString &from, const QString &to)
@@ -94,7 +105,7 @@ QString removeTree(const QString &path)
     std::error_code error;
     fs::remove_all(root, error);
     if (error) {
-        letOwnerIn(root);
+        letIn(root);
         error.clear();
         fs::remove_all(root, error);
     }

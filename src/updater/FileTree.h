@@ -19,6 +19,9 @@ namespace tallyforge {
 /// aren't followed.
 [[nodiscard]] QStringList filesBelow(const QString &root);
 
+/// Moves a file or a folder on one file system, in place of what is there already if that can be.
+[[nodiscard]] bool moveOver(const QString &from, const QString &to);
+
 /// Copies a folder with all that lies in it to a path where nothing is; links stay links. A failure
 /// leaves what was copied so far.
 [[nodiscard]] bool copyTree(const QString &from, const QString &to);
@@ -26,6 +29,10 @@ namespace tallyforge {
 /// Waits until a whole folder would survive a power cut. Returns the relative path of what couldn't
 /// be written, empty on success.
 [[nodiscard]] QString syncTree(const QString &root);
+
+/// Opens the folders at and below root for their owner: a package may have brought some whose
+/// access modes keep even them out.
+void letOwnerIn(const QString &root);
 
 /// Removes a file, a link (never what it points to) or a folder with all that lies in it. Empty on
 /// success and when there is nothing, otherwise what went wrong.

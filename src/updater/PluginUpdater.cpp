@@ -3,6 +3,7 @@
 
 #include "updater/PluginUpdater.h"
 
+#include "platform/Disk.h"
 #include "updater/BundleInstaller.h"
 #include "updater/ManifestFetch.h"
 #include "updater/PackageFile.h"
@@ -10,6 +11,7 @@
 #include "updater/UpdateManifest.h"
 #include "updater/UpdateRequest.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -31,19 +33,29 @@ constexpr qint64 sizeTolerance = 4096; // by which a package may pass its size u
 struct Prepared
 {
     std::optional<QString> error;
-    std::shared_ptr<PackageFile> file; // null if it can't be written
+    std::shared_ptr<PackageFile> file;          // null if it can't be written
+    std::shared_ptr<platform::FolderLock> lock; // keeps another OBS out
 };
 
 Prepared prepareStaging(const QString &directory, const QString &package)
 {
-    if (QString error = removeTree(directory); !error.isEmpty()) {
-        return {error, nullptr};
+    const QString parent = QFileInfo(directory).path();
+    QDir().mkpath(parent);
+    auto lock = std::make_shared<platform::FolderLock>(parent);
+    if (lock->isTaken()) {
+        return {
+            QCoreApplication::translate("PluginUpdater", "%1 is in use").arg(directory), {}, {}};
     }
-    if (!QDir().mkpath(directory)) {
-        return {directory, nullptr};
+    if (QString error = removeTree(directory); !error.isEmpty()) {
+        return {error, {}, {}};
+    }
+    // Nobody else may change what has been judged.
+    if (!QDir().mkdir(directory,
+                      QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner)) {
+        return {directory, {}, {}};
     }
     auto file = std::make_shared<PackageFile>(package);
-    return {{}, file->open() ? file : nullptr};
+    return {{}, file->open() ? file : nullptr, lock};
 }
 
 // How an installation has ended; the package's own fault is told apart from the installation's.
@@ -191,6 +203,7 @@ void PluginUpdater::install()
             } else if (!prepared.file) {
                 end(State::Failed, tr("Could not write the update to disk."));
             } else {
+                m_stagingLock = prepared.lock;
                 download(prepared.file);
             }
         });
@@ -300,6 +313,7 @@ QString PluginUpdater::binaryPath() const
 void PluginUpdater::end(State state, const QString &message)
 {
     m_busy = false;
+    m_stagingLock.reset();
     setState(state, message);
 }
 

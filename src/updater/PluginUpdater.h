@@ -16,6 +16,10 @@
 
 namespace tallyforge {
 
+namespace platform {
+class FolderLock;
+}
+
 class ManifestFetch;
 class PackageFile;
 
@@ -103,6 +107,7 @@ private:
     int m_progress = 0;
     bool m_busy = false;
     QNetworkAccessManager m_network;
+    std::shared_ptr<platform::FolderLock> m_stagingLock; // from the download to the end
     std::unique_ptr<ManifestFetch> m_fetch;
     std::unique_ptr<PackageDownload> m_download;
     std::unique_ptr<ArchiveUnpacker> m_unpacker;

@@ -155,6 +155,7 @@ def update(stage):
     with offer.venue(stage) as sim:
         home = updatable(stage)
         begin = int(time.time())
+        (plugin_of(home) / "data/left.old").write_text("")   # the start must tidy it up
         with stage.obs(home) as obs:
             obs.wait_for_log(f"loading plugin {OLD}")
             obs.wait_for_status(CLOUD)

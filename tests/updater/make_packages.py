@@ -54,6 +54,8 @@ def packages(top):
     yield "long-name", [*good, ("bundle/" + "x" * 300, b"", FILE)]
     yield "one-bomb", [*good, ("bundle/bomb", bytes(8 << 20), FILE)]
     yield "many-bombs", [*good, *((f"bundle/bomb{number}", bytes(1 << 20), FILE) for number in range(8))]
+    deep = "bundle/" + ("x" * 200 + "/") * 30   # longer than a path may be
+    yield "deep-bombs", [*good, *((f"{deep}bomb{number}", bytes(1 << 20), FILE) for number in range(8))]
     yield "countless", [*good, *((f"bundle/{number}", b"", FILE) for number in range(500))]
 
 

@@ -163,7 +163,7 @@ private Q_SLOTS:
     {
         const BundleFixture bundle;
         bundle.reset();
-        writeTree(bundle.plugins, {{u".tallyforge-obs.undo"_s, "+../other/x\0+/../x\0=\0\0+"_ba},
+        writeTree(bundle.plugins, {{u".tallyforge-obs.undo"_s, "+../other/x\0+..\0+.\0+data/..\0+/../x\0=\0\0+"_ba},
                                    {u"other/x"_s, "somebody's"},
                                    {u"x"_s, "somebody's"}});
         cleanupLeftovers(bundle.target);

@@ -107,6 +107,7 @@ private Q_SLOTS:
             {u"long-name"_s, {u"unpack"_s, u"accepted"_s}},
             {u"one-bomb"_s, {u"unpack"_s}},
             {u"many-bombs"_s, {u"unpack"_s}},
+            {u"deep-bombs"_s, {u"unpack"_s}},
             {u"countless"_s, {u"unpack"_s}},
             {u"truncated"_s, {u"unpack"_s, u"accepted"_s}}, // what is cut off is but the directory
             {u"half"_s, {u"unpack"_s}},
