@@ -19,7 +19,8 @@ packages=(
     xvfb xauth openbox x11-apps xdotool imagemagick
     python3-websockets python3-dbusmock dbus-daemon openssl ca-certificates procps iproute2
     clang clang-tidy clang-format libclang-rt-dev clazy gdb strace
-    netcat-openbsd nodejs mosquitto ncat
+    netcat-openbsd nodejs mosquitto ncat curl
+    libarchive-tools unzip 7zip
 )
 options=(
     --variant=minbase
@@ -43,7 +44,8 @@ worker=
 host_is_enough() {
     local tool
     for tool in pkg-config bwrap obs cmake ninja ccache g++ clang++ clang-tidy clang-format \
-        Xvfb openbox xdotool convert openssl ip python3 dbus-daemon nc node; do
+        Xvfb openbox xdotool convert openssl ip python3 dbus-daemon nc node curl bsdtar unzip 7z \
+        strace; do
         have "$tool" || return 1
     done
     pkg-config --atleast-version=32 libobs &&

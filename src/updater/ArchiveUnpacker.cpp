@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#include "updater/ArchiveUnpacker.h"
+
+#include "updater/FileTree.h"
+
+namespace fs = std::filesystem;
+using namespace std::chrono_literals;
+
+namespace tallyforge {
+
+namespace {
+
+constexpr auto watchInterval = 50ms;
+
+} // namespace
+
+ArchiveUnpacker::ArchiveUnpacker(QObject *parent)
+    : ArchiveUnpacker(Limits(), parent)
+{
+}
+
+ArchiveUnpacker::ArchiveUnpacker(Limits limits, QObject *parent)
+    : QObject(parent)
+    , m_limits(limits)
+{
+    m_timeout.setSingleShot(true);
+    m_watch.setInterval(watchInterval);
+    connect(&m_timeout, &QTimer::timeout, this, [this] { platform::killUnpacker(m_process); });
+    connect(&m_watch, &QTimer::timeout, this, &ArchiveUnpacker::watchSpace);
+    connect(&m_process, &QProcess::finished, this, [this](int code, QProcess::ExitStatus status) {
+        const bool unpacked = status == QProcess::NormalExit && code == 0 && !isTooMuch();
+        finish(unpacked ? Result::Unpacked : Result::Failed);
+    });
+    // Queued, so that the signal never comes out of start().
+    connect(
+        &m_process, &QProcess::errorOccurred, this,
+        [this](QProcess::ProcessError error) {
+            if (error == QProcess::FailedToStart) {
+                finish(Result::NotStarted);
+            }
+        },
+        Qt::QueuedConnection);
+}
+
+ArchiveUnpacker::~ArchiveUnpacker()
+{
+    m_process.disconnect(this);
+    platform::killUnpacker(m_process);
+    m_process.waitForFinished();
+}
+
+void ArchiveUnpacker::start(const QString &archive, const QString &directory)
+{
+    run(platform::unpackCommand(archive, directory), directory);
+}
+
+void ArchiveUnpacker::run(const platform::Command &command, const QString &directory)
+{
+    m_directory = directory;
+    platform::confineUnpacker(&m_process, m_limits.bytes,
+                              std::chrono::ceil<std::chrono::seconds>(m_limits.time));
+    m_timeout.start(m_limits.time);
+    m_watch.start();
+    m_process.start(command.program, command.arguments);
+}
+
+// A small package can hold a disk full of zeros, or files without end.
+bool ArchiveUnpacker::isTooMuch() const
+{
+    std::error_code error;
+    qint64 bytes = 0;
+    int entries = 0;
+    for (fs::recursive_directory_iterator entry(nativePath(m_directory), error), end;
+         !error && entry != end; entry.increment(error)) {
+        std::error_code gone;
+        if (entry->symlink_status(gone).type() == fs::file_type::regular) {
+            const auto size = entry->file_size(gone);
+            bytes += gone ? 0 : static_cast<qint64>(size);
+        }
+        if (++entries > m_limits.entries || bytes > m_limits.bytes) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void ArchiveUnpacker::watchSpace()
+{
+    if (isTooMuch()) {
+        platform::killUnpacker(m_process);
+    }
+}
+
+void ArchiveUnpacker::finish(Result result)
+{
+    m_timeout.stop();
+    m_watch.stop();
+    Q_EMIT finished(result);
+}
+
+} // namespace tallyforge

@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#include "updater/BundleInstaller.h"
+
+#include "platform/Disk.h"
+#include "platform/ExchangeFolders.h"
+#include "updater/FileReplacement.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <system_error>
+#include <tuple>
+
+namespace tallyforge {
+
+namespace {
+
+using platform::Exchange;
+
+QString newBundlePath(const QString &target)
+{
+    return besideBundle(target, QLatin1StringView("new"));
+}
+
+bool moveFolder(const QString &from, const QString &to)
+{
+    std::error_code error;
+    std::filesystem::rename(nativePath(from), nativePath(to), error);
+    return !error;
+}
+
+// Nothing depends on an old version beside a new one that is in place, so keeping it may fail, and
+// so may tidying up: the next start does it.
+void keepOld(const QString &old, const QString &backup)
+{
+    if (!moveFolder(old, backup) && !copyTree(old, backup)) {
+        std::ignore = removeTree(backup);
+    }
+    std::ignore = removeTree(old);
+}
+
+// The staging folder lies on another file system: a copy beside the target can trade places with
+// it.
+bool exchangeCopy(const QString &source, const QString &target, const QString &backup)
+{
+    const QString copy = newBundlePath(target);
+    if (!copyTree(source, copy) || !syncTree(copy).isEmpty() ||
+        platform::exchangeFolders(copy, target) != Exchange::Done) {
+        std::ignore = removeTree(copy);
+        return false;
+    }
+    keepOld(copy, backup);
+    return true;
+}
+
+// Between the two there is no plug-in: the way for a file system that can't do better.
+bool renameBoth(const QString &source, const QString &target, const QString &backup)
+{
+    if (!moveFolder(target, backup)) {
+        return false;
+    }
+    if (moveFolder(source, target)) {
+        return true;
+    }
+    std::ignore = moveFolder(backup, target); // if this fails too, all new files are still brought
+    return false;
+}
+
+bool swapBundles(const QString &source, const QString &target, const QString &backup)
+{
+    if (!removeTree(backup).isEmpty()) {
+        return false;
+    }
+    QDir().mkpath(QFileInfo(backup).path());
+    switch (platform::exchangeFolders(source, target)) {
+    case Exchange::Done:
+        keepOld(source, backup);
+        return true;
+    case Exchange::OtherFileSystem:
+        return exchangeCopy(source, target, backup);
+    case Exchange::NotPossible:
+        return renameBoth(source, target, backup);
+    }
+    return false;
+}
+
+void finishInterrupted(const QString &target)
+{
+    undoInterruptedReplacement(target);
+    std::ignore = removeTree(newBundlePath(target));
+}
+
+QString install(const QString &source, const QString &target, const QString &backup, bool allowSwap)
+{
+    if (!QFileInfo(source).isDir()) {
+        return QCoreApplication::translate("PluginUpdater", "nothing to install");
+    }
+    const QString parent = QFileInfo(QDir::cleanPath(target)).path();
+    const platform::FolderLock lock(parent);
+    if (lock.isTaken()) {
+        return QCoreApplication::translate("PluginUpdater", "%1 is in use").arg(target);
+    }
+    finishInterrupted(target);
+    // A file system may put a folder in its place long before what the files hold: without this, a
+    // power cut would leave a plug-in of empty files.
+    if (const QString unwritten = syncTree(source); !unwritten.isEmpty()) {
+        return QCoreApplication::translate("PluginUpdater", "could not write %1").arg(unwritten);
+    }
+    QString error;
+    if (!allowSwap || !QFileInfo(target).isDir() || !swapBundles(source, target, backup)) {
+        error = replaceFiles(source, target);
+    }
+    std::ignore = platform::syncToDisk(parent);
+    return error;
+}
+
+} // namespace
+
+InstallResult installTree(const QString &source, const QString &target, const QString &backup,
+                          bool allowSwap)
+{
+    const QString error = install(source, target, backup, allowSwap);
+    return {error.isEmpty(), error};
+}
+
+void cleanupLeftovers(const QString &root)
+{
+    const platform::FolderLock lock(QFileInfo(QDir::cleanPath(root)).path());
+    if (lock.isTaken() || !QFileInfo(root).isDir()) {
+        return;
+    }
+    finishInterrupted(root);
+    const QStringList files = filesBelow(root);
+    for (const QString &file : files) {
+        if (file.endsWith(u".old")) {
+            QFile::remove(QDir(root).filePath(file));
+        }
+    }
+}
+
+} // namespace tallyforge
