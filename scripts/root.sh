@@ -15,7 +15,7 @@ source "$here/lib.sh"
 suite=forky
 packages=(
     g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-connectivity-dev qt6-l10n-tools
-    qt6-tools-dev libobs-dev
+    qt6-tools-dev libobs-dev libssl-dev
     obs-studio obs-plugins libgl1-mesa-dri fonts-dejavu-core
     xvfb xauth openbox x11-apps xdotool imagemagick
     python3-websockets python3-dbusmock dbus-daemon openssl ca-certificates procps iproute2
@@ -50,6 +50,7 @@ host_is_enough() {
         have "$tool" || return 1
     done
     pkg-config --atleast-version=32 libobs &&
+        pkg-config --atleast-version=3 libcrypto &&
         pkg-config --atleast-version=6.8 Qt6Core && # given both, it looks at the first alone
         pkg-config --atleast-version=6.8 Qt6Bluetooth &&
         [[ -x $(pkg-config --variable=bindir Qt6Core)/lupdate ]] &&
