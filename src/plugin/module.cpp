@@ -6,12 +6,14 @@
 #include "platform/BluetoothHelper.h"
 #include "plugin/App.h"
 #include "plugin/Log.h"
+#include "plugin/Translation.h"
 #include "sources/sources.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QSslSocket>
+#include <QTranslator>
 
 #include <obs-module.h>
 
@@ -23,6 +25,8 @@ namespace {
 constexpr uint32_t libobsApi = MAKE_SEMANTIC_VERSION(32, 0, 4);
 
 obs_module_t *obs_module_pointer = nullptr;
+
+QTranslator *translation = nullptr;
 
 // A bundle carries Qt plug-ins of its own, the TLS backend among them, without which HTTPS fails.
 void registerBundledQtPlugins()
@@ -51,6 +55,14 @@ QString bluetoothHelper()
     QString path = QString::fromUtf8(found);
     bfree(found);
     return path;
+}
+
+void loadTranslation()
+{
+    const QString data = QString::fromUtf8(obs_get_module_data_path(obs_module_pointer));
+    translation = tallyforge::installTranslation(QString::fromUtf8(obs_get_locale()),
+                                                 data + QStringLiteral("/translations"))
+                      .release();
 }
 
 } // namespace
@@ -93,6 +105,7 @@ bool obs_module_load(void)
     using namespace tallyforge;
     log::info(QStringLiteral("loading plugin %1").arg(build_config::version()));
     registerBundledQtPlugins();
+    loadTranslation();
     App::init();
     BleBridge::instance()->setHelperPath(bluetoothHelper());
     sources_register();
@@ -105,5 +118,7 @@ void obs_module_unload(void)
     using namespace tallyforge;
     BleBridge::instance()->shutdown();
     App::shutdown();
+    delete translation;
+    translation = nullptr;
     log::info(QStringLiteral("plugin unloaded"));
 }

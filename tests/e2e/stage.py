@@ -41,9 +41,9 @@ class Stage:
                        "--manual") as self.sim:
             yield self.sim
 
-    def home(self, settings=None, mode=0o600):
+    def home(self, settings=None, mode=0o600, **options):
         """A fresh home with a sign-in that is still good."""
-        home = ObsHome(self._new_folder("home"))
+        home = ObsHome(self._new_folder("home"), **options)
         home.install(self._plugin)
         home.install(self._browser, "browser-standin")
         home.write_session(self.sim.cookie)
