@@ -46,9 +46,11 @@ void confineUnpacker(QProcess *process, qint64 largestFile, std::chrono::seconds
 
 void killUnpacker(const QProcess &process)
 {
-    // QProcess hasn't waited for it while it counts as running, so the number is still its own.
-    if (process.state() == QProcess::Running && process.processId() > 0) {
-        kill(-static_cast<pid_t>(process.processId()), SIGKILL);
+    // QProcess hasn't waited for it yet, so the number is still its own. It may not have come to
+    // its session.
+    const auto number = static_cast<pid_t>(process.processId());
+    if (process.state() != QProcess::NotRunning && number > 0 && kill(-number, SIGKILL) != 0) {
+        kill(number, SIGKILL);
     }
 }
 

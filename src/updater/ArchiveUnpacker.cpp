@@ -75,7 +75,7 @@ bool ArchiveUnpacker::isTooMuch() const
     for (fs::recursive_directory_iterator entry(nativePath(m_directory), error), end;
          !error && entry != end; entry.increment(error)) {
         std::error_code gone;
-        if (entry->symlink_status(gone).type() == fs::file_type::regular) {
+        if (!entry->is_symlink(gone) && entry->is_regular_file(gone)) {
             const auto size = entry->file_size(gone);
             bytes += gone ? 0 : static_cast<qint64>(size);
         }

@@ -21,12 +21,12 @@ class ArchiveUnpacker : public QObject
 
 public:
     /// What a package may take at most. A package of 200 MiB, the largest that is downloaded, has
-    /// room to grow to five times its size; the number of entries keeps counting them short.
+    /// room to grow to five times its size; so few entries are counted in no time.
     struct Limits
     {
         std::chrono::milliseconds time = std::chrono::seconds(120);
         qint64 bytes = qint64(1024) * 1024 * 1024; ///< all files together
-        int entries = 4096;                        ///< files and folders together
+        int entries = 1000;                        ///< files and folders together
     };
 
     enum class Result {
@@ -48,7 +48,7 @@ public:
     void run(const platform::Command &command, const QString &directory);
 
 Q_SIGNALS:
-    void finished(ArchiveUnpacker::Result result);
+    void finished(tallyforge::ArchiveUnpacker::Result result);
 
 private:
     [[nodiscard]] bool isTooMuch() const;

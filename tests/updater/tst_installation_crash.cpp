@@ -92,6 +92,9 @@ private Q_SLOTS:
         int foundNothing = 0;
         for (End end = End::Killed; end == End::Killed;) {
             bundle.reset();
+            if (isByFile(way)) { // what an earlier update has left is not what to go back to
+                writeTree(bundle.target, {{bundle.binary + QStringLiteral(".old"), "older"}});
+            }
             end = killAtCall(foundOld + foundNew + foundNothing, [&] { return install(bundle, way); });
             QVERIFY(end != End::Failed);
             Tree seen = readTree(bundle.target);

@@ -6,6 +6,7 @@
 #include "updater/FileTree.h"
 #include "updater/StagedPackage.h"
 
+#include <QElapsedTimer>
 #include <QProcess>
 #include <QSignalSpy>
 #include <QTest>
@@ -24,7 +25,7 @@ using Result = ArchiveUnpacker::Result;
 namespace {
 
 const auto binaryPath = "bin/tallyforge.so"_L1;
-constexpr ArchiveUnpacker::Limits limits{.time = 20s, .bytes = 2 << 20, .entries = 100};
+constexpr ArchiveUnpacker::Limits limits{.time = 100s, .bytes = 2 << 20, .entries = 100};
 
 mode_t mode(const QString &path)
 {
@@ -219,6 +220,14 @@ private Q_SLOTS:
         }
         QVERIFY(child() != 0);
         QTRY_VERIFY(kill(child(), 0) != 0 && errno == ESRCH);
+    }
+
+    void destroyedAtOnce()
+    {
+        QElapsedTimer timer;
+        timer.start();
+        ArchiveUnpacker().run(shell(u"sleep 600"_s), m_extracted);
+        QVERIFY(timer.elapsed() < 10'000);
     }
 
     void diskFull()
