@@ -23,6 +23,7 @@ import carriers
 import fan_out
 import obs_cost
 import picture_latency
+import update_download
 import usb_frames
 import usb_link
 from figures import Heading, Row, high, median, table
@@ -116,6 +117,8 @@ def measure_all(build, folder, only):
                 build / "bench/bench-device", simulator, DEVICE, BARE_DEVICE),
             "other programs over TCP (about 30 s)": lambda: fan_out.measure(
                 build / "bench/bench-fan_out", folder),
+            "the download of an update": lambda: update_download.measure(
+                build / "bench/bench-update_download", folder),
             "costs in a real OBS (about 3 minutes)": obs,
         }
         for name, measure in parts.items():

@@ -14,12 +14,13 @@ source "$here/lib.sh"
 # The recipe: whatever changes here makes a new root.
 suite=forky
 packages=(
-    g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-connectivity-dev libobs-dev
+    g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-connectivity-dev libobs-dev libssl-dev
     obs-studio obs-plugins libgl1-mesa-dri fonts-dejavu-core
     xvfb xauth openbox x11-apps xdotool imagemagick
     python3-websockets python3-dbusmock dbus-daemon openssl ca-certificates procps iproute2
     clang clang-tidy clang-format libclang-rt-dev clazy gdb strace
-    netcat-openbsd nodejs mosquitto ncat
+    netcat-openbsd nodejs mosquitto ncat curl
+    libarchive-tools unzip 7zip
 )
 options=(
     --variant=minbase
@@ -43,10 +44,12 @@ worker=
 host_is_enough() {
     local tool
     for tool in pkg-config bwrap obs cmake ninja ccache g++ clang++ clang-tidy clang-format \
-        Xvfb openbox xdotool convert openssl ip python3 dbus-daemon nc node; do
+        Xvfb openbox xdotool convert openssl ip python3 dbus-daemon nc node curl bsdtar unzip 7z \
+        strace; do
         have "$tool" || return 1
     done
     pkg-config --atleast-version=32 libobs &&
+        pkg-config --atleast-version=3 libcrypto &&
         pkg-config --atleast-version=6.8 Qt6Core && # given both, it looks at the first alone
         pkg-config --atleast-version=6.8 Qt6Bluetooth &&
         python3 -c 'import dbusmock, websockets' 2>/dev/null

@@ -3,6 +3,8 @@
 
 #include "tests/support/HttpStub.h"
 
+#include <QTimer>
+
 #include <utility>
 
 namespace tallyforge::test {
@@ -78,12 +80,32 @@ void HttpStub::release(const QByteArray &body)
 void HttpStub::write(QTcpSocket *socket, const HttpReply &reply)
 {
     const bool cut = reply.how == HttpReply::How::CutShort;
-    socket->write("HTTP/1.1 " + QByteArray::number(reply.status) +
-                  " X\r\nContent-Length: " + QByteArray::number(reply.body.size() + (cut ? 10 : 0)) + "\r\n" +
-                  reply.headers + "\r\n" + reply.body);
+    const bool forEver = reply.how == HttpReply::How::Drip || reply.how == HttpReply::How::Flood;
+    const qsizetype promised = cut ? 10 : forEver ? 1 << 30 : 0;
+    socket->write("HTTP/1.1 " + QByteArray::number(reply.status) + " X\r\nContent-Length: " +
+                  QByteArray::number(reply.body.size() + promised) + "\r\n" + reply.headers + "\r\n" + reply.body);
     if (cut) {
         socket->disconnectFromHost();
     }
+    if (forEver) {
+        writeForEver(socket, reply.how == HttpReply::How::Flood);
+    }
+}
+
+void HttpStub::writeForEver(QTcpSocket *socket, bool fast)
+{
+    connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
+    if (!fast) {
+        auto *timer = new QTimer(socket);
+        timer->callOnTimeout(socket, [socket] { socket->write(" "); });
+        timer->start(10);
+        return;
+    }
+    connect(socket, &QTcpSocket::bytesWritten, this, [this, socket] {
+        if (socket->bytesToWrite() == 0) {
+            flooded += socket->write(QByteArray(1 << 20, ' '));
+        }
+    });
 }
 
 } // namespace tallyforge::test

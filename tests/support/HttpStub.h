@@ -23,7 +23,14 @@ struct HttpRequest
 
 struct HttpReply
 {
-    enum class How { Answer, Hang, CutShort, Drop };
+    enum class How {
+        Answer,
+        Hang,
+        CutShort,
+        Drop,
+        Drip,  // after the body come blanks, one by one, for ever
+        Flood, // after the body come blanks, as fast as they're taken, for ever
+    };
 
     int status = 200;
     QByteArray body = "{}";
@@ -45,11 +52,13 @@ public:
     void release(const QByteArray &body);
 
     QList<HttpRequest> requests;
+    qint64 flooded = 0; // bytes of all floods
     std::function<HttpReply(const HttpRequest &)> answer = [](const HttpRequest &) { return HttpReply{}; };
 
 private:
     void read(QTcpSocket *socket);
-    static void write(QTcpSocket *socket, const HttpReply &reply);
+    void write(QTcpSocket *socket, const HttpReply &reply);
+    void writeForEver(QTcpSocket *socket, bool fast);
 
     QList<QPointer<QTcpSocket>> m_hanging;
 };

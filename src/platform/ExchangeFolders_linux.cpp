@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#include "platform/ExchangeFolders.h"
+
+#include <QFile>
+
+#include <cstdio>
+#include <fcntl.h>
+
+namespace tallyforge::platform {
+
+bool exchangeFolders(const QString &first, const QString &second)
+{
+    return renameat2(AT_FDCWD, QFile::encodeName(first).constData(), AT_FDCWD,
+                     QFile::encodeName(second).constData(), RENAME_EXCHANGE) == 0;
+}
+
+} // namespace tallyforge::platform

@@ -1,0 +1,313 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#include "updater/PluginUpdater.h"
+
+#include "updater/BundleInstaller.h"
+#include "updater/ManifestFetch.h"
+#include "updater/PackageFile.h"
+#include "updater/StagedPackage.h"
+#include "updater/UpdateManifest.h"
+#include "updater/UpdateRequest.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QUrl>
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace tallyforge {
+
+namespace {
+
+constexpr qint64 sizeTolerance = 4096; // by which a package may pass its size until it's refused
+
+// An emptied staging folder with the beginning of a package in it.
+struct Prepared
+{
+    std::optional<QString> error;
+    std::shared_ptr<PackageFile> file; // null if it can't be written
+};
+
+Prepared prepareStaging(const QString &directory, const QString &package)
+{
+    if (QString error = removeTree(directory); !error.isEmpty()) {
+        return {error, nullptr};
+    }
+    if (!QDir().mkpath(directory)) {
+        return {directory, nullptr};
+    }
+    auto file = std::make_shared<PackageFile>(package);
+    return {{}, file->open() ? file : nullptr};
+}
+
+// How an installation has ended; the package's own fault is told apart from the installation's.
+struct Applied
+{
+    QString refusal;
+    InstallResult result;
+};
+
+Applied applyStaged(const UpdateConfig &config, const QString &binaryPath)
+{
+    const QDir staging(config.stagingDir);
+    const QString extracted = staging.filePath(u"extracted"_s);
+    const StagedPackage package = inspectExtracted(extracted, binaryPath);
+    if (!package.message.isEmpty()) {
+        return {package.message, {}};
+    }
+    Applied applied;
+    applied.result =
+        installTree(package.bundle, config.pluginRoot, staging.filePath(u"previous"_s), true);
+    if (applied.result.ok) {
+        // What stays goes before the next download.
+        QFile::remove(staging.filePath(u"package.zip"_s));
+        std::ignore = removeTree(extracted);
+    }
+    return applied;
+}
+
+} // namespace
+
+PluginUpdater::PluginUpdater(QObject *parent)
+    : PluginUpdater(Limits(), parent)
+{
+}
+
+PluginUpdater::PluginUpdater(const Limits &limits, QObject *parent)
+    : QObject(parent)
+    , m_limits(limits)
+{
+}
+
+PluginUpdater::~PluginUpdater() = default;
+
+void PluginUpdater::setConfig(const UpdateConfig &config)
+{
+    m_config = config;
+    // A link with a slash behind it would be taken for the folder that it points to.
+    m_config.stagingDir =
+        config.stagingDir.isEmpty() ? QString() : QDir::cleanPath(config.stagingDir);
+}
+
+void PluginUpdater::check(bool manual)
+{
+    if (m_busy || m_state == State::Installed) {
+        return;
+    }
+    if (!urlAllowed(QUrl(m_config.manifestUrl))) {
+        if (manual) {
+            setState(State::Failed, tr("The update address is not valid."));
+        }
+        return;
+    }
+    m_busy = true;
+    QNetworkRequest request = updateRequest(m_config.manifestUrl, m_config,
+                                            std::chrono::milliseconds(m_config.timeoutMs));
+    request.setRawHeader("Accept", "application/json");
+    m_fetch = std::make_unique<ManifestFetch>(&m_network, request, m_limits.manifest);
+    connect(
+        m_fetch.get(), &ManifestFetch::finished, this,
+        [this, manual](bool ok, const QByteArray &body) { takeManifest(ok, body, manual); },
+        Qt::QueuedConnection);
+    setState(State::Checking, tr("Checking for updates…"));
+}
+
+void PluginUpdater::takeManifest(bool ok, const QByteArray &body, bool manual)
+{
+    m_fetch.reset();
+    if (!ok) {
+        failCheck(tr("Could not reach the Tallyforge update service. Check your internet "
+                     "connection."),
+                  manual);
+        return;
+    }
+    m_worker.run([body, config = m_config] { return parseManifest(body, config); },
+                 [this, manual](const ManifestResult &result) { takeResult(result, manual); });
+}
+
+void PluginUpdater::takeResult(const ManifestResult &result, bool manual)
+{
+    if (!result.valid) {
+        failCheck(result.message, manual);
+        return;
+    }
+    m_info = result.info;
+    if (result.available) {
+        end(State::Available, tr("Version %1 is available.").arg(m_info.version));
+    } else {
+        end(State::UpToDate, tr("Tallyforge %1 is up to date.").arg(m_config.currentVersion));
+    }
+}
+
+void PluginUpdater::failCheck(const QString &message, bool manual)
+{
+    if (manual) {
+        end(State::Failed, message);
+    } else {
+        end(State::Idle, {});
+    }
+}
+
+bool PluginUpdater::canInstallInPlace() const
+{
+    if (m_config.pluginRoot.isEmpty()) {
+        return false;
+    }
+    const QFileInfo root(m_config.pluginRoot);
+    return root.isDir() && root.isWritable() && QFileInfo(root.absolutePath()).isWritable() &&
+           QFileInfo(QDir(m_config.pluginRoot).filePath(binaryPath())).isFile();
+}
+
+void PluginUpdater::install()
+{
+    if (m_busy || (m_state != State::Available && m_state != State::Failed) ||
+        m_info.url.isEmpty()) {
+        return;
+    }
+    if (!canInstallInPlace()) {
+        const QString page =
+            m_config.downloadPage.isEmpty() ? tr("the Tallyforge website") : m_config.downloadPage;
+        end(State::Failed, tr("This copy of the plugin was installed for all users, so it cannot "
+                              "update itself. Download and run the installer from %1.")
+                               .arg(page));
+        return;
+    }
+    m_busy = true;
+    m_progress = 0; // shown with the state that follows
+    m_worker.run(
+        [directory = m_config.stagingDir, package = staged(u"package.zip"_s)] {
+            return prepareStaging(directory, package);
+        },
+        [this](const Prepared &prepared) {
+            if (prepared.error) {
+                end(State::Failed,
+                    tr("Could not prepare a download folder (%1).").arg(*prepared.error));
+            } else if (!prepared.file) {
+                end(State::Failed, tr("Could not write the update to disk."));
+            } else {
+                download(prepared.file);
+            }
+        });
+}
+
+void PluginUpdater::download(const std::shared_ptr<PackageFile> &file)
+{
+    const QNetworkRequest request =
+        updateRequest(m_info.url, m_config, std::chrono::milliseconds(m_config.timeoutMs) * 2);
+    PackageDownload::Expected expected{m_info.size, m_limits.package, m_info.sha256.toLatin1()};
+    if (expected.size >= 1) {
+        expected.limit = std::min(expected.limit, expected.size + sizeTolerance);
+    }
+    m_download = std::make_unique<PackageDownload>(&m_network, request, file, expected);
+    connect(m_download.get(), &PackageDownload::progressed, this, &PluginUpdater::showProgress);
+    connect(m_download.get(), &PackageDownload::finished, this, &PluginUpdater::takePackage,
+            Qt::QueuedConnection);
+    setState(State::Downloading, tr("Downloading version %1…").arg(m_info.version));
+}
+
+void PluginUpdater::showProgress(qint64 received, qint64 total)
+{
+    const qint64 whole = total < 1 ? m_info.size : total;
+    const int percent = whole < 1 ? 0 : int(std::clamp<qint64>(received * 100 / whole, 0, 100));
+    if (percent != m_progress) {
+        m_progress = percent;
+        setState(State::Downloading,
+                 tr("Downloading version %1… %2%").arg(m_info.version, QString::number(percent)));
+    }
+}
+
+void PluginUpdater::takePackage(PackageDownload::Result result)
+{
+    m_download.reset();
+    switch (result) {
+    case PackageDownload::Result::TooLarge:
+        end(State::Failed, tr("The download was larger than expected, so it was discarded."));
+        break;
+    case PackageDownload::Result::NotWritten:
+        end(State::Failed, tr("Could not write the update to disk."));
+        break;
+    case PackageDownload::Result::Broken:
+        end(State::Failed,
+            tr("The download did not finish. Check your internet connection and try again."));
+        break;
+    case PackageDownload::Result::WrongSize:
+        end(State::Failed, tr("The download was incomplete, so it was discarded. Try again."));
+        break;
+    case PackageDownload::Result::WrongSum:
+        end(State::Failed, tr("The download did not match its checksum, so it was discarded. "
+                              "Nothing was changed."));
+        break;
+    case PackageDownload::Result::Complete:
+        unpack();
+        break;
+    }
+}
+
+void PluginUpdater::unpack()
+{
+    QDir().mkdir(staged(u"extracted"_s)); // without it the program fails
+    m_unpacker = std::make_unique<ArchiveUnpacker>(m_limits.unpacking);
+    connect(m_unpacker.get(), &ArchiveUnpacker::finished, this, &PluginUpdater::takeUnpacked,
+            Qt::QueuedConnection);
+    m_unpacker->start(staged(u"package.zip"_s), staged(u"extracted"_s));
+    setState(State::Installing, tr("Installing version %1…").arg(m_info.version));
+}
+
+void PluginUpdater::takeUnpacked(ArchiveUnpacker::Result result)
+{
+    m_unpacker.reset();
+    if (result == ArchiveUnpacker::Result::NotStarted) {
+        end(State::Failed,
+            tr("The update could not be unpacked on this computer. Nothing was changed."));
+        return;
+    }
+    if (result == ArchiveUnpacker::Result::Failed) {
+        end(State::Failed, tr("The update could not be unpacked. Nothing was changed."));
+        return;
+    }
+    m_worker.run([config = m_config, binary = binaryPath()] { return applyStaged(config, binary); },
+                 [this](const Applied &applied) {
+                     if (!applied.refusal.isEmpty()) {
+                         end(State::Failed, applied.refusal);
+                     } else if (!applied.result.ok) {
+                         end(State::Failed, tr("The update could not be installed (%1). The "
+                                               "current version was left in place.")
+                                                .arg(applied.result.error));
+                     } else {
+                         end(State::Installed,
+                             tr("Version %1 is installed. Restart OBS to start using it.")
+                                 .arg(m_info.version));
+                     }
+                 });
+}
+
+QString PluginUpdater::staged(const QString &name) const
+{
+    return QDir(m_config.stagingDir).filePath(name);
+}
+
+QString PluginUpdater::binaryPath() const
+{
+    return m_config.binaryPath.isEmpty() ? u"Contents/MacOS/tallyforge-obs"_s : m_config.binaryPath;
+}
+
+void PluginUpdater::end(State state, const QString &message)
+{
+    m_busy = false;
+    setState(state, message);
+}
+
+void PluginUpdater::setState(State state, const QString &message)
+{
+    m_state = state;
+    m_message = message;
+    Q_EMIT stateChanged(); // last, for the updater may be gone afterwards
+}
+
+} // namespace tallyforge
