@@ -7,6 +7,7 @@
 #include "plugin/App.h"
 #include "plugin/Log.h"
 #include "sources/sources.h"
+#include "ui/DockRegistration.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -97,12 +98,14 @@ bool obs_module_load(void)
     BleBridge::instance()->setHelperPath(bluetoothHelper());
     sources_register();
     sources_connect_live_data();
+    dock_register(sources_default_text_template());
     return true;
 }
 
 void obs_module_unload(void)
 {
     using namespace tallyforge;
+    dock_unregister();
     BleBridge::instance()->shutdown();
     App::shutdown();
     log::info(QStringLiteral("plugin unloaded"));
