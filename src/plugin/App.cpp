@@ -134,6 +134,13 @@ App::App(const QString &portalUrl)
     QTimer::singleShot(0, this, &App::restoreSession);
 }
 
+void App::checkForUpdates(bool manual)
+{
+    if (manual || m_settings.autoCheckUpdates()) {
+        m_updater.check(manual);
+    }
+}
+
 App::~App()
 {
     // The server and the sources work with members, which a child would outlive. The tunnels end

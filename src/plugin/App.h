@@ -8,6 +8,7 @@
 #include "core/SettingsStore.h"
 #include "core/SourceManager.h"
 #include "portal/PortalClient.h"
+#include "updater/PluginUpdater.h"
 
 #include <QList>
 #include <QObject>
@@ -62,6 +63,7 @@ public:
     [[nodiscard]] LiveData &live() { return m_live; }
     [[nodiscard]] SettingsStore &settings() { return m_settings; }
     [[nodiscard]] SourceManager *sources() { return m_sources; }
+    [[nodiscard]] PluginUpdater &updater() { return m_updater; }
     [[nodiscard]] HostedServer *server() { return m_server; }
     /// The account's devices and graphics as they were listed last; empty when signed out.
     [[nodiscard]] const QList<PortalDevice> &devices() const { return m_devices; }
@@ -85,6 +87,9 @@ public:
     /// Starts or stops the server for other programs as the settings say. All programs are
     /// disconnected by it.
     void applyServerSettings();
+
+    /// Looks for a newer version of the plug-in; with manual false only if the user wants that.
+    void checkForUpdates(bool manual);
 
     /// Takes a USB session over from the dialog that opened it, so that its device keeps its way to
     /// the cloud over this computer. False, with the session left alone, if the user doesn't share
@@ -122,6 +127,7 @@ private:
     PortalClient m_portal;
     LiveData m_live;
     SettingsStore m_settings;
+    PluginUpdater m_updater{this};
     UsbRelays *m_relayOwner = nullptr;  // child
     SourceManager *m_sources = nullptr; // child
     HostedServer *m_server = nullptr;   // child

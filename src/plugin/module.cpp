@@ -8,6 +8,7 @@
 #include "plugin/Log.h"
 #include "plugin/Translation.h"
 #include "sources/sources.h"
+#include "ui/DockRegistration.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -110,12 +111,14 @@ bool obs_module_load(void)
     BleBridge::instance()->setHelperPath(bluetoothHelper());
     sources_register();
     sources_connect_live_data();
+    dock_register(sources_default_text_template());
     return true;
 }
 
 void obs_module_unload(void)
 {
     using namespace tallyforge;
+    dock_unregister();
     BleBridge::instance()->shutdown();
     App::shutdown();
     delete translation;

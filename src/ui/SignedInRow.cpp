@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#include "ui/SignedInRow.h"
+
+#include "portal/PortalClient.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+
+using namespace Qt::StringLiterals;
+
+namespace tallyforge {
+
+SignedInRow::SignedInRow(PortalClient &portal, QWidget *parent)
+    : QWidget(parent)
+    , m_portal(portal)
+    , m_label(new QLabel)
+{
+    setObjectName(u"tallyforgeSignedIn"_s);
+    m_label->setObjectName(u"tallyforgeSignedInAs"_s);
+    m_label->setTextFormat(Qt::RichText);
+    m_label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_label->setWordWrap(true);
+    m_label->setMinimumWidth(1);
+
+    auto *signOut = new QPushButton(tr("Sign out"));
+    signOut->setObjectName(u"tallyforgeSignOut"_s);
+    signOut->setFlat(true);
+    connect(signOut, &QPushButton::clicked, &m_portal, &PortalClient::signOut);
+
+    auto *row = new QHBoxLayout(this);
+    row->setContentsMargins({});
+    row->addWidget(m_label, 1);
+    row->addWidget(signOut);
+}
+
+void SignedInRow::refresh()
+{
+    const bool signedIn = m_portal.signedIn();
+    const QString email = signedIn ? m_portal.email() : QString();
+    m_label->setText(signedIn ? tr("Signed in as <b>%1</b>").arg(email.toHtmlEscaped())
+                              : QString());
+    m_label->setToolTip(email.toHtmlEscaped()); // for one that is longer than the row
+    setVisible(signedIn);
+}
+
+} // namespace tallyforge
