@@ -20,7 +20,6 @@ TEMPLATE, ENGLISH = "tallyforge.ts", "en-US.ini"
 EXCEPTIONS = [
     ("src/platform/BluetoothHelper_macos.cpp", "Tallyforge Bluetooth Helper.app", "a file's name"),
     ("src/plugin/module.cpp", "Live Tallyforge scoreboard data,", "OBS shows it nowhere"),
-    ("src/sources/GraphicsSource.cpp", "body { background-color:", "style sheet"),
     ("src/sources/GraphicsSource.cpp", "Tallyforge graphics", "a private source's name"),
     ("src/sources/TextSource.cpp", "Tallyforge text", "a private source's name"),
     ("src/sources/TextSource.cpp", "home_score, away_score,", "names of fields"),

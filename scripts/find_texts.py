@@ -12,9 +12,13 @@ TOKEN = re.compile(r"""
   | (?P<name>[A-Za-z_][\w]*(?:\s*(?:::|->|\.)\s*[A-Za-z_]\w*)*)
   | (?P<other>\d[\w.']*|.)""", re.VERBOSE | re.DOTALL | re.MULTILINE)
 
-# Two words with a blank between them.
-SENTENCE = re.compile(r"[^\W\d_]{2,}[,.:;!?…]* +[\w(%{'„“]")
+# A word with a blank between it and another, or a value.
+SENTENCE = re.compile(r"[^\W\d_]{2,}[,.:;!?…]* +[\w(%{'„“]|%L?\d[,.:;!?…)]* +[^\W\d_]{2,}")
 WORD = re.compile(r"[^\W\d_]{2,}")
+
+# Style sheets, and of rich text what isn't read.
+STYLE = re.compile(r"""[\w-]+: [^;:]+;|[\w\s#.,*:%="\\\[\]-]+\{([^{}:]+:[^{}]+;)+\s*\}(\\n)?""")
+MARKUP = re.compile(r"<[^<>]*>|&\w+;|#[0-9a-f]{3,8}\b")
 
 TRANSLATES = {"tr", "translate", "QT_TR_NOOP", "QT_TR_N_NOOP", "QT_TRANSLATE_NOOP"}
 # For developers and for Qt: never on the screen.
@@ -55,8 +59,9 @@ def untranslated_texts(code):
         last_names = [re.split(r"::|->|\.", call)[-1] for call in calls]
         if TRANSLATES & set(last_names) or UNSEEN & set(last_names):
             continue
-        if any(LOGS.search(call) for call in calls):
+        if any(LOGS.search(call) for call in calls) or STYLE.fullmatch(text):
             continue
-        shown = any(SHOWS.match(name) for name in last_names) and WORD.search(text)
-        if SENTENCE.search(text) or shown:
+        read = MARKUP.sub(" ", text)
+        shown = any(SHOWS.match(name) for name in last_names) and WORD.search(read)
+        if SENTENCE.search(read) or shown:
             yield line, text

@@ -170,6 +170,33 @@
     </message>
 </context>
 <context>
+    <name>tallyforge::DevicesGroup</name>
+    <message>
+        <source>Devices</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stop sharing this computer&apos;s internet with USB devices</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This comes with a later version of the plugin.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Set up or manage a device…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Manage the selected device through my account…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>USB cloud relay</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>tallyforge::HostedServer</name>
     <message>
         <source>Could not listen on port %1: %2</source>
@@ -347,6 +374,52 @@
     </message>
 </context>
 <context>
+    <name>tallyforge::SceneGroup</name>
+    <message>
+        <source>Show it in OBS</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add live score text to this scene</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Tallyforge Score</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add a graphic to this scene</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Tallyforge Graphics</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Graphics come from your Tallyforge account. Pick one from the list in the source&apos;s properties.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::ScoreboardGroup</name>
+    <message>
+        <source>Scoreboard</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Use my local network (works without internet)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No devices on this account yet</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pick a scoreboard above.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>tallyforge::SerialPort</name>
     <message>
         <source>That USB port is in use by another program (close any serial monitor) or access was denied.</source>
@@ -362,6 +435,91 @@
     </message>
     <message>
         <source>The USB device was unplugged or stopped responding.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::ServerGroup</name>
+    <message>
+        <source>Share live data with other programs</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Send scores over TCP</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Let other computers on my network connect</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Port</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Off.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Could not start - port %1 may be in use. Try another port.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>this computer&apos;s address</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Connect to %1:%2 and read one JSON line per update. %3 connected.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::SignInForm</name>
+    <message>
+        <source>Tallyforge account (optional)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Sign in to see your account&apos;s devices and graphics. Not needed to set up or manage a device, or to show scores from one connected to this computer.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Sign in</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Email</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>6-digit code from your authenticator app</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Create an account</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Forgot password?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Enter the code from your authenticator app.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::SignedInRow</name>
+    <message>
+        <source>Sign out</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Signed in as &lt;b&gt;%1&lt;/b&gt;</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -432,6 +590,64 @@
     </message>
     <message>
         <source>The device did not answer in time</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::UpdateBanner</name>
+    <message>
+        <source> OBS is streaming or recording right now, so wait until you are done.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Restart OBS to finish updating to version %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The update to version %1 did not finish.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Tallyforge %1 is available (you have %2).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Update now</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open the download page</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Progress of the update</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::UpdateFooter</name>
+    <message>
+        <source>Tallyforge plugin</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Version %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Check for updates</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Check for updates automatically</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source> Checked %1.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -170,6 +170,33 @@
     </message>
 </context>
 <context>
+    <name>tallyforge::DevicesGroup</name>
+    <message>
+        <source>Devices</source>
+        <translation>Geräte</translation>
+    </message>
+    <message>
+        <source>Stop sharing this computer&apos;s internet with USB devices</source>
+        <translation>Internet dieses Computers nicht mehr mit USB-Geräten teilen</translation>
+    </message>
+    <message>
+        <source>This comes with a later version of the plugin.</source>
+        <translation>Dies kommt mit einer späteren Version des Plugins.</translation>
+    </message>
+    <message>
+        <source>Set up or manage a device…</source>
+        <translation>Gerät einrichten oder verwalten …</translation>
+    </message>
+    <message>
+        <source>Manage the selected device through my account…</source>
+        <translation>Ausgewähltes Gerät über mein Konto verwalten …</translation>
+    </message>
+    <message>
+        <source>USB cloud relay</source>
+        <translation>USB-Cloud-Weiterleitung</translation>
+    </message>
+</context>
+<context>
     <name>tallyforge::HostedServer</name>
     <message>
         <source>Could not listen on port %1: %2</source>
@@ -347,6 +374,52 @@
     </message>
 </context>
 <context>
+    <name>tallyforge::SceneGroup</name>
+    <message>
+        <source>Show it in OBS</source>
+        <translation>In OBS anzeigen</translation>
+    </message>
+    <message>
+        <source>Add live score text to this scene</source>
+        <translation>Live-Spielstand als Text zu dieser Szene hinzufügen</translation>
+    </message>
+    <message>
+        <source>Tallyforge Score</source>
+        <translation>Tallyforge-Spielstand</translation>
+    </message>
+    <message>
+        <source>Add a graphic to this scene</source>
+        <translation>Grafik zu dieser Szene hinzufügen</translation>
+    </message>
+    <message>
+        <source>Tallyforge Graphics</source>
+        <translation>Tallyforge-Grafik</translation>
+    </message>
+    <message>
+        <source>Graphics come from your Tallyforge account. Pick one from the list in the source&apos;s properties.</source>
+        <translation>Grafiken kommen aus Ihrem Tallyforge-Konto. Wählen Sie in den Eigenschaften der Quelle eine aus der Liste aus.</translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::ScoreboardGroup</name>
+    <message>
+        <source>Scoreboard</source>
+        <translation>Anzeigetafel</translation>
+    </message>
+    <message>
+        <source>Use my local network (works without internet)</source>
+        <translation>Mein lokales Netzwerk verwenden (funktioniert ohne Internet)</translation>
+    </message>
+    <message>
+        <source>No devices on this account yet</source>
+        <translation>Noch keine Geräte in diesem Konto</translation>
+    </message>
+    <message>
+        <source>Pick a scoreboard above.</source>
+        <translation>Wählen Sie oben eine Anzeigetafel aus.</translation>
+    </message>
+</context>
+<context>
     <name>tallyforge::SerialPort</name>
     <message>
         <source>That USB port is in use by another program (close any serial monitor) or access was denied.</source>
@@ -363,6 +436,91 @@
     <message>
         <source>The USB device was unplugged or stopped responding.</source>
         <translation>Das USB-Gerät wurde getrennt oder antwortet nicht mehr.</translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::ServerGroup</name>
+    <message>
+        <source>Share live data with other programs</source>
+        <translation>Live-Daten für andere Programme</translation>
+    </message>
+    <message>
+        <source>Send scores over TCP</source>
+        <translation>Spielstände über TCP senden</translation>
+    </message>
+    <message>
+        <source>Let other computers on my network connect</source>
+        <translation>Verbindungen von anderen Computern in meinem Netzwerk erlauben</translation>
+    </message>
+    <message>
+        <source>Port</source>
+        <translation>Port</translation>
+    </message>
+    <message>
+        <source>Off.</source>
+        <translation>Aus.</translation>
+    </message>
+    <message>
+        <source>Could not start - port %1 may be in use. Try another port.</source>
+        <translation>Start nicht möglich – Port %1 ist möglicherweise belegt. Versuchen Sie einen anderen Port.</translation>
+    </message>
+    <message>
+        <source>this computer&apos;s address</source>
+        <translation>der Adresse dieses Computers</translation>
+    </message>
+    <message>
+        <source>Connect to %1:%2 and read one JSON line per update. %3 connected.</source>
+        <translation>Verbinden Sie sich mit %1:%2 und lesen Sie pro Änderung eine JSON-Zeile. %3 verbunden.</translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::SignInForm</name>
+    <message>
+        <source>Tallyforge account (optional)</source>
+        <translation>Tallyforge-Konto (optional)</translation>
+    </message>
+    <message>
+        <source>Sign in to see your account&apos;s devices and graphics. Not needed to set up or manage a device, or to show scores from one connected to this computer.</source>
+        <translation>Melden Sie sich an, um die Geräte und Grafiken Ihres Kontos zu sehen. Zum Einrichten oder Verwalten eines Geräts und zum Anzeigen der Spielstände eines mit diesem Computer verbundenen Geräts ist das nicht nötig.</translation>
+    </message>
+    <message>
+        <source>Sign in</source>
+        <translation>Anmelden</translation>
+    </message>
+    <message>
+        <source>Email</source>
+        <translation>E-Mail-Adresse</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>Passwort</translation>
+    </message>
+    <message>
+        <source>6-digit code from your authenticator app</source>
+        <translation>6-stelliger Code aus Ihrer Authentifizierungs-App</translation>
+    </message>
+    <message>
+        <source>Create an account</source>
+        <translation>Konto erstellen</translation>
+    </message>
+    <message>
+        <source>Forgot password?</source>
+        <translation>Passwort vergessen?</translation>
+    </message>
+    <message>
+        <source>Enter the code from your authenticator app.</source>
+        <translation>Geben Sie den Code aus Ihrer Authentifizierungs-App ein.</translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::SignedInRow</name>
+    <message>
+        <source>Sign out</source>
+        <translation>Abmelden</translation>
+    </message>
+    <message>
+        <source>Signed in as &lt;b&gt;%1&lt;/b&gt;</source>
+        <translation>Angemeldet als &lt;b&gt;%1&lt;/b&gt;</translation>
     </message>
 </context>
 <context>
@@ -433,6 +591,64 @@
     <message>
         <source>The device did not answer in time</source>
         <translation>Das Gerät hat nicht rechtzeitig geantwortet</translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::UpdateBanner</name>
+    <message>
+        <source> OBS is streaming or recording right now, so wait until you are done.</source>
+        <translation> OBS streamt oder nimmt gerade auf; warten Sie damit, bis Sie fertig sind.</translation>
+    </message>
+    <message>
+        <source>Restart OBS to finish updating to version %1.</source>
+        <translation>Starten Sie OBS neu, um das Update auf Version %1 abzuschließen.</translation>
+    </message>
+    <message>
+        <source>The update to version %1 did not finish.</source>
+        <translation>Das Update auf Version %1 wurde nicht abgeschlossen.</translation>
+    </message>
+    <message>
+        <source>Tallyforge %1 is available (you have %2).</source>
+        <translation>Tallyforge %1 ist verfügbar (installiert ist %2).</translation>
+    </message>
+    <message>
+        <source>Update now</source>
+        <translation>Jetzt aktualisieren</translation>
+    </message>
+    <message>
+        <source>Open the download page</source>
+        <translation>Downloadseite öffnen</translation>
+    </message>
+    <message>
+        <source>Progress of the update</source>
+        <translation>Fortschritt des Updates</translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation>Erneut versuchen</translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::UpdateFooter</name>
+    <message>
+        <source>Tallyforge plugin</source>
+        <translation>Tallyforge-Plugin</translation>
+    </message>
+    <message>
+        <source>Version %1</source>
+        <translation>Version %1</translation>
+    </message>
+    <message>
+        <source>Check for updates</source>
+        <translation>Nach Updates suchen</translation>
+    </message>
+    <message>
+        <source>Check for updates automatically</source>
+        <translation>Automatisch nach Updates suchen</translation>
+    </message>
+    <message>
+        <source> Checked %1.</source>
+        <translation> Geprüft: %1.</translation>
     </message>
 </context>
 <context>
