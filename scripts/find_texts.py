@@ -17,7 +17,7 @@ SENTENCE = re.compile(r"[^\W\d_]{2,}[,.:;!?…]* +[\w(%{'„“]|%L?\d[,.:;!?…
 WORD = re.compile(r"[^\W\d_]{2,}")
 
 # Style sheets, and of rich text what isn't read.
-STYLE = re.compile(r"""[\w-]+: [^;:]+;|[\w\s#.,*:%="\\\[\]-]+\{([^{}:]+:[^{}]+;)+\s*\}(\\n)?""")
+STYLE = re.compile(r"""(\s*[\w-]+: [^;:]+;)+|[\w\s#.,*:%="\\\[\]-]+\{([^{}:]+:[^{}]+;)+\s*\}(\\n)?""")
 MARKUP = re.compile(r"<[^<>]*>|&\w+;|#[0-9a-f]{3,8}\b")
 
 TRANSLATES = {"tr", "translate", "QT_TR_NOOP", "QT_TR_N_NOOP", "QT_TRANSLATE_NOOP"}
