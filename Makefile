@@ -4,7 +4,7 @@
 # Every target but install and clean works inside a sandbox that scripts/sandbox.sh sets up.
 .NOTPARALLEL:
 .DEFAULT_GOAL := help
-.PHONY: help demo test bench asan fuzz format check shell install package clean
+.PHONY: help demo test bench asan fuzz format translations check shell install package clean
 sandbox := scripts/sandbox.sh
 
 # A screen of one's own is used unless HEADLESS says otherwise.
@@ -12,7 +12,7 @@ headless := $(filter-out 0,$(HEADLESS))
 
 help: ## This list
 	@echo "Tallyforge for OBS. What is missing is set up on first use, in the user's cache."
-	@awk -F ':.*## ' '/^[a-z]+:.*## / { printf "  make %-9s%s\n", $$1, $$2 }' Makefile
+	@awk -F ':.*## ' '/^[a-z]+:.*## / { printf "  make %-13s%s\n", $$1, $$2 }' Makefile
 
 demo: ## Watch live scores in a real OBS (HEADLESS=1: without a screen, pictures in build/demo/)
 	@$(sandbox) $(if $(headless),,--display) sh -c 'scripts/build.sh dev && exec python3 demo/demo.py'
@@ -32,7 +32,10 @@ fuzz: ## Feed random bytes to all parsers (FUZZ_SECONDS=30 for each)
 format: ## Put all C++ into the house's format
 	@$(sandbox) scripts/format.sh
 
-check: ## Formatting, warnings, clang-tidy, includes between folders, scripts
+translations: ## Bring the translation files up to date with the texts in the sources
+	@$(sandbox) scripts/translations.sh
+
+check: ## Formatting, warnings, clang-tidy, includes between folders, translations, scripts
 	@CHECK_CHANGED="$$(scripts/changed-files.sh)" $(sandbox) scripts/check.sh
 
 shell: ## A shell in the sandbox

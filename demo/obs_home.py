@@ -26,7 +26,7 @@ class ObsHome:
     """Each scene collection has a single scene: with two or more, OBS 32.2 by itself, without any
     plug-in of a user's, leaks memory or crashes at the end of about every third run."""
 
-    def __init__(self, folder, scene="Scene"):
+    def __init__(self, folder, scene="Scene", language="en-US"):
         self.folder = Path(folder)
         self.output = self.folder / "obs-output.txt"   # what OBS prints, with the levels
         self.config = self.folder / ".config/obs-studio"
@@ -36,7 +36,7 @@ class ObsHome:
             Locations={name: self.folder / ".config"
                        for name in ("Configuration", "SceneCollections", "Profiles")}))
         self._write("user.ini", _ini(
-            General={"FirstRun": "true", "ConfirmOnExit": "false"},
+            General={"FirstRun": "true", "ConfirmOnExit": "false", "Language": language},
             Basic={key: "Untitled" for key in
                    ("Profile", "ProfileDir", "SceneCollection", "SceneCollectionFile")},
             BasicWindow={"SpacingHelpersEnabled": "false"}))

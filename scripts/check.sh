@@ -65,6 +65,7 @@ check includes python3 scripts/check_includes.py
 check licences check_licences
 check python python3 scripts/check_python.py
 check shell check_shell
+check translations python3 scripts/check_translations.py
 check warnings check_warnings
 check tidy python3 scripts/check_tidy.py
 

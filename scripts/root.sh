@@ -14,7 +14,8 @@ source "$here/lib.sh"
 # The recipe: whatever changes here makes a new root.
 suite=forky
 packages=(
-    g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-connectivity-dev libobs-dev libssl-dev
+    g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-connectivity-dev qt6-l10n-tools
+    qt6-tools-dev libobs-dev libssl-dev
     obs-studio obs-plugins libgl1-mesa-dri fonts-dejavu-core
     xvfb xauth openbox x11-apps xdotool imagemagick
     python3-websockets python3-dbusmock dbus-daemon openssl ca-certificates procps iproute2
@@ -52,6 +53,8 @@ host_is_enough() {
         pkg-config --atleast-version=3 libcrypto &&
         pkg-config --atleast-version=6.8 Qt6Core && # given both, it looks at the first alone
         pkg-config --atleast-version=6.8 Qt6Bluetooth &&
+        [[ -x $(pkg-config --variable=bindir Qt6Core)/lupdate ]] &&
+        [[ -d $(pkg-config --variable=libdir Qt6Core)/cmake/Qt6LinguistTools ]] &&
         python3 -c 'import dbusmock, websockets' 2>/dev/null
 }
 

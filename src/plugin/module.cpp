@@ -7,12 +7,15 @@
 #include "plugin/App.h"
 #include "plugin/LibobsApi.h"
 #include "plugin/Log.h"
+#include "plugin/Translation.h"
 #include "sources/sources.h"
+#include "ui/DockRegistration.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QSslSocket>
+#include <QTranslator>
 
 #include <obs-module.h>
 
@@ -21,6 +24,8 @@
 namespace {
 
 obs_module_t *obs_module_pointer = nullptr;
+
+QTranslator *translation = nullptr;
 
 // A bundle carries Qt plug-ins of its own, the TLS backend among them, without which HTTPS fails.
 void registerBundledQtPlugins()
@@ -49,6 +54,14 @@ QString bluetoothHelper()
     QString path = QString::fromUtf8(found);
     bfree(found);
     return path;
+}
+
+void loadTranslation()
+{
+    const QString data = QString::fromUtf8(obs_get_module_data_path(obs_module_pointer));
+    translation = tallyforge::installTranslation(QString::fromUtf8(obs_get_locale()),
+                                                 data + QStringLiteral("/translations"))
+                      .release();
 }
 
 } // namespace
@@ -92,17 +105,22 @@ bool obs_module_load(void)
     using namespace tallyforge;
     log::info(QStringLiteral("loading plugin %1").arg(build_config::version()));
     registerBundledQtPlugins();
+    loadTranslation();
     App::init();
     BleBridge::instance()->setHelperPath(bluetoothHelper());
     sources_register();
     sources_connect_live_data();
+    dock_register(sources_default_text_template());
     return true;
 }
 
 void obs_module_unload(void)
 {
     using namespace tallyforge;
+    dock_unregister();
     BleBridge::instance()->shutdown();
     App::shutdown();
+    delete translation;
+    translation = nullptr;
     log::info(QStringLiteral("plugin unloaded"));
 }

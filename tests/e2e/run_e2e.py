@@ -12,6 +12,7 @@ from pathlib import Path
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "demo"))
 
 import graphics
+import language
 import scenarios
 import server
 import update
@@ -22,8 +23,8 @@ SKIPPED = 77
 SCENARIOS = {run.__name__: run for run in (
     scenarios.cloud, scenarios.lan, scenarios.vanished, scenarios.choice, scenarios.style,
     scenarios.many, scenarios.closing, scenarios.untrusted, graphics.page, graphics.properties,
-    graphics.refresh, server.used, update.update, update.update_refused, update.update_killed,
-    update.update_closed)}
+    graphics.refresh, language.german, server.used, update.update, update.update_refused,
+    update.update_killed, update.update_closed)}
 
 
 def main():

@@ -40,9 +40,9 @@ class Stage:
                        "--manual", *options) as self.sim:
             yield self.sim
 
-    def home(self, settings=None, mode=0o600):
+    def home(self, settings=None, mode=0o600, **options):
         """A fresh home with a sign-in that is still good."""
-        home = ObsHome(self.new_folder("home"))
+        home = ObsHome(self.new_folder("home"), **options)
         home.install(self.built.plugin)
         home.install(self.built.browser, "browser-standin")
         home.write_session(self.sim.cookie)

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#include "plugin/Translation.h"
+
+#include <QCoreApplication>
+#include <QLocale>
+#include <QTranslator>
+
+namespace tallyforge {
+
+std::unique_ptr<QTranslator> installTranslation(const QString &locale, const QString &folder)
+{
+    auto translator = std::make_unique<QTranslator>();
+    const bool found = translator->load(QLocale(locale), QStringLiteral("tallyforge"),
+                                        QStringLiteral("_"), folder);
+    // OBS has installed one of its own, which answers for every text. The last one is asked first.
+    if (!found || !QCoreApplication::installTranslator(translator.get())) {
+        return nullptr;
+    }
+    return translator;
+}
+
+} // namespace tallyforge

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+class QWidget;
+
+namespace tallyforge {
+
+/// Makes the dialogs about devices; what is empty here doesn't exist yet, and its button is off.
+struct DeviceDialogs
+{
+    std::function<QWidget *(QWidget *parent)> setup;
+    std::function<QWidget *(const QString &deviceId, QWidget *parent)> manage;
+};
+
+} // namespace tallyforge

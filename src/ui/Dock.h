@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#pragma once
+
+#include "ui/DeviceDialogs.h"
+
+#include <QTimer>
+#include <QWidget>
+
+namespace tallyforge {
+
+class App;
+class DevicesGroup;
+class ScoreboardGroup;
+class ServerGroup;
+class SignedInRow;
+class SignInForm;
+class UpdateBanner;
+class UpdateFooter;
+
+/// The plug-in's home in OBS's window: one page of groups that show the services' state and pass
+/// the user's wishes on. It has no data of its own, and works without a sign-in as well.
+class Dock final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// app isn't owned and must outlive the dock. textTemplate is what a new text source shows.
+    Dock(App &app, const char *textTemplate, const DeviceDialogs &dialogs = {});
+
+private:
+    [[nodiscard]] QWidget *buildHome(const char *textTemplate, const DeviceDialogs &dialogs);
+    void frame(QWidget *home);
+    void connectServices();
+    void refreshAll();
+    void refreshUpdate();
+    void openDownloadPage() const;
+
+    App &m_app;
+    UpdateBanner *m_banner = nullptr;
+    SignInForm *m_signIn = nullptr;
+    SignedInRow *m_signedIn = nullptr;
+    ScoreboardGroup *m_scoreboard = nullptr;
+    DevicesGroup *m_devices = nullptr;
+    ServerGroup *m_server = nullptr;
+    UpdateFooter *m_footer = nullptr;
+    QTimer m_relayTimer;
+};
+
+} // namespace tallyforge

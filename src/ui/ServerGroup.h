@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#pragma once
+
+#include "ui/NarrowWidgets.h"
+
+class QSpinBox;
+
+namespace tallyforge {
+
+class ThemedLabel;
+class App;
+
+/// Switches the server for other programs on and off, and tells how it fares.
+class ServerGroup final : public Group
+{
+    Q_OBJECT
+
+public:
+    /// app isn't owned and must outlive the group.
+    explicit ServerGroup(App &app, QWidget *parent = nullptr);
+
+    void refresh();
+
+private:
+    void addPort();
+    void apply();
+    [[nodiscard]] QString statusText() const;
+
+    App &m_app;
+    QCheckBox *m_enabled = nullptr;
+    QSpinBox *m_port = nullptr;
+    QCheckBox *m_allowNetwork = nullptr;
+    ThemedLabel *m_status = nullptr;
+};
+
+} // namespace tallyforge
