@@ -4,7 +4,7 @@
 # Every target but install and clean works inside a sandbox that scripts/sandbox.sh sets up.
 .NOTPARALLEL:
 .DEFAULT_GOAL := help
-.PHONY: help demo test bench asan fuzz format check shell install clean
+.PHONY: help demo test bench asan fuzz format check shell install package clean
 sandbox := scripts/sandbox.sh
 
 # A screen of one's own is used unless HEADLESS says otherwise.
@@ -41,6 +41,9 @@ shell: ## A shell in the sandbox
 install: ## Put the plug-in into your own OBS
 	@$(sandbox) sh -c 'scripts/build.sh release && cmake --install build/release --prefix build/stage/tallyforge-obs >build/stage.log'
 	@scripts/install.sh build/stage/tallyforge-obs
+
+package: ## Make a release in build/package (OPTIONS=-D… for CMake, MERGE=latest.json of another system)
+	@$(sandbox) packaging/package.sh $(if $(MERGE),--merge "$(MERGE)") $(OPTIONS)
 
 clean: ## Remove what was built
 	rm -rf build

@@ -34,3 +34,12 @@ function(tallyforge_library folder)
   add_library(Tallyforge::${folder} ALIAS tallyforge-${folder})
   target_link_libraries(tallyforge-${folder} PUBLIC tallyforge-options ${arg_LINK})
 endfunction()
+
+# tallyforge_build_config(<version>): what BuildConfig.cpp says in the targets of the calling folder.
+function(tallyforge_build_config version)
+  set_source_files_properties("${PROJECT_SOURCE_DIR}/src/common/BuildConfig.cpp" PROPERTIES COMPILE_DEFINITIONS
+    "TALLYFORGE_VERSION=\"${version}\";\
+TALLYFORGE_PORTAL_URL=\"${TALLYFORGE_PORTAL_URL}\";\
+TALLYFORGE_UPDATE_MANIFEST_URL=\"${TALLYFORGE_UPDATE_MANIFEST_URL}\";\
+TALLYFORGE_DOWNLOAD_PAGE_URL=\"${TALLYFORGE_DOWNLOAD_PAGE_URL}\"")
+endfunction()

@@ -47,8 +47,9 @@ class Ended:
 class ObsSession:
     """Use as a context. ended is set once OBS has ended, which leaving the context sees to."""
 
-    def __init__(self, home, env):
+    def __init__(self, home, env, wrapper=()):
         self.home = home
+        self._wrapper = wrapper   # words of a command that becomes OBS
         self.ended = None
         self._env = os.environ | env | {
             "HOME": str(home.folder), "XDG_CONFIG_HOME": str(home.folder / ".config"),
@@ -63,7 +64,7 @@ class ObsSession:
             self.process = subprocess.Popen(
                 # Not --disable-missing-files-check: with it OBS leaks a block for each scene
                 # collection that it loads.
-                ["obs", "--multi", "--disable-shutdown-check", "--disable-updater"],
+                [*self._wrapper, "obs", "--multi", "--disable-shutdown-check", "--disable-updater"],
                 env=self._env, stdout=log, stderr=subprocess.STDOUT, stdin=subprocess.DEVNULL)
         try:
             self.control = wait_until(self._connect, START_SECONDS, "OBS to start")

@@ -6,9 +6,9 @@
 set -euo pipefail
 
 case ${1:-} in
-    cpp) folders=(src tests bench helper) names=(-name '*.cpp' -o -name '*.h') ;;
-    python) folders=(sim demo tests bench scripts docs) names=(-name '*.py') ;;
-    shell) folders=(scripts .ci tests demo bench) names=(-name '*.sh' -o -path '.ci/run') ;;
+    cpp) folders=(src tests bench helper packaging) names=(-name '*.cpp' -o -name '*.h') ;;
+    python) folders=(sim demo tests bench scripts docs packaging) names=(-name '*.py') ;;
+    shell) folders=(scripts .ci tests demo bench packaging) names=(-name '*.sh' -o -path '.ci/run') ;;
     *) echo "Usage: sources.sh cpp|python|shell" >&2; exit 2 ;;
 esac
 for folder in "${folders[@]}"; do

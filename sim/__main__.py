@@ -5,6 +5,7 @@
 import argparse
 import asyncio
 import json
+import os
 import re
 import signal
 import sys
@@ -21,6 +22,7 @@ from hardware import Hardware
 from lan_admin import LanFace
 from net import ListenError, is_loopback, log, quoted_host
 from portal import Portal
+from updates import Updates
 from venue import Venue
 
 DEVICE = re.compile(r"(?P<id>[^=@]+)(=(?P<nickname>.*?))?(@(?P<address>[A-Za-z0-9.:-]+))?")
@@ -73,6 +75,10 @@ def _arguments():
     add("--lan-port", type=_port, metavar="N",
         help="port of a device's administration by HTTP (none without this; devices have it on "
              "80); further devices on the same address take the next ones")
+    add("--updates", metavar="DIR",
+        help="offer the update manifest latest.json and the packages that lie in DIR")
+    add("--updates-port", type=_port, default=8444, metavar="N",
+        help="HTTPS port for them (%(default)s)")
     add("--control-port", type=_port, default=8099, metavar="N",
         help="port of the control requests, on 127.0.0.1 only (%(default)s)")
     add("--account", action="append", metavar="EMAIL:PASSWORD[:CODE]",
@@ -123,6 +129,8 @@ def _checked(parser, options):
     ids = [device["id"] for device in options.device]
     if len(set(ids)) < len(ids):
         parser.error("two devices have the same id")
+    if options.updates and not os.path.isdir(options.updates):
+        parser.error(f"--updates: there is no folder {options.updates}")
     options.token = {entry["id"]: entry["token"] for entry in options.token}
     options.admin_password = {e["id"]: e["password"] for e in options.admin_password}
     options.usb, options.receiver = _ports(parser, options)
@@ -202,7 +210,7 @@ async def _play(venue, speed):
         last = now
 
 
-def _ready(options, venue, portal, control, hardware, lan, authority):
+def _ready(options, venue, portal, control, hardware, lan, updates, authority):
     host = "localhost" if is_loopback(options.host) and ":" not in options.host \
         else quoted_host(options.host)
     devices = [{"id": d.id, "nickname": d.nickname, "host": d.address, "port": d.port,
@@ -212,7 +220,8 @@ def _ready(options, venue, portal, control, hardware, lan, authority):
         "ready": True, "portal": f"https://{host}:{portal.listener.port}",
         "portal_port": portal.listener.port,
         "control": f"http://127.0.0.1:{control.listener.port}",
-        "devices": devices, "usb": hardware.ready(), "ca": authority}), flush=True)
+        "devices": devices, "usb": hardware.ready(),
+        "updates": updates and updates.url(host), "ca": authority}), flush=True)
 
 
 async def _run(options):
@@ -231,15 +240,19 @@ async def _run(options):
                                       "usb_ns": hardware.publish(device)}
     game = {"name": options.game, "seed": options.seed, "speed": options.speed,
             "manual": options.manual}
-    control = Control(options.control_port, venue, faults, portal, feeds, hardware, lan, game)
-    listeners = [server.listener for server in (portal, control, *feeds.values(), *lan.values())]
+    updates = options.updates and Updates(venue, faults, options.host, options.updates_port,
+                                          options.updates, tls)
+    control = Control(options.control_port, venue, faults, portal, feeds, hardware, lan, updates,
+                      game)
+    listeners = [server.listener for server in (portal, control, *feeds.values(), *lan.values(),
+                                                *([updates] if updates else []))]
     for listener in listeners:
         listener.open()
     hardware.open()
     tasks = [loop.create_task(feed.heartbeats()) for feed in feeds.values()]
     if not options.manual:
         tasks.append(loop.create_task(_play(venue, options.speed)))
-    _ready(options, venue, portal, control, hardware, lan, authority)
+    _ready(options, venue, portal, control, hardware, lan, updates, authority)
     await stop.wait()
     for task in tasks:
         task.cancel()

@@ -11,17 +11,18 @@ from lan_admin import ROUTES as LAN_ROUTES
 from net import ListenError, log
 from wishes import ControlError, body_of, take
 
-PLACES = ("portal", "feed", "device", "usb", "lan")
+PLACES = ("portal", "updates", "feed", "device", "usb", "lan")
 
 
 class Control:
-    def __init__(self, port, venue, faults, portal, feeds, hardware, lan, game):
+    def __init__(self, port, venue, faults, portal, feeds, hardware, lan, updates, game):
         self._venue = venue
         self._faults = faults
         self._portal = portal
         self._feeds = feeds   # device id -> Feed
         self._hardware = HardwareControl(hardware, self._device)
         self._lan = lan       # device id -> LanFace
+        self._updates = updates   # or None
         self._game = game     # how the game was started, for /state
         self._server = HttpServer("127.0.0.1", port, self._handle)
         self.listener = self._server.listener
@@ -62,6 +63,7 @@ class Control:
                         for d in venue.devices.values()},
             "portal": {"requests": portal.requests, "by_path": portal.by_path,
                        "sessions": len(venue.sessions), "hanging": portal.hanging},
+            "updates": self._updates and self._updates.shown(),
             "faults": self._faults.shown(),
             "violations": venue.violations,
             "game": {**self._game, "devices": {
@@ -113,8 +115,13 @@ class Control:
         wish = body_of(request)
         where = wish.get("where")
         if where == "portal":
-            self._faults.set_portal(wish)
+            self._faults.portal.set(wish)
             self._portal.apply_faults()
+        elif where == "updates":
+            if not self._updates:
+                raise ControlError("There are no updates without --updates.", 404)
+            self._faults.updates.set(wish)
+            self._updates.apply_faults()
         elif where in ("feed", "device"):
             _, kind, device_id = take(wish, where=str, kind=str, device=str)
             ids = [self._device(device_id).id] if device_id else list(self._venue.devices)
@@ -151,7 +158,7 @@ class Control:
             self._change_faults(partial(self._faults.clear, where))
             self._portal.apply_faults()
             self._hardware.apply_faults()
-            for face in self._lan.values():
+            for face in [*self._lan.values(), *([self._updates] if self._updates else [])]:
                 face.apply_faults()
             log(f"faults off: {where or 'all'}")
         return {"faults": self._faults.shown()}

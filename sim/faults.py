@@ -13,6 +13,20 @@ PORTAL_KINDS = {   # kind -> the keys that it takes beside where and kind
     "cut": {"path", "count"},
     "status": {"path", "count", "status", "body", "code"},
 }
+_SOME = {"path", "count"}
+UPDATE_KINDS = {
+    "refuse": set(),
+    "hang": _SOME,
+    "trickle": _SOME | {"seconds"},
+    "stall": _SOME,
+    "cut": _SOME,
+    "endless": _SOME,
+    "garbage": _SOME,
+    "wrong-hash": _SOME,
+    "wrong-size": _SOME,
+    "redirect": _SOME | {"to"},
+    "status": _SOME | {"status", "body"},
+}
 FEED_KINDS = {"refuse", "reject", "silent", "hang-handshake", "plain", "drop", "reset", "split",
               "join", "garbage", "late-auth-fail", "away", "freeze"}
 PASSING = {"drop", "reset"}   # these happen once and leave the fault that is on as it is
@@ -34,55 +48,53 @@ class FaultError(Exception):
 
 
 @dataclass
-class PortalFault:
+class PathFault:
     kind: str
     path: str = ""
     count: int = None
     seconds: float = 2.0
     status: int = 500
     body: object = None
+    to: str = ""
     over: asyncio.Event = field(default_factory=asyncio.Event)
 
     def shown(self):
         keys = {"path": self.path or None, "count": self.count,
-                "seconds": self.seconds if self.kind == "slow" else None,
-                "status": self.status if self.kind == "status" else None}
+                "seconds": self.seconds if self.kind in ("slow", "trickle") else None,
+                "status": self.status if self.kind == "status" else None, "to": self.to or None}
         return {"kind": self.kind} | {key: value for key, value in keys.items()
                                       if value is not None}
 
 
-class Faults:
-    def __init__(self, usb, lan):
-        self.usb = usb     # UsbFaults
-        self.lan = lan     # LanFaults
-        self.portal = {}   # path prefix -> PortalFault
-        self.feed = {}     # device id -> kind
-        self.device = {}   # device id -> kind
-        self._spent = []   # faults whose count has run out while requests still hang in them
+class PathFaults:
+    """The faults of one HTTP server, at most one for each prefix of paths."""
+
+    def __init__(self, name, kinds):
+        self._name = name
+        self._kinds = kinds
+        self._on = {}      # path prefix -> PathFault
+        self._spent = []   # whose count has run out while requests still hang in them
 
     def shown(self):
-        return {"portal": [fault.shown() for fault in self.portal.values()],
-                "feed": dict(self.feed), "device": dict(self.device), "usb": self.usb.shown(),
-                "lan": self.lan.shown()}
+        return [fault.shown() for fault in self._on.values()]
 
-    def set_portal(self, wish):
+    def set(self, wish):
         kind = wish.get("kind")
-        if not isinstance(kind, str) or kind not in PORTAL_KINDS:
-            raise FaultError(f"The portal's kinds of faults are {', '.join(PORTAL_KINDS)}.")
-        extra = set(wish) - PORTAL_KINDS[kind] - {"where", "kind"}
+        if not isinstance(kind, str) or kind not in self._kinds:
+            raise FaultError(f"The {self._name}'s kinds of faults are {', '.join(self._kinds)}.")
+        extra = set(wish) - self._kinds[kind] - {"where", "kind"}
         if extra:
             raise FaultError(f"The fault {kind} does not take {', '.join(sorted(extra))}.")
         self._check_values(wish)
-        fault = PortalFault(kind, wish.get("path", ""), wish.get("count"),
-                            wish.get("seconds", 2.0), wish.get("status", 500))
-        fault.body = wish.get("body")
+        values = {key: value for key, value in wish.items() if key not in ("where", "code")}
+        fault = PathFault(**values)
         if fault.body is None:
             code = wish.get("code")
             fault.body = {"detail": {"error": code}} if code \
                 else DEFAULT_BODIES.get(fault.status, {})
-        if fault.path in self.portal:
-            self.portal[fault.path].over.set()
-        self.portal[fault.path] = fault
+        if fault.path in self._on:
+            self._on[fault.path].over.set()
+        self._on[fault.path] = fault
 
     @staticmethod
     def _check_values(wish):
@@ -96,25 +108,49 @@ class Faults:
         status = wish.get("status", 500)
         if type(status) is not int or not 200 <= status <= 599:
             raise FaultError("status must be a whole number from 200 to 599.")
-        if not isinstance(wish.get("code", ""), str):
-            raise FaultError("code must be a text.")
+        for key in ("code", "to"):
+            if not isinstance(wish.get(key, ""), str):
+                raise FaultError(f"{key} must be a text.")
+        if wish["kind"] == "redirect" and not wish.get("to"):
+            raise FaultError("A redirect needs an address in to.")
 
-    def take_portal(self, path):
+    def take(self, path):
         """The fault for a request to this path, if any; this counts as one of its requests."""
-        fits = [prefix for prefix in self.portal if path.startswith(prefix)]
+        fits = [prefix for prefix in self._on if path.startswith(prefix)]
         if not fits:
             return None
-        fault = self.portal[max(fits, key=len)]
+        fault = self._on[max(fits, key=len)]
         if fault.count is not None:
             fault.count -= 1
             if fault.count == 0:
-                del self.portal[fault.path]
+                del self._on[fault.path]
                 self._spent.append(fault)
         return fault
 
     @property
-    def portal_refuses(self):
-        return any(fault.kind == "refuse" for fault in self.portal.values())
+    def refuse(self):
+        return any(fault.kind == "refuse" for fault in self._on.values())
+
+    def clear(self):
+        for fault in [*self._on.values(), *self._spent]:
+            fault.over.set()
+        self._on.clear()
+        self._spent.clear()
+
+
+class Faults:
+    def __init__(self, usb, lan):
+        self.usb = usb     # UsbFaults
+        self.lan = lan     # LanFaults
+        self.portal = PathFaults("portal", PORTAL_KINDS)
+        self.updates = PathFaults("update server", UPDATE_KINDS)
+        self.feed = {}     # device id -> kind
+        self.device = {}   # device id -> kind
+
+    def shown(self):
+        return {"portal": self.portal.shown(), "updates": self.updates.shown(),
+                "feed": dict(self.feed), "device": dict(self.device), "usb": self.usb.shown(),
+                "lan": self.lan.shown()}
 
     def set_devices(self, where, kind, ids):
         kinds = FEED_KINDS if where == "feed" else DEVICE_KINDS
@@ -124,16 +160,5 @@ class Faults:
             getattr(self, where).update((device, kind) for device in ids)
 
     def clear(self, where=None):
-        if where in (None, "portal"):
-            for fault in [*self.portal.values(), *self._spent]:
-                fault.over.set()
-            self.portal.clear()
-            self._spent.clear()
-        if where in (None, "feed"):
-            self.feed.clear()
-        if where in (None, "device"):
-            self.device.clear()
-        if where in (None, "usb"):
-            self.usb.clear()
-        if where in (None, "lan"):
-            self.lan.clear()
+        for place in (where,) if where else ("portal", "updates", "feed", "device", "usb", "lan"):
+            getattr(self, place).clear()

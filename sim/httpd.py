@@ -46,17 +46,26 @@ class Response:
     headers: list = field(default_factory=list)
     cut: bool = False              # send half of the body, then close
     on_write: object = None        # called with the time right before the write
+    pieces: object = None          # an async generator of the body's bytes, in place of body
+    length: int = None             # of the pieces together; None: the connection's end is theirs
+    kind: str = "text/plain; charset=utf-8"   # of a body that isn't a JSON value
+
+    @property
+    def ends_connection(self):
+        return self.cut or (self.pieces is not None and self.length is None)
 
     def encoded(self, close):
-        raw = isinstance(self.body, bytes)
-        body = self.body if raw else json.dumps(self.body).encode()
+        """All of it, but for the pieces."""
+        raw = isinstance(self.body, bytes) or self.pieces is not None
+        body = (self.body or b"") if raw else json.dumps(self.body).encode()
+        length = len(body) if self.pieces is None else self.length
         bodiless = self.status in (204, 304)
         phrase = HTTPStatus(self.status).phrase if self.status in list(HTTPStatus) else "Status"
         head = [f"HTTP/1.1 {self.status} {phrase}", *(f"{n}: {v}" for n, v in self.headers),
                 f"Connection: {'close' if close else 'keep-alive'}", "Cache-Control: no-store"]
         if not bodiless:
-            kind = "text/plain; charset=utf-8" if raw else "application/json"
-            head += [f"Content-Type: {kind}", f"Content-Length: {len(body)}"]
+            head.append(f"Content-Type: {self.kind if raw else 'application/json'}")
+            head += [] if length is None else [f"Content-Length: {length}"]
         if self.cut:
             body = body[:len(body) // 2]
         return "\r\n".join([*head, "", ""]).encode() + (b"" if bodiless else body)
@@ -124,17 +133,29 @@ class HttpServer:
             response = Response(400, {"error": "bad_request"})
         else:
             response = await self._response(request, lost)
-        close = close or response.cut
+        close = close or response.ends_connection
         data = response.encoded(close)
         if response.on_write:
             response.on_write(time.monotonic_ns())
         writer.write(data)
         await writer.drain()
+        if response.pieces is not None:
+            work = asyncio.ensure_future(self._send(writer, response.pieces))
+            await self._unless_lost(work, lost)
         return close
+
+    @staticmethod
+    async def _send(writer, pieces):
+        async for piece in pieces:
+            writer.write(piece)
+            await writer.drain()
 
     async def _response(self, request, lost):
         """The handler's answer; a client that leaves meanwhile ends the handler."""
-        work = asyncio.ensure_future(self._handle(request))
+        return await self._unless_lost(asyncio.ensure_future(self._handle(request)), lost)
+
+    @staticmethod
+    async def _unless_lost(work, lost):
         await first_of(work, lost.wait())
         if work.cancelled():
             raise ConnectionResetError

@@ -81,7 +81,7 @@ class Portal:
         self.listener = self._server.listener
 
     def apply_faults(self):
-        if self._faults.portal_refuses:
+        if self._faults.portal.refuse:
             self.listener.shut()
             self.listener.drop_connections()
         else:
@@ -99,7 +99,7 @@ class Portal:
         self._count(request.path)
         try:
             _check_headers(request)
-            fault = self._faults.take_portal(request.path)
+            fault = self._faults.portal.take(request.path)
             if fault and fault.kind in ("garbage", "status"):
                 return self._faulty(fault)
             if fault:

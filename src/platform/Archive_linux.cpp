@@ -5,30 +5,29 @@
 
 #include <QStandardPaths>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge::platform {
 
-Command unpackCommand(const QString &archive, const QString &directory)
+QList<Command> unpackCommands(const QString &archive, const QString &directory)
 {
-    // What a user's PATH holds is not the system's: only its own folders count.
-    const QStringList folders{QStringLiteral("/usr/bin"), QStringLiteral("/bin")};
-    const Command candidates[] = {
-        {QStringLiteral("bsdtar"),
-         {QStringLiteral("-x"), QStringLiteral("--no-same-owner"),
-          QStringLiteral("--no-same-permissions"), QStringLiteral("-C"), directory,
-          QStringLiteral("-f"), archive}},
-        {QStringLiteral("7z"),
-         {QStringLiteral("x"), QStringLiteral("-tzip"), QStringLiteral("-y"), QStringLiteral("-bd"),
-          QStringLiteral("-o") + directory, archive}},
-        {QStringLiteral("unzip"),
-         {QStringLiteral("-q"), QStringLiteral("-o"), archive, QStringLiteral("-d"), directory}},
+    // libarchive's program comes first: it refuses what leads out of the folder instead of bending
+    // it, and no path is a pattern to it. 7-Zip is as well kept, and common on desktops. The last
+    // is old, but many systems have no other.
+    QList<Command> commands{
+        {u"bsdtar"_s,
+         {u"-x"_s, u"--no-same-owner"_s, u"--no-same-permissions"_s, u"-C"_s, directory, u"-f"_s,
+          archive}},
+        {u"7z"_s, {u"x"_s, u"-tzip"_s, u"-spd"_s, u"-y"_s, u"-bd"_s, u"-o"_s + directory, archive}},
+        {u"unzip"_s, {u"-q"_s, u"-o"_s, archive, u"-d"_s, directory}},
     };
-    for (const Command &candidate : candidates) {
-        const QString found = QStandardPaths::findExecutable(candidate.program, folders);
-        if (!found.isEmpty()) {
-            return {found, candidate.arguments};
-        }
+    // What a user's PATH leads to isn't the system's.
+    const QStringList folders{u"/usr/bin"_s, u"/bin"_s};
+    for (Command &command : commands) {
+        command.program = QStandardPaths::findExecutable(command.program, folders);
     }
-    return {};
+    commands.removeIf([](const Command &command) { return command.program.isEmpty(); });
+    return commands;
 }
 
 } // namespace tallyforge::platform

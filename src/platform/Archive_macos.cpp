@@ -5,10 +5,10 @@
 
 namespace tallyforge::platform {
 
-Command unpackCommand(const QString &archive, const QString &directory)
+QList<Command> unpackCommands(const QString &archive, const QString &directory)
 {
-    return {QStringLiteral("/usr/bin/ditto"),
-            {QStringLiteral("-x"), QStringLiteral("-k"), archive, directory}};
+    return {{QStringLiteral("/usr/bin/ditto"),
+             {QStringLiteral("-x"), QStringLiteral("-k"), archive, directory}}};
 }
 
 } // namespace tallyforge::platform

@@ -7,8 +7,14 @@
 
 namespace tallyforge::platform {
 
-/// Makes two folders on one file system trade places, in one step that a crash can't divide. False,
-/// with nothing changed, where the system or the file system doesn't offer that, or on an error.
-[[nodiscard]] bool exchangeFolders(const QString &first, const QString &second);
+enum class Exchange {
+    Done,
+    OtherFileSystem, ///< they lie on two file systems, so they can't trade places
+    NotPossible,     ///< the system or the file system doesn't offer it, or an error came up
+};
+
+/// Makes two folders trade places, in one step that no crash can divide. Nothing is changed unless
+/// it is done.
+[[nodiscard]] Exchange exchangeFolders(const QString &first, const QString &second);
 
 } // namespace tallyforge::platform

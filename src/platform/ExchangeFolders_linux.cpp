@@ -5,15 +5,19 @@
 
 #include <QFile>
 
+#include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
 
 namespace tallyforge::platform {
 
-bool exchangeFolders(const QString &first, const QString &second)
+Exchange exchangeFolders(const QString &first, const QString &second)
 {
-    return renameat2(AT_FDCWD, QFile::encodeName(first).constData(), AT_FDCWD,
-                     QFile::encodeName(second).constData(), RENAME_EXCHANGE) == 0;
+    if (renameat2(AT_FDCWD, QFile::encodeName(first).constData(), AT_FDCWD,
+                  QFile::encodeName(second).constData(), RENAME_EXCHANGE) == 0) {
+        return Exchange::Done;
+    }
+    return errno == EXDEV ? Exchange::OtherFileSystem : Exchange::NotPossible;
 }
 
 } // namespace tallyforge::platform

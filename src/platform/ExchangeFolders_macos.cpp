@@ -5,14 +5,18 @@
 
 #include <QFile>
 
+#include <cerrno>
 #include <cstdio>
 
 namespace tallyforge::platform {
 
-bool exchangeFolders(const QString &first, const QString &second)
+Exchange exchangeFolders(const QString &first, const QString &second)
 {
-    return renamex_np(QFile::encodeName(first).constData(), QFile::encodeName(second).constData(),
-                      RENAME_SWAP) == 0;
+    if (renamex_np(QFile::encodeName(first).constData(), QFile::encodeName(second).constData(),
+                   RENAME_SWAP) == 0) {
+        return Exchange::Done;
+    }
+    return errno == EXDEV ? Exchange::OtherFileSystem : Exchange::NotPossible;
 }
 
 } // namespace tallyforge::platform

@@ -3,6 +3,8 @@
 
 #include "platform/PluginFolder.h"
 
+#include "platform/PlatformKey.h"
+
 #include <QDir>
 
 namespace tallyforge::platform {
@@ -12,11 +14,10 @@ QString pluginRoot(const QString &dataFolder)
     if (dataFolder.isEmpty()) {
         return {};
     }
-    // <plug-ins>/tallyforge-obs/data beside …/bin/64bit/tallyforge-obs.so. A system-wide data
-    // folder, …/obs/obs-plugins/tallyforge-obs, has no such name and no such neighbour.
+    // <plug-ins>/tallyforge-obs/data beside the folder of the binary. A system-wide data folder,
+    // …/obs/obs-plugins/tallyforge-obs, has no such name and no such neighbour.
     QDir root(QDir::cleanPath(QDir(dataFolder).absolutePath()));
-    if (root.dirName() != QLatin1String("data") || !root.cdUp() ||
-        !root.exists(QStringLiteral("bin/64bit/tallyforge-obs.so"))) {
+    if (root.dirName() != QLatin1String("data") || !root.cdUp() || !root.exists(binaryPath())) {
         return {};
     }
     return root.absolutePath();

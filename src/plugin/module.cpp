@@ -5,6 +5,7 @@
 #include "device/ble/BleBridge.h"
 #include "platform/BluetoothHelper.h"
 #include "plugin/App.h"
+#include "plugin/LibobsApi.h"
 #include "plugin/Log.h"
 #include "sources/sources.h"
 #include "ui/DockRegistration.h"
@@ -19,9 +20,6 @@
 #include <dlfcn.h>
 
 namespace {
-
-// The oldest libobs that this plug-in works with, which loads it; a newer one loads it as well.
-constexpr uint32_t libobsApi = MAKE_SEMANTIC_VERSION(32, 0, 4);
 
 obs_module_t *obs_module_pointer = nullptr;
 
@@ -69,7 +67,8 @@ obs_module_t *obs_current_module(void)
 
 MODULE_EXPORT uint32_t obs_module_ver(void)
 {
-    return libobsApi;
+    using tallyforge::libobsApi;
+    return MAKE_SEMANTIC_VERSION(uint32_t{libobsApi[0]}, libobsApi[1], libobsApi[2]);
 }
 
 OBS_MODULE_USE_DEFAULT_LOCALE("tallyforge-obs", "en-US")

@@ -3,9 +3,18 @@
 
 #include "updater/ArchiveUnpacker.h"
 
-#include "platform/Archive.h"
+#include "updater/FileTree.h"
+
+namespace fs = std::filesystem;
+using namespace std::chrono_literals;
 
 namespace tallyforge {
+
+namespace {
+
+constexpr auto watchInterval = 50ms;
+
+} // namespace
 
 ArchiveUnpacker::ArchiveUnpacker(QObject *parent)
     : ArchiveUnpacker(Limits(), parent)
@@ -17,42 +26,77 @@ ArchiveUnpacker::ArchiveUnpacker(Limits limits, QObject *parent)
     , m_limits(limits)
 {
     m_timeout.setSingleShot(true);
-    connect(&m_timeout, &QTimer::timeout, &m_process, &QProcess::kill);
+    m_watch.setInterval(watchInterval);
+    connect(&m_timeout, &QTimer::timeout, this, [this] { platform::killUnpacker(m_process); });
+    connect(&m_watch, &QTimer::timeout, this, &ArchiveUnpacker::watchSpace);
     connect(&m_process, &QProcess::finished, this, [this](int code, QProcess::ExitStatus status) {
-        finish(status == QProcess::NormalExit && code == 0 ? Result::Unpacked : Result::Failed);
+        const bool unpacked = status == QProcess::NormalExit && code == 0 && !isTooMuch();
+        finish(unpacked ? Result::Unpacked : Result::Failed);
     });
-    connect(&m_process, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
-        if (error == QProcess::FailedToStart) {
-            finish(Result::NotStarted);
-        }
-    });
+    // Queued, so that the signal never comes out of start().
+    connect(
+        &m_process, &QProcess::errorOccurred, this,
+        [this](QProcess::ProcessError error) {
+            if (error == QProcess::FailedToStart) {
+                finish(Result::NotStarted);
+            }
+        },
+        Qt::QueuedConnection);
 }
 
 ArchiveUnpacker::~ArchiveUnpacker()
 {
     m_process.disconnect(this);
-    m_process.kill();
+    platform::killUnpacker(m_process);
     m_process.waitForFinished();
 }
 
 void ArchiveUnpacker::start(const QString &archive, const QString &directory)
 {
-    const platform::Command command = platform::unpackCommand(archive, directory);
-    if (command.program.isEmpty()) {
-        QMetaObject::invokeMethod(
-            this, [this] { finish(Result::NotStarted); }, Qt::QueuedConnection);
-        return;
-    }
-    m_process.setStandardInputFile(QProcess::nullDevice());
-    m_process.setStandardOutputFile(QProcess::nullDevice());
-    m_process.setStandardErrorFile(QProcess::nullDevice());
-    m_process.start(command.program, command.arguments);
+    run(platform::unpackCommand(archive, directory), directory);
+}
+
+void ArchiveUnpacker::run(const platform::Command &command, const QString &directory)
+{
+    m_directory = directory;
+    platform::confineUnpacker(&m_process, m_limits.bytes,
+                              std::chrono::ceil<std::chrono::seconds>(m_limits.time));
     m_timeout.start(m_limits.time);
+    m_watch.start();
+    m_process.start(command.program, command.arguments);
+}
+
+// A small package can hold a disk full of zeros, or files without end.
+bool ArchiveUnpacker::isTooMuch() const
+{
+    std::error_code error;
+    qint64 bytes = 0;
+    int entries = 0;
+    for (fs::recursive_directory_iterator entry(nativePath(m_directory), error), end;
+         !error && entry != end; entry.increment(error)) {
+        std::error_code gone;
+        if (!entry->is_symlink(gone) && entry->is_regular_file(gone)) {
+            const auto size = entry->file_size(gone);
+            bytes += gone ? 0 : static_cast<qint64>(size);
+        }
+        if (++entries > m_limits.entries || bytes > m_limits.bytes) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void ArchiveUnpacker::watchSpace()
+{
+    if (isTooMuch()) {
+        platform::killUnpacker(m_process);
+    }
 }
 
 void ArchiveUnpacker::finish(Result result)
 {
     m_timeout.stop();
+    m_watch.stop();
     Q_EMIT finished(result);
 }
 

@@ -3,94 +3,119 @@
 
 #include "updater/BundleInstaller.h"
 
+#include "platform/Disk.h"
 #include "platform/ExchangeFolders.h"
+#include "updater/FileReplacement.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
-#include <QList>
+
+#include <system_error>
+#include <tuple>
 
 namespace tallyforge {
 
 namespace {
 
-struct Step
-{
-    QString dst;
-    QString old;
-    bool hadOld = false;
-};
+using platform::Exchange;
 
-QString text(const char *source)
+QString newBundlePath(const QString &target)
 {
-    return QCoreApplication::translate("PluginUpdater", source);
+    return besideBundle(target, QLatin1StringView("new"));
 }
 
-bool swap(const QString &source, const QString &target, const QString &backup)
+bool moveFolder(const QString &from, const QString &to)
+{
+    std::error_code error;
+    std::filesystem::rename(nativePath(from), nativePath(to), error);
+    return !error;
+}
+
+// Nothing depends on an old version beside a new one that is in place, so keeping it may fail, and
+// so may tidying up: the next start does it.
+void keepOld(const QString &old, const QString &backup)
+{
+    if (!moveFolder(old, backup) && !copyTree(old, backup)) {
+        std::ignore = removeTree(backup);
+    }
+    std::ignore = removeTree(old);
+}
+
+// The staging folder lies on another file system: a copy beside the target can trade places with
+// it.
+bool exchangeCopy(const QString &source, const QString &target, const QString &backup)
+{
+    const QString copy = newBundlePath(target);
+    if (!copyTree(source, copy) || !syncTree(copy).isEmpty() ||
+        platform::exchangeFolders(copy, target) != Exchange::Done) {
+        std::ignore = removeTree(copy);
+        return false;
+    }
+    keepOld(copy, backup);
+    return true;
+}
+
+// Between the two there is no plug-in: the way for a file system that can't do better.
+bool renameBoth(const QString &source, const QString &target, const QString &backup)
+{
+    if (!moveFolder(target, backup)) {
+        return false;
+    }
+    if (moveFolder(source, target)) {
+        return true;
+    }
+    std::ignore = moveFolder(backup, target); // if this fails too, all new files are still brought
+    return false;
+}
+
+bool swapBundles(const QString &source, const QString &target, const QString &backup)
 {
     if (!removeTree(backup).isEmpty()) {
         return false;
     }
     QDir().mkpath(QFileInfo(backup).path());
-    if (platform::exchangeFolders(source, target)) {
-        QDir().rename(source, backup);
+    switch (platform::exchangeFolders(source, target)) {
+    case Exchange::Done:
+        keepOld(source, backup);
         return true;
+    case Exchange::OtherFileSystem:
+        return exchangeCopy(source, target, backup);
+    case Exchange::NotPossible:
+        return renameBoth(source, target, backup);
     }
-    if (!QDir().rename(target, backup)) {
-        return false;
-    }
-    if (QDir().rename(source, target)) {
-        return true;
-    }
-    QDir().rename(backup, target);
     return false;
 }
 
-void undo(const QList<Step> &steps)
+void finishInterrupted(const QString &target)
 {
-    for (auto step = steps.crbegin(); step != steps.crend(); ++step) {
-        QFile::remove(step->dst);
-        if (step->hadOld) {
-            QFile::rename(step->old, step->dst);
-        }
-    }
+    undoInterruptedReplacement(target);
+    std::ignore = removeTree(newBundlePath(target));
 }
 
-InstallResult replaceFiles(const QString &source, const QString &target)
+QString install(const QString &source, const QString &target, const QString &backup, bool allowSwap)
 {
-    QStringList files;
-    QDirIterator entries(source, QDir::Files | QDir::Hidden | QDir::System,
-                         QDirIterator::Subdirectories);
-    while (entries.hasNext()) {
-        files.append(QDir(source).relativeFilePath(entries.next()));
+    if (!QFileInfo(source).isDir()) {
+        return QCoreApplication::translate("PluginUpdater", "nothing to install");
     }
-    if (files.isEmpty()) {
-        return {false, text(QT_TRANSLATE_NOOP("PluginUpdater", "the package is empty"))};
+    const QString parent = QFileInfo(QDir::cleanPath(target)).path();
+    const platform::FolderLock lock(parent);
+    if (lock.isTaken()) {
+        return QCoreApplication::translate("PluginUpdater", "%1 is in use").arg(target);
     }
-    QList<Step> steps;
-    for (const QString &file : std::as_const(files)) {
-        const QString dst = QDir(target).filePath(file);
-        const QString src = QDir(source).filePath(file);
-        Step step{dst, dst + u".old", false};
-        QDir().mkpath(QFileInfo(dst).path());
-        if (QFileInfo::exists(dst)) {
-            QFile::remove(step.old);
-            if (!QFile::rename(dst, step.old)) {
-                undo(steps);
-                return {false, text(QT_TRANSLATE_NOOP("PluginUpdater", "%1 is in use")).arg(file)};
-            }
-            step.hadOld = true;
-        }
-        steps.append(step);
-        if (!QFile::rename(src, dst) && !QFile::copy(src, dst)) {
-            undo(steps);
-            return {false,
-                    text(QT_TRANSLATE_NOOP("PluginUpdater", "could not write %1")).arg(file)};
-        }
+    finishInterrupted(target);
+    // A file system may put a folder in its place long before what the files hold: without this, a
+    // power cut would leave a plug-in of empty files.
+    if (const QString unwritten = syncTree(source); !unwritten.isEmpty()) {
+        return QCoreApplication::translate("PluginUpdater", "could not write %1").arg(unwritten);
     }
-    return {true, {}};
+    QString error;
+    if (!allowSwap || !QFileInfo(target).isDir() || !swapBundles(source, target, backup)) {
+        error = replaceFiles(source, target);
+    }
+    std::ignore = platform::syncToDisk(parent);
+    return error;
 }
 
 } // namespace
@@ -98,37 +123,23 @@ InstallResult replaceFiles(const QString &source, const QString &target)
 InstallResult installTree(const QString &source, const QString &target, const QString &backup,
                           bool allowSwap)
 {
-    if (!QFileInfo(source).isDir()) {
-        return {false, text(QT_TRANSLATE_NOOP("PluginUpdater", "nothing to install"))};
-    }
-    if (allowSwap && QFileInfo(target).isDir() && swap(source, target, backup)) {
-        return {true, {}};
-    }
-    return replaceFiles(source, target);
+    const QString error = install(source, target, backup, allowSwap);
+    return {error.isEmpty(), error};
 }
 
 void cleanupLeftovers(const QString &root)
 {
-    if (!QFileInfo(root).isDir()) {
+    const platform::FolderLock lock(QFileInfo(QDir::cleanPath(root)).path());
+    if (lock.isTaken() || !QFileInfo(root).isDir()) {
         return;
     }
-    QDirIterator entries(root, {QStringLiteral("*.old")}, QDir::Files | QDir::Hidden | QDir::System,
-                         QDirIterator::Subdirectories);
-    while (entries.hasNext()) {
-        QFile::remove(entries.next());
+    finishInterrupted(root);
+    const QStringList files = filesBelow(root);
+    for (const QString &file : files) {
+        if (file.endsWith(u".old")) {
+            QFile::remove(QDir(root).filePath(file));
+        }
     }
-}
-
-QString removeTree(const QString &path)
-{
-    const QFileInfo info(path);
-    if (!info.exists() && !info.isSymLink()) {
-        return {};
-    }
-    const bool removed =
-        info.isDir() && !info.isSymLink() ? QDir(path).removeRecursively() : QFile::remove(path);
-    return removed ? QString()
-                   : text(QT_TRANSLATE_NOOP("PluginUpdater", "could not remove %1")).arg(path);
 }
 
 } // namespace tallyforge

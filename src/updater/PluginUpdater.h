@@ -59,12 +59,12 @@ public:
 
     /// Looks for a newer version. Does nothing while busy, and after an installation. With manual
     /// false a failure leaves the user in peace: it ends in Idle.
-    void check(bool manual);
+    Q_INVOKABLE void check(bool manual);
 
     /// Whether the plug-in's own folder and the one around it may be changed.
     [[nodiscard]] bool canInstallInPlace() const;
     /// Downloads and installs what a check has found, in Available, or once more in Failed.
-    void install();
+    Q_INVOKABLE void install();
 
     [[nodiscard]] State state() const { return m_state; }
     [[nodiscard]] QString message() const { return m_message; }

@@ -3,26 +3,32 @@
 
 #include "updater/StagedPackage.h"
 
+#include "updater/FileTree.h"
+
 #include <QCoreApplication>
 #include <QDir>
-#include <QDirIterator>
 #include <QFileInfo>
+
+#include <optional>
+#include <string>
+#include <system_error>
+
+namespace fs = std::filesystem;
 
 namespace tallyforge {
 
 namespace {
 
-constexpr QDir::Filters everything =
-    QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
-
-QString text(const char *source)
-{
-    return QCoreApplication::translate("PluginUpdater", source);
-}
+enum class Content {
+    Ordinary,
+    Link, ///< something there leads, or may lead, elsewhere
+    Odd,  ///< a device, a pipe, or what can't be looked into
+};
 
 QString onlyFolder(const QString &extracted)
 {
-    QFileInfoList entries = QDir(extracted).entryInfoList(everything);
+    QFileInfoList entries = QDir(extracted).entryInfoList(QDir::AllEntries | QDir::Hidden |
+                                                          QDir::System | QDir::NoDotAndDotDot);
     entries.removeIf([](const QFileInfo &entry) { return entry.fileName() == u"__MACOSX"; });
     if (entries.size() != 1 || !entries.constFirst().isDir() || entries.constFirst().isSymLink()) {
         return {};
@@ -30,40 +36,78 @@ QString onlyFolder(const QString &extracted)
     return entries.constFirst().filePath();
 }
 
-bool leadsElsewhere(const QString &extracted, const QString &bundle)
+// OBS runs as the owner and must be able to load everything; nobody else shall be able to change
+// it, or to gain rights by running it.
+void setModes(const fs::path &path, fs::file_status status, std::error_code &error)
 {
-    const QString top = QFileInfo(extracted).canonicalFilePath() + u'/';
-    QDirIterator entries(bundle, everything, QDirIterator::Subdirectories);
-    while (entries.hasNext()) {
-        const QFileInfo entry = entries.nextFileInfo();
-        if (entry.isSymLink() || !entry.canonicalFilePath().startsWith(top)) {
-            return true;
+    const auto least = fs::is_directory(status) ? fs::perms::owner_all
+                                                : fs::perms::owner_read | fs::perms::owner_write;
+    constexpr auto most = fs::perms::owner_all | fs::perms::group_read | fs::perms::group_exec |
+                          fs::perms::others_read | fs::perms::others_exec;
+    fs::permissions(path, (status.permissions() & most) | least, error);
+}
+
+Content judge(const fs::directory_entry &entry, const std::string &top)
+{
+    std::error_code error;
+    const fs::file_status status = entry.symlink_status(error);
+    const bool isFile = fs::is_regular_file(status);
+    if (fs::is_symlink(status) || (isFile && fs::hard_link_count(entry.path(), error) > 1)) {
+        return Content::Link;
+    }
+    if (!isFile && !fs::is_directory(status)) {
+        return Content::Odd;
+    }
+    if (!fs::canonical(entry.path(), error).string().starts_with(top)) {
+        return Content::Link;
+    }
+    setModes(entry.path(), status, error);
+    return error ? Content::Odd : Content::Ordinary;
+}
+
+// A link is told as such, whatever else is found.
+Content walk(const QString &extracted, const QString &bundle)
+{
+    std::error_code error;
+    const std::string top = fs::canonical(nativePath(extracted), error).string() + '/';
+    if (!error) {
+        setModes(nativePath(bundle), fs::status(nativePath(bundle), error), error);
+    }
+    Content worst = Content::Ordinary;
+    for (fs::recursive_directory_iterator entry(nativePath(bundle), error), end;
+         !error && entry != end; entry.increment(error)) {
+        const Content content = judge(*entry, top);
+        if (content == Content::Link) {
+            return content;
+        }
+        if (content == Content::Odd) {
+            worst = content;
         }
     }
-    return false;
+    return error ? Content::Odd : worst;
 }
 
 } // namespace
 
 StagedPackage inspectExtracted(const QString &extracted, const QString &binaryPath)
 {
+    const auto refuse = [](const QString &message) { return StagedPackage{{}, message}; };
     const QString bundle = onlyFolder(extracted);
-    if (bundle.isEmpty()) {
-        return {{},
-                text(QT_TRANSLATE_NOOP("PluginUpdater", "The update package was not in the "
-                                                        "expected shape. Nothing was changed."))};
+    const Content content = bundle.isEmpty() ? Content::Odd : walk(extracted, bundle);
+    if (content == Content::Odd) {
+        return refuse(QCoreApplication::translate(
+            "PluginUpdater",
+            "The update package was not in the expected shape. Nothing was changed."));
     }
-    if (leadsElsewhere(extracted, bundle)) {
-        return {{},
-                text(QT_TRANSLATE_NOOP("PluginUpdater",
-                                       "The update package contained an unexpected link, so it was "
-                                       "rejected. Nothing was changed."))};
+    if (content == Content::Link) {
+        return refuse(QCoreApplication::translate(
+            "PluginUpdater", "The update package contained an unexpected link, so it was rejected. "
+                             "Nothing was changed."));
     }
     if (!QFileInfo(QDir(bundle).filePath(binaryPath)).isFile()) {
-        return {{},
-                text(QT_TRANSLATE_NOOP("PluginUpdater",
-                                       "The update package did not contain the plugin for this "
-                                       "computer. Nothing was changed."))};
+        return refuse(QCoreApplication::translate(
+            "PluginUpdater", "The update package did not contain the plugin for this computer. "
+                             "Nothing was changed."));
     }
     return {bundle, {}};
 }

@@ -14,6 +14,7 @@ sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "demo"))
 import graphics
 import scenarios
 import server
+import update
 from stage import Stage
 from xvfb import Xvfb
 
@@ -21,7 +22,8 @@ SKIPPED = 77
 SCENARIOS = {run.__name__: run for run in (
     scenarios.cloud, scenarios.lan, scenarios.vanished, scenarios.choice, scenarios.style,
     scenarios.many, scenarios.closing, scenarios.untrusted, graphics.page, graphics.properties,
-    graphics.refresh, server.used)}
+    graphics.refresh, server.used, update.update, update.update_refused, update.update_killed,
+    update.update_closed)}
 
 
 def main():
@@ -30,9 +32,13 @@ def main():
     parser.add_argument("--plugin", type=Path, required=True, help="folder of the built plug-in")
     parser.add_argument("--browser", type=Path, required=True,
                         help="folder of the built stand-in for OBS's browser source")
+    parser.add_argument("--driver", type=Path, required=True,
+                        help="folder of the module that works the updater")
+    parser.add_argument("--next", type=Path, required=True,
+                        help="folder with the plug-in's binary and the facts of its next version")
     options = parser.parse_args()
     with tempfile.TemporaryDirectory(prefix="tallyforge-e2e-") as folder, Xvfb() as screen:
-        stage = Stage(options.plugin, options.browser, Path(folder), screen)
+        stage = Stage(options, Path(folder), screen)
         begin = time.monotonic()
         try:
             reason = SCENARIOS[options.name](stage)

@@ -22,30 +22,29 @@ def check(truth, what):
 
 
 class Stage:
-    def __init__(self, plugin, browser, folder, screen):
-        self._plugin = plugin
-        self._browser = browser
+    def __init__(self, built, folder, screen):
+        self.built = built   # with the folders plugin, browser, driver and next
         self._folder = folder
         self.screen = screen
         self._count = 0
         self.runs = 0
         self.sim = None
 
-    def _new_folder(self, name):
+    def new_folder(self, name):
         self._count += 1
         return self._folder / f"{name}-{self._count}"
 
     @contextlib.contextmanager
-    def venue(self, *devices):
-        with Simulator(self._new_folder("sim"), devices or ["TF-1001=Main gym"],
-                       "--manual") as self.sim:
+    def venue(self, *devices, options=()):
+        with Simulator(self.new_folder("sim"), devices or ["TF-1001=Main gym"],
+                       "--manual", *options) as self.sim:
             yield self.sim
 
     def home(self, settings=None, mode=0o600):
         """A fresh home with a sign-in that is still good."""
-        home = ObsHome(self._new_folder("home"))
-        home.install(self._plugin)
-        home.install(self._browser, "browser-standin")
+        home = ObsHome(self.new_folder("home"))
+        home.install(self.built.plugin)
+        home.install(self.built.browser, "browser-standin")
         home.write_session(self.sim.cookie)
         home.write_settings(settings, mode)
         return home
@@ -55,12 +54,17 @@ class Stage:
         return self.home({"selected_device": ids[0], "routes": {ids[0]: "lan"},
                           "lan": {ids[0]: self.sim.lan_entry(ids[0]) | changes}})
 
-    @contextlib.contextmanager
-    def obs(self, home=None):
-        home = home or self.home()
+    def session(self, home, wrapper=()):
+        """A run of OBS of which nothing is demanded at its end."""
         self.runs += 1
-        env = self.screen.env() | {"BROWSER_STANDIN_RECORD": str(home.folder / "browser.jsonl")}
-        with ObsSession(home, env) as session:
+        env = self.screen.env() | {"BROWSER_STANDIN_RECORD": str(home.folder / "browser.jsonl"),
+                                   "UPDATER_DRIVER_RECORD": str(home.folder / "updater.jsonl")}
+        return ObsSession(home, env, wrapper)
+
+    @contextlib.contextmanager
+    def obs(self, home=None, wrapper=()):
+        home = home or self.home()
+        with self.session(home, wrapper) as session:
             yield session
         self._check_end(session, home)
 
@@ -77,7 +81,7 @@ class Stage:
         for number, secret in enumerate(self.sim.secrets()):
             check(not re.search(rf"(?<![\w.]){re.escape(secret)}(?!\w)", written),
                   f"the simulator's secret {number} stands in OBS's log")
-        for file in home.module_config.glob("*"):
+        for file in home.module_config.glob("*.json"):
             check(stat.S_IMODE(file.stat().st_mode) == 0o600, f"{file.name} is not private")
 
 

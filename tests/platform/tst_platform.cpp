@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
 #include "platform/BluetoothHelper.h"
+#include "platform/PlatformKey.h"
 #include "platform/PluginFolder.h"
 #include "platform/SocketKeepAlive.h"
 
@@ -52,6 +53,16 @@ private Q_SLOTS:
         QVERIFY(module.open(QIODevice::WriteOnly));
         QCOMPARE(platform::pluginRoot(dataFolder.isEmpty() ? QString() : top.filePath(dataFolder)),
                  root.isEmpty() ? QString() : top.filePath(root));
+    }
+
+    // Every package that was ever offered goes by this key.
+    void platformKey()
+    {
+#ifdef __x86_64__
+        QCOMPARE(platform::platformKey(), u"linux-x86_64"_s);
+#else
+        QSKIP("another processor");
+#endif
     }
 
     void bluetoothHelper()

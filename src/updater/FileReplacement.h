@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#pragma once
+
+#include <QString>
+
+namespace tallyforge {
+
+/// Replaces the files of the bundle at target by those of source one by one, and keeps each old one
+/// beside its successor with ".old" appended. Empty on success, otherwise what went wrong; then the
+/// target is as it was. Until the last file is there, a record beside the bundle says how to go
+/// back, so that an end of the process at any moment can be undone at the next start.
+[[nodiscard]] QString replaceFiles(const QString &source, const QString &target);
+
+/// Brings the old files back if a replacement in the bundle at target was cut off.
+void undoInterruptedReplacement(const QString &target);
+
+/// The path of something that an installation keeps beside the bundle at target for a while. The
+/// name is hidden: OBS doesn't look for plug-ins there.
+[[nodiscard]] QString besideBundle(const QString &target, QLatin1StringView purpose);
+
+} // namespace tallyforge
