@@ -4,10 +4,14 @@
 #include "plugin/App.h"
 
 #include "core/HostedServer.h"
+#include "platform/PlatformKey.h"
+#include "platform/PluginFolder.h"
 #include "plugin/HeldCloses.h"
 #include "plugin/Log.h"
 #include "plugin/UsbRelays.h"
+#include "updater/BundleInstaller.h"
 
+#include <QDateTime>
 #include <QEventLoop>
 #include <QJsonArray>
 #include <QPointer>
@@ -129,15 +133,62 @@ App::App(const QString &portalUrl)
     connect(m_server, &HostedServer::clientsChanged, this, &App::serverStateChanged);
     connect(&m_portal, &PortalClient::signedInChanged, this, &App::onSignedInChanged);
     applyServerSettings();
+    startUpdater();
 
     // Once OBS has started: the first request of a process sets up TLS, which takes milliseconds.
     QTimer::singleShot(0, this, &App::restoreSession);
+}
+
+void App::startUpdater()
+{
+    char *data = obs_find_module_file(obs_current_module(), "");
+    const QString dataFolder = QString::fromUtf8(data);
+    bfree(data);
+    UpdateConfig config;
+    config.manifestUrl = build_config::updateManifestUrl();
+    config.currentVersion = build_config::version();
+    config.platformKey = platform::platformKey();
+    config.obsVersion = QString::fromUtf8(obs_get_version_string());
+    config.pluginRoot = platform::pluginRoot(dataFolder);
+    config.stagingDir = configPath("update");
+    config.downloadPage = build_config::downloadPageUrl();
+    config.binaryPath = platform::binaryPath();
+    m_updater.setConfig(config);
+    if (!config.pluginRoot.isEmpty()) {
+        cleanupLeftovers(config.pluginRoot);
+    }
+    connect(&m_updater, &PluginUpdater::stateChanged, this, &App::onUpdaterChanged);
+
+    auto *first = new QTimer(this);
+    first->setSingleShot(true);
+    auto *daily = new QTimer(this);
+    for (QTimer *timer : {first, daily}) {
+        connect(timer, &QTimer::timeout, this, [this] { checkForUpdates(false); });
+    }
+    first->start(std::chrono::seconds(20));
+    daily->start(std::chrono::hours(24));
 }
 
 void App::checkForUpdates(bool manual)
 {
     if (manual || m_settings.autoCheckUpdates()) {
         m_updater.check(manual);
+    }
+}
+
+void App::onUpdaterChanged()
+{
+    switch (m_updater.state()) {
+    case PluginUpdater::State::UpToDate:
+    case PluginUpdater::State::Available:
+        m_settings.setLastUpdateCheck(QDateTime::currentSecsSinceEpoch());
+        break;
+    case PluginUpdater::State::Installed:
+        log::info(QStringLiteral("plugin %1 installed; takes effect on the next OBS start")
+                      .arg(m_updater.info().version));
+        break;
+    default:
+        break;
     }
 }
 

@@ -123,6 +123,8 @@ private:
     void setOutputs(const QList<GraphicsOutput> &outputs);
     void setOutputsError(const QString &error);
     void logStatus() const;
+    void startUpdater();
+    void onUpdaterChanged();
 
     PortalClient m_portal;
     LiveData m_live;
