@@ -19,7 +19,7 @@ DevicesGroup::DevicesGroup(App &app, const DeviceDialogs &dialogs, QWidget *dial
     setObjectName(u"tallyforgeDevices"_s);
     addButtons();
 
-    m_relays = wrappedLabel();
+    m_relays = new ThemedLabel;
     m_relays->setObjectName(u"tallyforgeRelays"_s);
     m_relays->hide();
     column()->addWidget(m_relays);

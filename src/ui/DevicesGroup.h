@@ -8,10 +8,9 @@
 
 #include <QPointer>
 
-class QLabel;
-
 namespace tallyforge {
 
+class ThemedLabel;
 class App;
 
 /// Opens the dialogs about devices, and tells of the USB devices that use this computer's internet.
@@ -37,7 +36,7 @@ private:
     const DeviceDialogs m_dialogs;
     QWidget *const m_dialogParent;
     QPushButton *m_manage = nullptr;
-    QLabel *m_relays = nullptr;
+    ThemedLabel *m_relays = nullptr;
     QPushButton *m_stopRelays = nullptr;
     QPointer<QWidget> m_setupDialog; // while it is open
     QString m_device;

@@ -6,7 +6,6 @@
 #include "common/BuildConfig.h"
 #include "plugin/App.h"
 #include "ui/DevicesGroup.h"
-#include "ui/Hint.h"
 #include "ui/SceneGroup.h"
 #include "ui/SceneSources.h"
 #include "ui/ScoreboardGroup.h"
@@ -17,7 +16,6 @@
 #include "ui/UpdateFooter.h"
 
 #include <QDesktopServices>
-#include <QEvent>
 #include <QScrollArea>
 #include <QStackedWidget>
 #include <QUrl>
@@ -43,7 +41,6 @@ Dock::Dock(App &app, const char *textTemplate, const DeviceDialogs &dialogs)
     setAttribute(Qt::WA_StyledBackground); // a theme gives every dock's widget a background
     frame(buildHome(textTemplate, dialogs));
     connectServices();
-    followTextSize();
     refreshAll();
     refreshUpdate();
 }
@@ -73,8 +70,8 @@ void Dock::frame(QWidget *home)
 {
     auto *pages = new QStackedWidget;
     pages->addWidget(home);
-    m_page = new QWidget;
-    auto *inner = new QVBoxLayout(m_page);
+    auto *page = new QWidget;
+    auto *inner = new QVBoxLayout(page);
     inner->setContentsMargins({});
     inner->addWidget(pages);
     inner->addStretch();
@@ -82,7 +79,7 @@ void Dock::frame(QWidget *home)
     auto *scrolled = new QScrollArea;
     scrolled->setWidgetResizable(true);
     scrolled->setFrameShape(QFrame::NoFrame);
-    scrolled->setWidget(m_page);
+    scrolled->setWidget(page);
     auto *outer = new QVBoxLayout(this);
     outer->setContentsMargins({});
     outer->addWidget(scrolled);
@@ -105,23 +102,6 @@ void Dock::connectServices()
     connect(&updater, &PluginUpdater::stateChanged, this, &Dock::refreshUpdate);
     connect(m_banner, &UpdateBanner::installRequested, &updater, &PluginUpdater::install);
     connect(m_banner, &UpdateBanner::downloadPageRequested, this, &Dock::openDownloadPage);
-}
-
-void Dock::changeEvent(QEvent *event)
-{
-    QWidget::changeEvent(event);
-    if (event->type() == QEvent::FontChange) { // another theme, or another size in OBS's settings
-        followTextSize();
-    }
-}
-
-// OBS's themes also keep every button at the height of one line.
-void Dock::followTextSize()
-{
-    if (m_page && font().pointSizeF() > 0) {
-        restyle(m_page, textSizeRules(font().pointSizeF()) +
-                            u"QPushButton, QCheckBox { max-height: %1px; }"_s.arg(QWIDGETSIZE_MAX));
-    }
 }
 
 void Dock::refreshAll()

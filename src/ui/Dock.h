@@ -29,20 +29,15 @@ public:
     /// app isn't owned and must outlive the dock. textTemplate is what a new text source shows.
     Dock(App &app, const char *textTemplate, const DeviceDialogs &dialogs = {});
 
-protected:
-    void changeEvent(QEvent *event) override;
-
 private:
     [[nodiscard]] QWidget *buildHome(const char *textTemplate, const DeviceDialogs &dialogs);
     void frame(QWidget *home);
     void connectServices();
-    void followTextSize();
     void refreshAll();
     void refreshUpdate();
     void openDownloadPage() const;
 
     App &m_app;
-    QWidget *m_page = nullptr; // inside the scroll area
     UpdateBanner *m_banner = nullptr;
     SignInForm *m_signIn = nullptr;
     SignedInRow *m_signedIn = nullptr;

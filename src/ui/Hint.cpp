@@ -3,8 +3,10 @@
 
 #include "ui/Hint.h"
 
+#include <QColor>
+#include <QEvent>
 #include <QFont>
-#include <QVariant>
+#include <QPalette>
 
 using namespace Qt::StringLiterals;
 
@@ -12,71 +14,88 @@ namespace tallyforge {
 
 namespace {
 
-constexpr const char *kindProperty = "tallyforgeText";
 constexpr qreal hintScale = 0.92;
-constexpr qreal prominentScale = 1.25;
 
-void scale(QLabel *label, const QString &kind, qreal factor)
+// "palette(placeholder-text)" would be this colour, but of the application's palette, which OBS's
+// themes leave as it is: black on black in a dark one.
+QString quietColour(const QWidget *surroundings)
 {
-    label->setProperty(kindProperty, kind);
-    QFont font = label->font();
-    if (font.pointSizeF() > 0) {
-        font.setPointSizeF(font.pointSizeF() * factor);
-        label->setFont(font);
-    }
-    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    constexpr qreal strength = 0.65;
+    const QColor text = surroundings->palette().color(QPalette::Active, QPalette::WindowText);
+    return u"color: rgba(%1, %2, %3, %4);"_s.arg(text.red())
+        .arg(text.green())
+        .arg(text.blue())
+        .arg(strength);
 }
 
 } // namespace
 
-QLabel *wrappedLabel(const QString &text)
+ThemedLabel::ThemedLabel(const QString &text, Tone tone, qreal scale)
+    : QLabel(text)
+    , m_tone(tone)
+    , m_scale(scale)
 {
-    auto *label = new QLabel(text);
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
-    label->setMinimumWidth(1);
+    setTextFormat(Qt::PlainText);
+    setWordWrap(true);
+    setMinimumWidth(1);
+}
+
+void ThemedLabel::setTone(Tone tone)
+{
+    m_tone = tone;
+    adapt();
+}
+
+void ThemedLabel::showText(const QString &text)
+{
+    setText(text);
+    setVisible(!text.isEmpty());
+}
+
+bool ThemedLabel::event(QEvent *event)
+{
+    const bool done = QLabel::event(event);
+    if (event->type() == QEvent::Polish || event->type() == QEvent::StyleChange) {
+        adapt();
+    }
+    return done;
+}
+
+// By a style sheet, since a theme's goes before the label's own font and palette. Setting one costs
+// a polish, which comes back here.
+void ThemedLabel::adapt()
+{
+    const QWidget *surroundings = parentWidget();
+    if (!surroundings) {
+        return;
+    }
+    QString sheet;
+    if (m_tone == Tone::Error) {
+        sheet = u"color: #d9534f;"_s;
+    } else if (m_tone == Tone::Quiet) {
+        sheet = quietColour(surroundings);
+    }
+    const qreal size = surroundings->font().pointSizeF();
+    if (m_scale != 1 && size > 0) {
+        sheet += u" font-size: %1pt;"_s.arg(size * m_scale);
+    }
+    if (styleSheet() != sheet) {
+        setStyleSheet(sheet);
+    }
+}
+
+ThemedLabel *hint(const QString &text)
+{
+    auto *label = new ThemedLabel(text, ThemedLabel::Tone::Quiet, hintScale);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     return label;
 }
 
-QLabel *hint(const QString &text)
+void makeBold(QLabel *label)
 {
-    QLabel *label = wrappedLabel(text);
-    scale(label, u"hint"_s, hintScale);
-    label->setStyleSheet(hintStyle());
-    return label;
-}
-
-void makeProminent(QLabel *label)
-{
-    scale(label, u"prominent"_s, prominentScale);
     QFont font = label->font();
     font.setWeight(QFont::Bold);
     label->setFont(font);
-}
-
-QString textSizeRules(qreal pointSize)
-{
-    const QString rule = u"QLabel[%1=\"%2\"] { font-size: %3pt; }\n"_s;
-    const QString property = QString::fromLatin1(kindProperty);
-    return rule.arg(property, u"hint"_s).arg(pointSize * hintScale) +
-           rule.arg(property, u"prominent"_s).arg(pointSize * prominentScale);
-}
-
-QString errorStyle()
-{
-    return u"color: #d9534f;"_s;
-}
-
-QString hintStyle()
-{
-    return u"color: palette(placeholder-text);"_s;
-}
-
-void restyle(QWidget *widget, const QString &styleSheet)
-{
-    if (widget->styleSheet() != styleSheet) {
-        widget->setStyleSheet(styleSheet);
-    }
 }
 
 } // namespace tallyforge

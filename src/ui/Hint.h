@@ -8,22 +8,38 @@
 
 namespace tallyforge {
 
-/// A label for running text of any origin: wrapped, shown as it is, and never in the way of a
-/// narrow dock, however long its words are.
-[[nodiscard]] QLabel *wrappedLabel(const QString &text = {});
-/// The same for secondary text: small, in a quiet colour, and selectable.
-[[nodiscard]] QLabel *hint(const QString &text = {});
-/// Makes a label the one that stands out: large, bold and selectable.
-void makeProminent(QLabel *label);
+/// A label for text of any origin: wrapped, shown as it is, and never in the way of a narrow dock,
+/// however long its words are. Its size is a share of what stands around it, and so is the colour
+/// of quiet text, in every theme of OBS.
+class ThemedLabel final : public QLabel
+{
+    Q_OBJECT
 
-/// The page's rules for those labels with a base size in points. OBS's themes set the size of every
-/// widget, and only a style sheet nearer to the label goes before them.
-[[nodiscard]] QString textSizeRules(qreal pointSize);
+public:
+    enum class Tone {
+        Normal,
+        Quiet,
+        Error,
+    };
 
-/// The colours of a message: an error's red, or that of a hint.
-[[nodiscard]] QString errorStyle();
-[[nodiscard]] QString hintStyle();
-/// Sets a style sheet unless it is set already, for setting it costs a polish.
-void restyle(QWidget *widget, const QString &styleSheet);
+    explicit ThemedLabel(const QString &text = {}, Tone tone = Tone::Normal, qreal scale = 1);
+
+    void setTone(Tone tone);
+    /// Sets the text and shows the label if there is any, so that an empty one leaves no gap.
+    void showText(const QString &text);
+
+protected:
+    bool event(QEvent *event) override;
+
+private:
+    void adapt();
+
+    Tone m_tone;
+    const qreal m_scale; // of the surroundings' size
+};
+
+/// A label for secondary text: small, in a quiet colour, and selectable.
+[[nodiscard]] ThemedLabel *hint(const QString &text = {});
+void makeBold(QLabel *label);
 
 } // namespace tallyforge

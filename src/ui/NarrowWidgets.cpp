@@ -65,6 +65,8 @@ Group::Group(const QString &title, QWidget *parent)
     : QGroupBox(title, parent)
     , m_column(new QVBoxLayout(this))
 {
+    constexpr QMargins margins{8, 2, 8, 4}; // pixels, beside what a theme leaves around the title
+    m_column->setContentsMargins(margins);
 }
 
 QSize Group::minimumSizeHint() const

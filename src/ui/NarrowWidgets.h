@@ -5,6 +5,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QEvent>
 #include <QGroupBox>
 #include <QPushButton>
 #include <QStyleOption>
@@ -26,7 +27,7 @@ public:
     explicit Wrapping(const QString &text, QWidget *parent = nullptr)
         : Button(text, parent)
     {
-        QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+        QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Minimum);
         policy.setHeightForWidth(true);
         this->setSizePolicy(policy);
     }
@@ -43,6 +44,14 @@ public:
     }
 
 protected:
+    bool event(QEvent *event) override
+    {
+        const bool done = Button::event(event);
+        if (event->type() == QEvent::Polish || event->type() == QEvent::StyleChange) {
+            this->setMaximumHeight(QWIDGETSIZE_MAX); // OBS's themes allow for one line
+        }
+        return done;
+    }
     // What is drawn, and where a check box takes a click.
     void initStyleOption(QStyleOptionButton *option) const override
     {

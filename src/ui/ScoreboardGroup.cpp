@@ -17,6 +17,8 @@ namespace tallyforge {
 
 namespace {
 
+constexpr qreal scoreScale = 1.25;
+
 const QString &lanRoute()
 {
     static const QString route = u"lan"_s;
@@ -40,13 +42,14 @@ ScoreboardGroup::ScoreboardGroup(App &app, QWidget *parent)
     m_lan->hide();
     connect(m_lan, &QCheckBox::toggled, this, &ScoreboardGroup::onLanToggled);
 
-    m_status = wrappedLabel();
+    m_status = new ThemedLabel;
     m_status->setObjectName(u"tallyforgeStatus"_s);
     m_status->setTextFormat(Qt::RichText);
     // Plain, so that a value is shown as it is and the blanks between the values stay.
-    m_score = wrappedLabel();
+    m_score = new ThemedLabel({}, ThemedLabel::Tone::Normal, scoreScale);
     m_score->setObjectName(u"tallyforgeScore"_s);
-    makeProminent(m_score);
+    m_score->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    makeBold(m_score);
 
     const auto all = {static_cast<QWidget *>(m_devices), static_cast<QWidget *>(m_lan),
                       static_cast<QWidget *>(m_status), static_cast<QWidget *>(m_score)};
@@ -150,7 +153,7 @@ void ScoreboardGroup::refreshStatus()
 
 void ScoreboardGroup::refreshScore()
 {
-    m_score->setText(scoreLine(m_app.live()));
+    m_score->showText(scoreLine(m_app.live()));
 }
 
 } // namespace tallyforge

@@ -5,10 +5,10 @@
 
 #include "ui/NarrowWidgets.h"
 
-class QLabel;
 
 namespace tallyforge {
 
+class ThemedLabel;
 class App;
 
 /// Chooses the scoreboard that is followed, and the way to it, and shows what comes from there.
@@ -42,8 +42,8 @@ private:
     App &m_app;
     QComboBox *m_devices = nullptr;
     QCheckBox *m_lan = nullptr;
-    QLabel *m_status = nullptr;
-    QLabel *m_score = nullptr;
+    ThemedLabel *m_status = nullptr;
+    ThemedLabel *m_score = nullptr;
     bool m_refreshingLan = false; // then the box wasn't toggled by the user
 };
 

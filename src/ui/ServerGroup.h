@@ -5,11 +5,11 @@
 
 #include "ui/NarrowWidgets.h"
 
-class QLabel;
 class QSpinBox;
 
 namespace tallyforge {
 
+class ThemedLabel;
 class App;
 
 /// Switches the server for other programs on and off, and tells how it fares.
@@ -32,7 +32,7 @@ private:
     QCheckBox *m_enabled = nullptr;
     QSpinBox *m_port = nullptr;
     QCheckBox *m_allowNetwork = nullptr;
-    QLabel *m_status = nullptr;
+    ThemedLabel *m_status = nullptr;
 };
 
 } // namespace tallyforge

@@ -47,9 +47,10 @@ SignInForm::SignInForm(PortalClient &portal, QWidget *parent)
     column()->addWidget(m_button);
     connect(m_button, &QPushButton::clicked, this, &SignInForm::doSignIn);
 
-    m_message = wrappedLabel();
+    m_message = new ThemedLabel;
     m_message->setObjectName(u"tallyforgeSignInMessage"_s);
     column()->addWidget(m_message);
+    m_message->showText({});
     addLinks();
 }
 
@@ -87,7 +88,7 @@ void SignInForm::doSignIn()
     if (!m_button->isEnabled()) {
         return; // Return pressed while a request is out
     }
-    restyle(m_message, {});
+    m_message->setTone(ThemedLabel::Tone::Normal);
     m_button->setEnabled(false);
     const auto answer = [self = QPointer(this)](const PortalResult &result) {
         if (self) {
@@ -105,8 +106,8 @@ void SignInForm::onAnswer(const PortalResult &result)
 {
     m_button->setEnabled(true);
     if (!result.ok) {
-        restyle(m_message, errorStyle());
-        m_message->setText(result.message);
+        m_message->setTone(ThemedLabel::Tone::Error);
+        m_message->showText(result.message);
     } else if (result.data.value("totp_required"_L1).toBool()) {
         askForCode(result.data.value("challenge_id"_L1).toString());
     } else {
@@ -119,7 +120,7 @@ void SignInForm::askForCode(const QString &challengeId)
     m_challengeId = challengeId;
     m_code->show();
     m_code->setFocus();
-    m_message->setText(tr("Enter the code from your authenticator app."));
+    m_message->showText(tr("Enter the code from your authenticator app."));
 }
 
 void SignInForm::reset()
@@ -128,7 +129,7 @@ void SignInForm::reset()
     m_code->clear();
     m_code->hide();
     m_challengeId.clear();
-    m_message->clear();
+    m_message->showText({});
 }
 
 void SignInForm::openLink(const QString &link) const

@@ -5,11 +5,11 @@
 
 #include "ui/NarrowWidgets.h"
 
-class QLabel;
 class QLineEdit;
 
 namespace tallyforge {
 
+class ThemedLabel;
 class PortalClient;
 struct PortalResult;
 
@@ -37,7 +37,7 @@ private:
     QLineEdit *m_password = nullptr;
     QLineEdit *m_code = nullptr;
     QPushButton *m_button = nullptr;
-    QLabel *m_message = nullptr;
+    ThemedLabel *m_message = nullptr;
     QString m_challengeId; // of the second step that is under way
 };
 

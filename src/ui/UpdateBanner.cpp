@@ -73,7 +73,7 @@ bool UpdateView::isBusy() const
 
 UpdateBanner::UpdateBanner(QWidget *parent)
     : QFrame(parent)
-    , m_title(wrappedLabel())
+    , m_title(new ThemedLabel)
     , m_notes(hint())
     , m_progress(new QProgressBar)
     , m_install(new WrappingButton(tr("Update now")))
@@ -86,9 +86,7 @@ UpdateBanner::UpdateBanner(QWidget *parent)
     m_install->setObjectName(u"tallyforgeUpdateNow"_s);
     m_download->setObjectName(u"tallyforgeOpenDownloadPage"_s);
 
-    QFont font = m_title->font();
-    font.setWeight(QFont::Bold);
-    m_title->setFont(font);
+    makeBold(m_title);
     m_progress->setTextVisible(false);
     m_progress->setMaximumHeight(progressHeight);
     m_progress->setAccessibleName(tr("Progress of the update"));
@@ -111,7 +109,9 @@ void UpdateBanner::refresh(const UpdateView &view)
 {
     const bool visible = isOnOffer(view);
     if (visible) {
-        restyle(this, bannerStyle(view.state));
+        if (const QString style = bannerStyle(view.state); styleSheet() != style) {
+            setStyleSheet(style);
+        }
         m_title->setText(titleOf(view));
         m_notes->setText(view.notes);
         m_notes->setVisible(view.state == State::Available && !view.notes.isEmpty());

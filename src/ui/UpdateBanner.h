@@ -8,12 +8,12 @@
 #include <QFrame>
 #include <QString>
 
-class QLabel;
 class QProgressBar;
 class QPushButton;
 
 namespace tallyforge {
 
+class ThemedLabel;
 /// All of the updater that the page shows.
 struct UpdateView
 {
@@ -53,8 +53,8 @@ private:
     void showButtons(const UpdateView &view);
     void showProgress(const UpdateView &view);
 
-    QLabel *m_title = nullptr;
-    QLabel *m_notes = nullptr;
+    ThemedLabel *m_title = nullptr;
+    ThemedLabel *m_notes = nullptr;
     QProgressBar *m_progress = nullptr;
     QPushButton *m_install = nullptr;
     QPushButton *m_download = nullptr;

@@ -51,8 +51,9 @@ void UpdateFooter::refresh(const UpdateView &view)
         text += tr(" Checked %1.")
                     .arg(QDateTime::fromSecsSinceEpoch(view.lastCheck).toString(Qt::TextDate));
     }
-    m_status->setText(text);
-    restyle(m_status, view.state == State::Failed ? errorStyle() : hintStyle());
+    m_status->showText(text);
+    m_status->setTone(view.state == State::Failed ? ThemedLabel::Tone::Error
+                                                  : ThemedLabel::Tone::Quiet);
 }
 
 } // namespace tallyforge

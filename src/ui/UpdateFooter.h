@@ -5,10 +5,9 @@
 
 #include "ui/NarrowWidgets.h"
 
-class QLabel;
-
 namespace tallyforge {
 
+class ThemedLabel;
 class App;
 struct UpdateView;
 
@@ -25,7 +24,7 @@ public:
 
 private:
     QPushButton *m_check = nullptr;
-    QLabel *m_status = nullptr;
+    ThemedLabel *m_status = nullptr;
 };
 
 } // namespace tallyforge
