@@ -41,7 +41,7 @@ mounts_and_rights() {
     )
     # An ordinary user is root inside too: both see the same rights, and tests the same results.
     ((EUID == 0)) || arguments+=(--unshare-user --uid 0 --gid 0)
-    local right
+    local right # SETFCAP lets a test that needs mounts be root in a namespace of its own
     for right in DAC_OVERRIDE CHOWN FOWNER KILL SETFCAP SYS_PTRACE NET_BIND_SERVICE NET_ADMIN NET_RAW; do
         arguments+=(--cap-add "CAP_$right")
     done

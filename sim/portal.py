@@ -15,7 +15,7 @@ from venue import KEPT, VERSION, now_ms, same_secret
 
 COOKIE = "tf_session"
 COOKIE_SECONDS = 30 * 24 * 3600
-AGENT = re.compile(r"Tallyforge-OBS/\d+\.\d+\.\d+")
+AGENT = re.compile(r"Tallyforge-OBS/\d+\.\d+\.\d+(-[0-9A-Za-z.]+)?")
 COMMANDS = ("get_status", "ota_check", "reboot")
 CARRIERS = ("usb", "ble", "manual")
 

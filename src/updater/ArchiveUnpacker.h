@@ -48,7 +48,7 @@ public:
     void run(const platform::Command &command, const QString &directory);
 
 Q_SIGNALS:
-    void finished(ArchiveUnpacker::Result result);
+    void finished(tallyforge::ArchiveUnpacker::Result result);
 
 private:
     [[nodiscard]] bool isTooMuch() const;

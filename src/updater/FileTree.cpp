@@ -89,12 +89,14 @@ QString removeTree(const QString &path)
     if (!isThere(path)) {
         return {};
     }
+    // A link with a slash behind it would be taken for the folder that it points to.
+    const fs::path root = nativePath(QDir::cleanPath(path));
     std::error_code error;
-    fs::remove_all(nativePath(path), error);
+    fs::remove_all(root, error);
     if (error) {
-        letOwnerIn(nativePath(path));
+        letOwnerIn(root);
         error.clear();
-        fs::remove_all(nativePath(path), error);
+        fs::remove_all(root, error);
     }
     return error ? QCoreApplication::translate("PluginUpdater", "could not remove %1").arg(path)
                  : QString();

@@ -14,7 +14,7 @@ namespace tallyforge {
 
 namespace {
 
-constexpr qint64 readBuffer = 64 * 1024;
+constexpr qint64 readBuffer = qint64(64) * 1024;
 
 } // namespace
 

@@ -23,7 +23,7 @@ class ManifestFetch final : public QObject
     Q_OBJECT
 
 public:
-    static constexpr qint64 maxBytes = 1024 * 1024;
+    static constexpr qint64 maxBytes = qint64(1024) * 1024;
 
     /// network outlives the fetch. whole is how long it may take altogether.
     ManifestFetch(QNetworkAccessManager *network, const QNetworkRequest &request,

@@ -15,9 +15,9 @@ namespace tallyforge {
 
 namespace {
 
-constexpr qint64 readBuffer = 64 * 1024;
-constexpr qint64 writeQueue = 64 * 1024;
-constexpr qint64 chunkSize = 32 * 1024;
+constexpr qint64 readBuffer = qint64(64) * 1024;
+constexpr qint64 writeQueue = qint64(64) * 1024;
+constexpr qint64 chunkSize = qint64(32) * 1024;
 
 } // namespace
 

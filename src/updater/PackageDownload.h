@@ -55,7 +55,7 @@ Q_SIGNALS:
     /// total is below 1 if the server doesn't tell.
     void progressed(qint64 received, qint64 total);
     /// Comes once, when the file has been closed.
-    void finished(PackageDownload::Result result);
+    void finished(tallyforge::PackageDownload::Result result);
 
 private:
     void advance();

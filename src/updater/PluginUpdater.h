@@ -46,7 +46,7 @@ public:
     {
         /// For a whole check. A connection that stands still ends after the configured time.
         std::chrono::milliseconds manifest{60000};
-        qint64 package = 200 * 1024 * 1024; ///< bytes
+        qint64 package = qint64(200) * 1024 * 1024; ///< bytes
         ArchiveUnpacker::Limits unpacking;
     };
 

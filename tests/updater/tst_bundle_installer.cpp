@@ -178,6 +178,7 @@ private Q_SLOTS:
         QTest::newRow("nothing") << u"nothing"_s << true;
         QTest::newRow("below a file") << u"outside/file/x"_s << true;
         QTest::newRow("link to a folder") << u"link"_s << true;
+        QTest::newRow("link with a slash") << u"link/"_s << true;
         QTest::newRow("link to nothing") << u"dangling"_s << true;
         QTest::newRow("folder with links and what is locked") << u"folder"_s << true;
         QTest::newRow("can't be removed") << u"pinned"_s << false;
@@ -197,7 +198,7 @@ private Q_SLOTS:
         mountOver(top.filePath(u"pinned/in"_s));
         const QString full = top.filePath(path);
         QCOMPARE(tallyforge::removeTree(full), removed ? QString() : u"could not remove "_s + full);
-        QCOMPARE(isThere(full) && path != u"outside/file/x"_s, !removed);
+        QCOMPARE(isThere(QDir::cleanPath(full)) && path != u"outside/file/x"_s, !removed);
         QVERIFY(QFile::exists(top.filePath(u"outside/file"_s)));
         umount2(qPrintable(top.filePath(u"pinned/in"_s)), MNT_DETACH);
     }

@@ -59,8 +59,8 @@ protected:
         return false;
     }
 
-private Q_SLOTS:
-    void record()
+private:
+    Q_INVOKABLE void record()
     {
         QFile file(qEnvironmentVariable("UPDATER_DRIVER_RECORD"));
         if (!m_updater || !file.open(QIODevice::Append)) {
@@ -80,7 +80,6 @@ private Q_SLOTS:
         file.write(QJsonDocument(line).toJson(QJsonDocument::Compact) + '\n');
     }
 
-private:
     void findUpdater()
     {
         const QObjectList children = m_app ? m_app->children() : QObjectList();
@@ -89,7 +88,7 @@ private:
             if (qstrcmp(kind->className(), "tallyforge::PluginUpdater") == 0) {
                 m_updater = child;
                 connect(child, kind->method(kind->indexOfSignal("stateChanged()")), this,
-                        metaObject()->method(metaObject()->indexOfSlot("record()")));
+                        metaObject()->method(metaObject()->indexOfMethod("record()")));
             }
         }
     }
