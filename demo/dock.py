@@ -2,13 +2,16 @@
 # SPDX-FileCopyrightText: 2026 The Tallyforge developers
 """The dock in a running OBS, used as a user does: with the mouse and the keyboard alone."""
 
+import contextlib
 import json
 import socket
 
 from obs_session import Timeout, wait_until
 
 DOCK = "tallyforgeDock"
-ROOM = (20, 400, 860)   # of the dock's window: from the right, width, height
+ROOM = (1020, 400, 860)   # of the dock's window: from the left, width, height
+FRAME = 8               # pixels that it may take on both sides
+TRIES = 3
 STEPS = 40              # of the wheel, from one end of the page to the other and more
 
 
@@ -79,8 +82,12 @@ class Dock:
 
     def open(self, room=ROOM):
         """Opens the dock by OBS's menu, and gives it room."""
-        self.choose("Docks", "Tallyforge")
-        wait_until(lambda: self.widget(DOCK), what="the dock")
+        for _ in range(TRIES):
+            self.choose("Docks", "Tallyforge")
+            with contextlib.suppress(Timeout):
+                wait_until(lambda: self.widget(DOCK), 3, "the dock")
+                break
+            self.key("Escape")   # OBS was still laying its window out: the click met something else
         self.place(*room)
 
     def choose(self, menu, entry):
@@ -99,8 +106,8 @@ class Dock:
 
         def is_placed():
             rect = self.widget(DOCK)["rect"]
-            return abs(rect[2] - width) < 8
-        wait_until(is_placed, what="the dock's new size")
+            return abs(rect[0] - x) < FRAME and abs(rect[2] - width) < FRAME
+        wait_until(is_placed, what="the dock's new place")
 
     def click_at(self, x, y, button=1):
         self._xdotool("mousemove", x, y, "click", button)
