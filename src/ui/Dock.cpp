@@ -91,6 +91,9 @@ void Dock::connectServices()
     connect(&m_app, &App::devicesChanged, m_scoreboard, &ScoreboardGroup::refreshDevices);
     connect(m_app.sources(), &SourceManager::statusChanged, m_scoreboard,
             &ScoreboardGroup::refreshStatus);
+    // Another program may have chosen another device.
+    connect(m_app.sources(), &SourceManager::statusChanged, m_scoreboard,
+            &ScoreboardGroup::refreshDevices);
     connect(&m_app.live(), &LiveData::changed, m_scoreboard, &ScoreboardGroup::refreshScore);
     connect(m_scoreboard, &ScoreboardGroup::deviceChanged, m_devices, &DevicesGroup::setDevice);
     connect(&m_app, &App::serverStateChanged, m_server, &ServerGroup::refresh);

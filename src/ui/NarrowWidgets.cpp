@@ -76,8 +76,9 @@ QSize Group::minimumSizeHint() const
 
 void Group::initStyleOption(QStyleOptionGroupBox *option) const
 {
+    constexpr int margins = 8; // pixels, on both sides together
     QGroupBox::initStyleOption(option);
-    option->text = fontMetrics().elidedText(title(), Qt::ElideRight, contentsRect().width());
+    option->text = fontMetrics().elidedText(title(), Qt::ElideRight, width() - margins);
 }
 
 } // namespace tallyforge

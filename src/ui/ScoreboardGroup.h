@@ -5,7 +5,6 @@
 
 #include "ui/NarrowWidgets.h"
 
-
 namespace tallyforge {
 
 class ThemedLabel;

@@ -17,6 +17,8 @@ SignedInRow::SignedInRow(PortalClient &portal, QWidget *parent)
     : QWidget(parent)
     , m_portal(portal)
     , m_label(new QLabel)
+    , m_signOut(new QPushButton(tr("Sign out")))
+    , m_row(new QHBoxLayout(this))
 {
     setObjectName(u"tallyforgeSignedIn"_s);
     m_label->setObjectName(u"tallyforgeSignedInAs"_s);
@@ -25,15 +27,13 @@ SignedInRow::SignedInRow(PortalClient &portal, QWidget *parent)
     m_label->setWordWrap(true);
     m_label->setMinimumWidth(1);
 
-    auto *signOut = new QPushButton(tr("Sign out"));
-    signOut->setObjectName(u"tallyforgeSignOut"_s);
-    signOut->setFlat(true);
-    connect(signOut, &QPushButton::clicked, &m_portal, &PortalClient::signOut);
+    m_signOut->setObjectName(u"tallyforgeSignOut"_s);
+    m_signOut->setFlat(true);
+    connect(m_signOut, &QPushButton::clicked, &m_portal, &PortalClient::signOut);
 
-    auto *row = new QHBoxLayout(this);
-    row->setContentsMargins({});
-    row->addWidget(m_label, 1);
-    row->addWidget(signOut);
+    m_row->setContentsMargins({});
+    m_row->addWidget(m_label, 1);
+    m_row->addWidget(m_signOut);
 }
 
 void SignedInRow::refresh()
@@ -44,6 +44,21 @@ void SignedInRow::refresh()
                               : QString());
     m_label->setToolTip(email.toHtmlEscaped()); // for one that is longer than the row
     setVisible(signedIn);
+    stackIfNarrow();
+}
+
+void SignedInRow::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    stackIfNarrow();
+}
+
+// An address is one word, which can't be wrapped.
+void SignedInRow::stackIfNarrow()
+{
+    const int needed =
+        m_label->minimumSizeHint().width() + m_row->spacing() + m_signOut->sizeHint().width();
+    m_row->setDirection(needed > width() ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
 }
 
 } // namespace tallyforge

@@ -5,7 +5,9 @@
 
 #include <QWidget>
 
+class QBoxLayout;
 class QLabel;
+class QPushButton;
 
 namespace tallyforge {
 
@@ -22,9 +24,16 @@ public:
 
     void refresh();
 
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
+    void stackIfNarrow();
+
     PortalClient &m_portal;
     QLabel *m_label;
+    QPushButton *m_signOut;
+    QBoxLayout *m_row; // of the widget
 };
 
 } // namespace tallyforge
