@@ -12,6 +12,7 @@ DOCK = "tallyforgeDock"
 ROOM = (1020, 400, 860)   # of the dock's window: from the left, width, height
 FRAME = 8               # pixels that it may take on both sides
 TRIES = 3
+BOX = 10                # pixels to the middle of a check box
 STEPS = 40              # of the wheel, from one end of the page to the other and more
 
 
@@ -38,9 +39,10 @@ class Dock:
             answer = b"".join(iter(lambda: client.recv(1 << 16), b""))
         return json.loads(answer)
 
-    def page(self):
-        """The dock's named widgets."""
-        return {widget["name"]: widget for widget in self.look(DOCK)}
+    def page(self, measured=False):
+        """The dock's named widgets, measured with the least sizes that they need."""
+        root = "measure " + DOCK if measured else DOCK
+        return {widget["name"]: widget for widget in self.look(root)}
 
     def widget(self, name):
         """One of the dock's, None while it isn't visible."""
@@ -116,7 +118,8 @@ class Dock:
         widget = self.bring_into_view(name)
         x, y = middle(widget["seen"])
         if "checked" in widget and "Button" not in widget["class"]:   # a box is at one end of its row
-            x = widget["seen"][0] + 10
+            is_mirrored = widget["layoutDirection"] == "RightToLeft"
+            x = widget["seen"][0] + (widget["seen"][2] - BOX if is_mirrored else BOX)
         self.click_at(x, y)
 
     def bring_into_view(self, name):
@@ -147,17 +150,13 @@ class Dock:
         self.key("ctrl+a", "Delete")
         self.type(text)
 
-    def pick(self, name, item):
-        """Picks an item of a list that opens by a click."""
+    def open_list(self, name, item):
+        """Opens the list of a combo box; returns where an item of it is."""
         self.click(name)
+        return wait_until(lambda: self._item("QComboBoxListView", item), what=item)
 
-        def place():
-            for widget in self.look():
-                for entry in widget.get("items", []):
-                    if widget["class"] == "QComboBoxListView" and entry["text"] == item:
-                        return entry["rect"]
-            return None
-        self.click_at(*middle(wait_until(place, what=item)))
+    def pick(self, name, item):
+        self.click_at(*middle(self.open_list(name, item)))
         self.wait_for(name, currentText=item)
 
     def press(self, title, text):

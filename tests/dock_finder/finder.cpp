@@ -4,6 +4,7 @@
 // Tells whoever uses the mouse and the keyboard what is to be seen in OBS and where. It only looks.
 // Each connection to the socket that DOCK_FINDER_SOCKET names sends one line, the object name of a
 // widget or "*" for all windows, and gets a JSON array of the visible widgets from there on down.
+// With "measure " in front each also tells the least size that it needs, for which Qt may redraw it.
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -98,8 +99,9 @@ private:
         connect(client, &QLocalSocket::disconnected, client, &QObject::deleteLater);
         connect(client, &QLocalSocket::readyRead, this, [this, client] {
             if (client->canReadLine()) {
-                const QString root = QString::fromUtf8(client->readLine()).trimmed();
-                client->write(QJsonDocument(look(root)).toJson(QJsonDocument::Compact));
+                const QStringList words = QString::fromUtf8(client->readLine()).trimmed().split(u' ');
+                m_measures = words.size() > 1 && words.constFirst() == u"measure"_s;
+                client->write(QJsonDocument(look(words.constLast())).toJson(QJsonDocument::Compact));
                 client->disconnectFromServer();
             }
         });
@@ -133,8 +135,6 @@ private:
 
     QJsonObject describe(QWidget *widget) const
     {
-        const int fittingHeight = widget->hasHeightForWidth() ? widget->heightForWidth(widget->width())
-                                                              : widget->minimumSizeHint().height();
         QJsonObject line{
             {u"name"_s, widget->objectName()},
             {u"class"_s, QLatin1String(widget->metaObject()->className())},
@@ -142,16 +142,21 @@ private:
             {u"window_id"_s, qint64(widget->window()->effectiveWinId())},
             {u"rect"_s, onScreen(widget, widget->rect())},
             {u"seen"_s, onScreen(widget, widget->visibleRegion().boundingRect())},
-            {u"least"_s, onScreen(widget, {0, 0, widget->minimumSizeHint().width(), fittingHeight})},
             {u"enabled"_s, widget->isEnabled()},
             {u"focus"_s, widget->hasFocus()},
             {u"paints"_s, m_paints.value(widget)},
         };
+        if (m_measures) {
+            const QSize least = widget->minimumSizeHint();
+            const int height =
+                widget->hasHeightForWidth() ? widget->heightForWidth(widget->width()) : least.height();
+            line.insert(u"least"_s, onScreen(widget, {0, 0, least.width(), height}));
+        }
         if (const QJsonArray items = itemsOf(widget); !items.isEmpty()) {
             line.insert(u"items"_s, items);
         }
         for (const char *name : {"text", "title", "currentText", "placeholderText", "accessibleName", "toolTip",
-                                 "checked", "value", "focusPolicy"}) {
+                                 "checked", "value", "focusPolicy", "layoutDirection"}) {
             if (const QVariant value = widget->property(name); value.isValid()) {
                 line.insert(QLatin1String(name), QJsonValue::fromVariant(value));
             }
@@ -160,6 +165,7 @@ private:
     }
 
     QLocalServer m_server;
+    bool m_measures = false;
     QHash<const QObject *, int> m_paints; // of each widget so far
 };
 

@@ -18,6 +18,7 @@ WRONG_PASSWORD = "That email and password did not match. Check them and try agai
 WRONG_CODE = ("That code was not accepted. Enter the current 6-digit code from your "
               "authenticator app.")
 PORT, OTHER_PORT = 9001, 9055
+TAKEN = f"Could not listen on port {PORT}: The bound address is already in use"
 RECORDING = " OBS is streaming or recording right now, so wait until you are done."
 GREEN, YELLOW = "#3cb371", "#d9a441"
 NARROW = 250
@@ -29,11 +30,11 @@ def status(text, colour=GREEN):
 
 
 @contextlib.contextmanager
-def opened(stage, home, is_open=False, warnings=()):
+def opened(stage, home, is_open=False, **run):
     """OBS with the dock; is_open when it has been left open by an earlier run. A failure leaves a
     picture of the screen."""
     home.install(stage.built.finder, "dock-finder")
-    with stage.obs(home, warnings=warnings) as obs:
+    with stage.obs(home, **run) as obs:
         dock = Dock(stage.screen, home.folder / "finder")
         try:
             if not is_open:
@@ -147,10 +148,9 @@ def dock_server(stage):
     def address(port, count):
         return (f"Connect to 127.0.0.1:{port} and read one JSON line per update. "
                 f"{count} connected.")
-    taken = f"Could not listen on port {PORT}: The bound address is already in use"
     with stage.venue():
         home = stage.home()
-        with opened(stage, home, warnings=[taken]) as (_, dock):
+        with opened(stage, home, warnings=[TAKEN]) as (_, dock):
             dock.wait_for_text("tallyforgeServerStatus", "Off.")
             with socket.create_server(("127.0.0.1", PORT)):   # somebody else's
                 dock.click("tallyforgeServerEnabled")
@@ -256,7 +256,7 @@ def dock_narrow(stage):
 
 
 def check_fits(dock):
-    page = dock.page()
+    page = dock.page(measured=True)
     left, _, width, _ = page["qt_scrollarea_viewport"]["rect"]
     for name, widget in page.items():
         x, _, own_width, own_height = widget["rect"]

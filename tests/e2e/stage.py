@@ -54,19 +54,19 @@ class Stage:
         return self.home({"selected_device": ids[0], "routes": {ids[0]: "lan"},
                           "lan": {ids[0]: self.sim.lan_entry(ids[0]) | changes}})
 
-    def session(self, home, wrapper=()):
+    def session(self, home, wrapper=(), options=()):
         """A run of OBS of which nothing is demanded at its end."""
         self.runs += 1
         env = self.screen.env() | {"BROWSER_STANDIN_RECORD": str(home.folder / "browser.jsonl"),
                                    "UPDATER_DRIVER_RECORD": str(home.folder / "updater.jsonl"),
                                    "DOCK_FINDER_SOCKET": str(home.folder / "finder")}
-        return ObsSession(home, env, wrapper)
+        return ObsSession(home, env, wrapper, options)
 
     @contextlib.contextmanager
-    def obs(self, home=None, wrapper=(), warnings=()):
+    def obs(self, home=None, wrapper=(), options=(), warnings=()):
         """A run of OBS that must end well. Its log holds just these warnings of the plug-in's."""
         home = home or self.home()
-        with self.session(home, wrapper) as session:
+        with self.session(home, wrapper, options) as session:
             yield session
         self._check_end(session, home, warnings)
 
