@@ -11,7 +11,7 @@ from obs_session import Timeout, wait_until
 DOCK = "tallyforgeDock"
 ROOM = (1020, 400, 860)   # of the dock's window: from the left, width, height
 FRAME = 8               # pixels that it may take on both sides
-TRIES = 3
+TRIES, TRY_SECONDS = 3, 3
 BOX = 10                # pixels to the middle of a check box
 STEPS = 40              # of the wheel, from one end of the page to the other and more
 
@@ -84,16 +84,26 @@ class Dock:
 
     def open(self, room=ROOM):
         """Opens the dock by OBS's menu, and gives it room."""
-        for _ in range(TRIES):
-            self.choose("Docks", "Tallyforge")
-            with contextlib.suppress(Timeout):
-                wait_until(lambda: self.widget(DOCK), 3, "the dock")
-                break
-            self.key("Escape")   # OBS was still laying its window out: the click met something else
+        self._until(lambda: self.widget(DOCK), lambda: self.choose("Docks", "Tallyforge"), "the dock")
         self.place(*room)
+
+    def close(self):
+        self.choose("Docks", "Tallyforge")
+        wait_until(lambda: not self.widget(DOCK), what="the dock to close")
+
+    @staticmethod
+    def _until(condition, action, what):
+        """Does something again when it has no effect, as a user would: the window manager and OBS
+        may still be at work on their windows, and a busy X server loses an event at times."""
+        for _ in range(TRIES):
+            action()
+            with contextlib.suppress(Timeout):
+                return wait_until(condition, TRY_SECONDS)
+        raise Timeout(f"Tried {TRIES} times in vain: {what}.")
 
     def choose(self, menu, entry):
         """Chooses from one of OBS's menus."""
+        self.key("Escape")   # whatever is open
         for kind, text in (("QMenuBar", menu), ("QMenu", entry)):
             self.click_at(*middle(wait_until(lambda: self._item(kind, text), what=text)))
 
@@ -104,12 +114,12 @@ class Dock:
     def place(self, x, width, height, y=20):
         """Moves and sizes the dock's own window, as by its frame."""
         window = self.widget(DOCK)["window_id"]
-        self._xdotool("windowmove", window, x, y, "windowsize", window, width, height)
 
         def is_placed():
             rect = self.widget(DOCK)["rect"]
             return abs(rect[0] - x) < FRAME and abs(rect[2] - width) < FRAME
-        wait_until(is_placed, what="the dock's new place")
+        self._until(is_placed, lambda: self._xdotool(
+            "windowmove", window, x, y, "windowsize", window, width, height), "to place the dock")
 
     def click_at(self, x, y, button=1):
         self._xdotool("mousemove", x, y, "click", button)
@@ -141,13 +151,17 @@ class Dock:
         self._xdotool("key", *names)
 
     def type(self, text):
-        self._xdotool("type", "--delay", 1, text)
+        """Replaces what stands in the field that has the focus."""
+        def is_there():
+            return any(w["focus"] and w.get("text") == text for w in self.page().values())
+
+        def replace():
+            self.key("ctrl+a", "Delete")
+            self._xdotool("type", text)
+        self._until(is_there, replace, f"to type into {self.focus()}")
 
     def fill(self, name, text):
-        """Replaces what stands in a field."""
-        self.click(name)
-        self.wait_for(name, focus=True)
-        self.key("ctrl+a", "Delete")
+        self._until(lambda: self.widget(name)["focus"], lambda: self.click(name), f"to enter {name}")
         self.type(text)
 
     def open_list(self, name, item):
