@@ -4,7 +4,7 @@
 # Every target but install and clean works inside a sandbox that scripts/sandbox.sh sets up.
 .NOTPARALLEL:
 .DEFAULT_GOAL := help
-.PHONY: help demo test bench asan fuzz format translations check shell install package clean
+.PHONY: help demo test screenshots bench asan fuzz format translations check shell install package clean
 sandbox := scripts/sandbox.sh
 
 # A screen of one's own is used unless HEADLESS says otherwise.
@@ -19,6 +19,9 @@ demo: ## Watch live scores in a real OBS (HEADLESS=1: without a screen, pictures
 
 test: ## Build, then run all tests and the end-to-end run in OBS
 	@$(sandbox) sh -c 'scripts/build.sh dev && exec ctest --preset dev'
+
+screenshots: ## Take pictures of the dock in each state and theme (build/screenshots, docs/images)
+	@$(sandbox) sh -c 'scripts/build.sh dev && exec python3 demo/screenshots.py'
 
 bench: ## Measure how fast a score reaches the picture
 	@$(sandbox) sh -c 'scripts/build.sh bench && exec python3 bench/run.py'

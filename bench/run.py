@@ -20,6 +20,7 @@ REPOSITORY = Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(REPOSITORY / "demo"))
 
 import carriers
+import dock_cost
 import fan_out
 import obs_cost
 import picture_latency
@@ -119,6 +120,8 @@ def measure_all(build, folder, only):
                 build / "bench/bench-fan_out", folder),
             "the download of an update": lambda: update_download.measure(
                 build / "bench/bench-update_download", folder),
+            "the dock (about 2 minutes)": lambda: dock_cost.measure(
+                build, folder, simulator, DEVICE, screen),
             "costs in a real OBS (about 3 minutes)": obs,
         }
         for name, measure in parts.items():

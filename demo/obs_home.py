@@ -60,6 +60,11 @@ class ObsHome:
             "scene_order": [{"name": scene}],
             "sources": [{"id": "scene", "name": scene, "settings": {}}]}))
 
+    def choose_theme(self, theme):
+        """Takes the id of one that OBS brings along, such as com.obsproject.Yami.Light."""
+        with open(self.config / "user.ini", "a") as file:
+            file.write(_ini(Appearance={"Theme": theme}))
+
     def install(self, plugin_folder, name=MODULE):
         """Copies a built plug-in folder to where OBS looks for a user's own."""
         shutil.copytree(plugin_folder, self.config / "plugins" / name, dirs_exist_ok=True)

@@ -47,9 +47,10 @@ class Ended:
 class ObsSession:
     """Use as a context. ended is set once OBS has ended, which leaving the context sees to."""
 
-    def __init__(self, home, env, wrapper=()):
+    def __init__(self, home, env, wrapper=(), options=()):
         self.home = home
         self._wrapper = wrapper   # words of a command that becomes OBS
+        self._options = options   # of OBS's command line
         self.ended = None
         self._env = os.environ | env | {
             "HOME": str(home.folder), "XDG_CONFIG_HOME": str(home.folder / ".config"),
@@ -64,7 +65,8 @@ class ObsSession:
             self.process = subprocess.Popen(
                 # Not --disable-missing-files-check: with it OBS leaks a block for each scene
                 # collection that it loads.
-                [*self._wrapper, "obs", "--multi", "--disable-shutdown-check", "--disable-updater"],
+                [*self._wrapper, "obs", "--multi", "--disable-shutdown-check", "--disable-updater",
+                 *self._options],
                 env=self._env, stdout=log, stderr=subprocess.STDOUT, stdin=subprocess.DEVNULL)
         try:
             self.control = wait_until(self._connect, START_SECONDS, "OBS to start")

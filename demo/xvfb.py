@@ -18,11 +18,14 @@ OPENBOX = """<?xml version="1.0"?>
 class Xvfb:
     """Use as a context; env() is what a program needs to draw on the screen."""
 
+    def __init__(self, size=SIZE):
+        self._size = size
+
     def __enter__(self):
         read, write = os.pipe()
         # The server picks a free number by itself and writes it when it is ready.
         self._server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(write), "-screen", "0", SIZE + "x24", "-nolisten", "tcp"],
+            ["Xvfb", "-displayfd", str(write), "-screen", "0", self._size + "x24", "-nolisten", "tcp"],
             pass_fds=[write], stderr=subprocess.DEVNULL)
         os.close(write)
         with os.fdopen(read) as pipe:

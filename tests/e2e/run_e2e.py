@@ -11,6 +11,7 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "demo"))
 
+import docks
 import graphics
 import language
 import scenarios
@@ -24,7 +25,9 @@ SCENARIOS = {run.__name__: run for run in (
     scenarios.cloud, scenarios.lan, scenarios.vanished, scenarios.choice, scenarios.style,
     scenarios.many, scenarios.closing, scenarios.untrusted, graphics.page, graphics.properties,
     graphics.refresh, language.german, server.used, update.update, update.update_refused,
-    update.update_killed, update.update_closed)}
+    update.update_killed, update.update_closed, docks.dock_sign_in, docks.dock_choice,
+    docks.dock_scene, docks.dock_server, docks.dock_update, docks.dock_keyboard,
+    docks.dock_narrow)}
 
 
 def main():
@@ -35,6 +38,8 @@ def main():
                         help="folder of the built stand-in for OBS's browser source")
     parser.add_argument("--driver", type=Path, required=True,
                         help="folder of the module that works the updater")
+    parser.add_argument("--finder", type=Path, required=True,
+                        help="folder of the module that tells what OBS's windows show")
     parser.add_argument("--next", type=Path, required=True,
                         help="folder with the plug-in's binary and the facts of its next version")
     options = parser.parse_args()

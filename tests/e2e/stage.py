@@ -23,7 +23,7 @@ def check(truth, what):
 
 class Stage:
     def __init__(self, built, folder, screen):
-        self.built = built   # with the folders plugin, browser, driver and next
+        self.built = built   # with the folders plugin, browser, driver, finder and next
         self._folder = folder
         self.screen = screen
         self._count = 0
@@ -54,25 +54,28 @@ class Stage:
         return self.home({"selected_device": ids[0], "routes": {ids[0]: "lan"},
                           "lan": {ids[0]: self.sim.lan_entry(ids[0]) | changes}})
 
-    def session(self, home, wrapper=()):
+    def session(self, home, wrapper=(), options=()):
         """A run of OBS of which nothing is demanded at its end."""
         self.runs += 1
         env = self.screen.env() | {"BROWSER_STANDIN_RECORD": str(home.folder / "browser.jsonl"),
-                                   "UPDATER_DRIVER_RECORD": str(home.folder / "updater.jsonl")}
-        return ObsSession(home, env, wrapper)
+                                   "UPDATER_DRIVER_RECORD": str(home.folder / "updater.jsonl"),
+                                   "DOCK_FINDER_SOCKET": str(home.folder / "finder")}
+        return ObsSession(home, env, wrapper, options)
 
     @contextlib.contextmanager
-    def obs(self, home=None, wrapper=()):
+    def obs(self, home=None, wrapper=(), options=(), warnings=()):
+        """A run of OBS that must end well. Its log holds just these warnings of the plug-in's."""
         home = home or self.home()
-        with self.session(home, wrapper) as session:
+        with self.session(home, wrapper, options) as session:
             yield session
-        self._check_end(session, home)
+        self._check_end(session, home, warnings)
 
-    def _check_end(self, session, home):
+    def _check_end(self, session, home, warnings):
         ended = session.ended
         check(ended.exit_code == 0, f"OBS ended with code {ended.exit_code}")
         check(ended.leaks == 0, f"OBS reported {ended.leaks} memory leaks")
-        check(not ended.complaints, f"OBS's log holds {ended.complaints}")
+        check(ended.complaints == ["warning: [tallyforge] " + warning for warning in warnings],
+              f"OBS's log holds {ended.complaints}")
         check(ended.seconds < CLOSING_SECONDS, f"OBS took {ended.seconds:.2f} s to end")
         check(session.log().count("[tallyforge] plugin unloaded") == 1, "the plug-in unloaded")
         violations = self.sim.state()["violations"]

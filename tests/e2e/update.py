@@ -58,7 +58,7 @@ def tree(folder):
 class Offer:
     """The newer version on the maker's server."""
 
-    def __init__(self, stage, filler=0):
+    def __init__(self, stage, filler=0, changes=CHANGES):
         self.folder = stage.new_folder("updates")
         self.plugin = stage.new_folder("next") / MODULE
         facts = package.facts_of(stage.built.next / "tallyforge-release-facts")
@@ -66,7 +66,7 @@ class Offer:
         shutil.copy(stage.built.next / "tallyforge-obs.so", self.plugin / facts["binary"])
         if filler:
             (self.plugin / "data/filler").write_bytes(os.urandom(filler))
-        self.package = package.make(self.plugin, facts, self.folder, CHANGES)
+        self.package = package.make(self.plugin, facts, self.folder, changes)
         self.trees = {OLD: tree(stage.built.plugin), NEW: tree(self.plugin)}
 
     def venue(self, stage):

@@ -1,0 +1,92 @@
+# SPDX-License-Identifier: GPL-2.0-or-later
+# SPDX-FileCopyrightText: 2026 The Tallyforge developers
+"""What the open dock costs a real OBS: its processor time, and what it redraws."""
+
+import contextlib
+import threading
+import time
+
+import obs_cost
+from dock import Dock
+from figures import Heading, Row, median
+from obs_session import ObsSession
+
+PAIRS, SECONDS, SETTLE_SECONDS = 4, 10, 2
+CHANGES_PER_SECOND = 10
+CPU_PERCENT = 1
+
+
+@contextlib.contextmanager
+def changes(simulator, device):
+    """Meanwhile the score changes ten times a second."""
+    over = threading.Event()
+
+    def flow():
+        due, count = time.monotonic(), 0
+        while not over.wait(max(0, due - time.monotonic())):
+            count += 1
+            simulator.set(device, {"home_score": count % 100, "clock": f"{count // 60}:{count % 60:02}"})
+            due += 1 / CHANGES_PER_SECOND
+    thread = threading.Thread(target=flow)
+    thread.start()
+    try:
+        yield
+    finally:
+        over.set()
+        thread.join()
+
+
+def main_thread_share(obs):
+    """Percent of a core that OBS's main thread takes, which does all of the dock's work."""
+    pid = obs.process.pid
+
+    def used():
+        return next(seconds for (number, _), seconds in obs_cost.thread_seconds(pid).items()
+                    if number == pid)
+    before, begin = used(), time.monotonic()
+    time.sleep(SECONDS)
+    return (used() - before) * 100 / (time.monotonic() - begin)
+
+
+def measure(build, folder, simulator, device_id, screen):
+    home = obs_cost.fresh_home(folder / "dock", build / "plugins/tallyforge-obs", simulator, device_id)
+    home.install(build / "plugins/dock-finder", "dock-finder")
+    finder = home.folder / "finder"
+    closed, opened = [], []
+    with ObsSession(home, screen.env() | {"DOCK_FINDER_SOCKET": str(finder)}) as obs:
+        obs.wait_for_status(f"Live from {simulator.devices[device_id]['nickname']} over your network")
+        dock = Dock(screen, finder)
+        with changes(simulator, device_id):
+            for _ in range(PAIRS):   # side by side, for the machine has moods
+                dock.open()
+                time.sleep(SETTLE_SECONDS)
+                opened.append(main_thread_share(obs))
+                dock.close()
+                time.sleep(SETTLE_SECONDS)
+                closed.append(main_thread_share(obs))
+        dock.open()
+        with changes(simulator, device_id):
+            at_changes = drawn(dock)
+        at_rest = drawn(dock)
+    return rows(closed, opened, at_changes / (SECONDS * CHANGES_PER_SECOND), at_rest)
+
+
+def drawn(dock):
+    """How often widgets of the dock are drawn in a while."""
+    def so_far():
+        return {name: widget["paints"] for name, widget in dock.page().items()}
+    time.sleep(SETTLE_SECONDS)
+    before = so_far()
+    time.sleep(SECONDS)
+    return sum(count - before.get(name, 0) for name, count in so_far().items())
+
+
+def rows(closed, opened, for_a_change, at_rest):
+    added = [one - other for one, other in zip(opened, closed)]
+    return [
+        Heading(f"What the open dock costs OBS's main thread, with {CHANGES_PER_SECOND} changes a second"),
+        Row("OBS with the dock closed", "% core", closed),
+        Row("What the open dock adds", "% core", added, f"< {CPU_PERCENT}", median(added) < CPU_PERCENT),
+        Row("Widgets drawn for a change, backgrounds included", "", [for_a_change]),
+        Row(f"Widgets drawn in {SECONDS} s without a change", "", [at_rest], "none", at_rest == 0),
+    ]

@@ -1,0 +1,254 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: GPL-2.0-or-later
+# SPDX-FileCopyrightText: 2026 The Tallyforge developers
+"""Takes pictures of the dock in each of its states, in a real OBS with the themes that users have.
+
+They go to build/screenshots; a few of them go into docs/images too, from where texts show them."""
+
+import argparse
+import contextlib
+import os
+import shutil
+import socket
+import subprocess
+import sys
+import tempfile
+from dataclasses import dataclass
+from pathlib import Path
+from types import SimpleNamespace
+
+from obs_session import Timeout, wait_until
+from simulator import REPOSITORY, NotInSandbox
+from xvfb import Xvfb
+
+sys.path.insert(0, str(REPOSITORY / "tests/e2e"))
+import docks    # noqa: E402: it has to be found first
+import update   # noqa: E402
+from dock import DOCK, middle   # noqa: E402
+from stage import Stage       # noqa: E402
+
+OUTPUT, IMAGES = REPOSITORY / "build/screenshots", REPOSITORY / "docs/images"
+SCREEN = 1440, 1500
+WIDTHS = {"narrow": 250, "wide": 440}
+LONG = "The big hall of the Westside community sports centre"
+DEVICES = [f"TF-1001={LONG}", *(f"TF-{1000 + n}=Court {n}" for n in range(2, 13))]
+ID = "TF-1001"
+SCORES = {"home_score": 58, "away_score": 61, "period": 4, "clock": "2:07"}
+CHANGES = f"## {update.NEW}, 2026-03-01\n\n- The clock stops with the board's.\n- Starts quicker.\n"
+
+
+@dataclass(frozen=True)
+class Look:
+    theme: str
+    scale: int = 1
+    options: tuple = ()
+
+
+LOOKS = {"dark": Look("Yami.Original"), "light": Look("Yami.Light"), "classic": Look("Yami.Classic"),
+         "double": Look("Yami.Original", scale=2), "mirrored": Look("Yami.Original", options=("-reverse",))}
+TEXTS_SHOW = {   # docs/images: the picture that it is
+    "dock-signed-out": "dark/01-signed-out-wide", "dock-live": "dark/08-live-wide",
+    "dock-update": "dark/17-update-available-wide", "dock-light": "light/08-live-wide"}
+
+
+class Camera:
+    """Takes a picture of each state in each width."""
+
+    def __init__(self, screen, dock, folder, scale):
+        self._screen, self._dock, self._folder, self._scale = screen, dock, folder, scale
+        self._count = 0
+
+    def take(self, state):
+        self._count += 1
+        for width, pixels in WIDTHS.items():
+            self._dock.place(20, pixels * self._scale, (SCREEN[1] - 60) * self._scale)
+            self._picture(f"{state}-{width}")
+
+    def take_as_it_is(self, state):
+        """With what has opened over it."""
+        self._count += 1
+        self._picture(state)
+
+    def _settle(self):
+        """Until nothing is laid out or drawn any more."""
+        seen = []
+
+        def is_still():
+            seen.append(self._dock.page())
+            return len(seen) > 1 and seen[-1] == seen[-2]
+        with contextlib.suppress(Timeout):   # a bar may be running
+            wait_until(is_still, 2)
+
+    def _picture(self, name):
+        self._settle()
+        page = self._dock.page()
+        x, y, width, _ = page[DOCK]["rect"]
+        rects = [widget["rect"] for name, widget in page.items()
+                 if name.startswith("tallyforge") and name != DOCK]
+        bottom = max(top + height for _, top, _, height in rects) + 6 * self._scale
+        path = self._folder / f"{self._count:02}-{name}.png"
+        path.parent.mkdir(parents=True, exist_ok=True)
+        self._screen.screenshot(path)
+        subprocess.run(["convert", path, "-crop", f"{width}x{bottom - y}+{x}+{y}", "+repage", path],
+                       check=True)
+
+
+def account_states(sim, dock, camera):
+    """Ends with twelve devices of which one is followed."""
+    coach, crew = (docks.COACH, docks.SECRET), docks.CREW
+
+    def sign_in(email, password):
+        dock.fill("tallyforgeEmail", email)
+        dock.fill("tallyforgePassword", password)
+        dock.click("tallyforgeSignInButton")
+    camera.take("signed-out")
+    sign_in(crew[0], "wrong")
+    dock.wait_for_text("tallyforgeSignInMessage", docks.WRONG_PASSWORD)
+    camera.take("wrong-password")
+    sign_in(*coach)
+    dock.wait_for("tallyforgeCode")
+    camera.take("second-step")
+    dock.fill("tallyforgeCode", "111111")
+    dock.key("Return")
+    dock.wait_for_text("tallyforgeSignInMessage", docks.WRONG_CODE)
+    camera.take("wrong-code")
+    for count, state in ((0, "no-devices"), (1, "one-device"), (12, "twelve-devices")):
+        sim.clear()
+        for number in list(sim.devices)[count:]:
+            sim.fault("device", "gone", device=number)
+        if count:
+            dock.click("tallyforgeSignOut")
+            dock.wait_for("tallyforgeSignIn")
+            sign_in(*crew)
+        else:
+            dock.fill("tallyforgeCode", docks.CODE)
+            dock.key("Return")
+        wanted = max(count, 1)
+        wait_until(lambda: len((dock.widget("tallyforgeDevice") or {}).get("items", [])) == wanted,
+                   what=f"{count} devices")
+        camera.take(state)
+
+
+def live_states(sim, dock, camera):
+    place = dock.open_list("tallyforgeDevice", f"{LONG} ({ID})")
+    camera.take_as_it_is("device-list")
+    dock.click_at(*middle(place))   # for after a sign-out nothing is followed by itself
+    sim.set(ID, SCORES)
+    dock.wait_for_text("tallyforgeScore", "58 – 61   ·   4   ·   2:07")
+    camera.take("live")
+    sim.fault("device", "offline", device=ID)
+    wait_until(lambda: "offline" in dock.text("tallyforgeStatus"), what="the end of it")
+    camera.take("offline")
+    sim.clear()
+    dock.click("tallyforgeUseLan")
+    wait_until(lambda: "over your network" in dock.text("tallyforgeStatus"), what="the other route")
+    camera.take("over-network")
+    sim.fault("feed", "away", device=ID)
+    wait_until(lambda: "Could not" in dock.text("tallyforgeStatus"), what="the loss")
+    camera.take("network-lost")
+    sim.clear()
+    dock.click("tallyforgeUseLan")
+
+
+def server_states(dock, camera):
+    with socket.create_server(("127.0.0.1", docks.PORT)):
+        dock.click("tallyforgeServerEnabled")
+        wait_until(lambda: "Could not start" in dock.text("tallyforgeServerStatus"), what="the refusal")
+        camera.take("port-taken")
+    dock.click("tallyforgeServerEnabled")
+    dock.wait_for_text("tallyforgeServerStatus", "Off.")
+    dock.click("tallyforgeServerEnabled")
+    with socket.create_connection(("127.0.0.1", docks.PORT)):
+        wait_until(lambda: "1 connected" in dock.text("tallyforgeServerStatus"), what="the program")
+        camera.take("server-on")
+
+
+def update_states(sim, offer, obs, dock, camera):
+    def check_ends(state, part, before=None):
+        if before:
+            before()
+        dock.click("tallyforgeCheckForUpdates")
+        wait_until(lambda: part in (dock.text("tallyforgeUpdateStatus") or ""), what=part)
+        camera.take(state)
+        sim.clear()
+
+    def title(part, timeout=30):
+        wait_until(lambda: part in (dock.text("tallyforgeUpdateTitle") or ""), timeout, part)
+    check_ends("update-checking", "Checking", lambda: sim.fault("updates", "hang"))
+    dock.wait_for("tallyforgeUpdateTitle")
+    offered = (offer.folder / "latest.json").read_text()
+    (offer.folder / "latest.json").write_text(offered.replace(update.NEW, update.OLD))
+    check_ends("update-none", "up to date")
+    (offer.folder / "latest.json").write_text(offered)
+    check_ends("update-check-failed", "not readable", lambda: sim.fault("updates", "garbage"))
+    check_ends("update-available", "available")
+    sim.fault("updates", "cut", path=update.PACKAGE)
+    dock.click("tallyforgeUpdateNow")
+    title("did not finish")
+    camera.take("update-failed")
+    sim.fault("updates", "stall", path=update.PACKAGE)
+    dock.click("tallyforgeUpdateNow")
+    title("Downloading")
+    camera.take("update-downloading")
+    obs.request("StartRecord")
+    sim.clear()
+    title("Restart OBS")
+    camera.take("update-restart-recording")
+    obs.request("StopRecord")
+
+
+def take_all(stage, look, folder):
+    """Every state of the dock in one look."""
+    offer = update.Offer(stage, changes=CHANGES)
+    account = f"{docks.COACH}:{docks.SECRET}:{docks.CODE}"
+    with stage.venue(*DEVICES, options=("--account", account, "--updates", str(offer.folder))) as sim:
+        home = docks.signed_out(stage)
+        home.write_settings({"lan": {ID: sim.lan_entry(ID)}, "auto_check_updates": False})
+        home.choose_theme("com.obsproject." + look.theme)
+        with docks.opened(stage, home, options=look.options, warnings=[docks.TAKEN]) as (obs, dock):
+            camera = Camera(stage.screen, dock, folder, look.scale)
+            account_states(sim, dock, camera)
+            live_states(sim, dock, camera)
+            server_states(dock, camera)
+            update_states(sim, offer, obs, dock, camera)
+
+
+def take_look(built, name, look):
+    width, height = (pixels * look.scale for pixels in SCREEN)
+    os.environ["QT_SCALE_FACTOR"] = str(look.scale)
+    with tempfile.TemporaryDirectory(prefix="tallyforge-screenshots-") as folder, \
+            Xvfb(f"{width}x{height}") as screen:
+        take_all(Stage(built, Path(folder), screen), look, OUTPUT / name)
+
+
+def built_in(build):
+    names = {"plugin": "tallyforge-obs", "browser": "browser-standin", "driver": "updater-driver",
+             "finder": "dock-finder"}
+    folders = {key: build / "plugins" / name for key, name in names.items()}
+    return SimpleNamespace(**folders, next=build / "next")
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("--only", choices=LOOKS, help="take one look alone")
+    parser.add_argument("--build", type=Path, default=REPOSITORY / "build/dev",
+                        help="folder in which the preset dev was built (%(default)s)")
+    options = parser.parse_args()
+    looks = [options.only] if options.only else LOOKS
+    try:
+        for name in looks:
+            shutil.rmtree(OUTPUT / name, ignore_errors=True)
+            take_look(built_in(options.build), name, LOOKS[name])
+            print(f"{name}: {len(list((OUTPUT / name).iterdir()))} pictures in "
+                  f"{(OUTPUT / name).relative_to(REPOSITORY)}", flush=True)
+    except (NotInSandbox, Timeout) as error:
+        return str(error)
+    for target, source in TEXTS_SHOW.items():
+        if source.split("/")[0] in looks:
+            IMAGES.mkdir(exist_ok=True)
+            shutil.copy(OUTPUT / f"{source}.png", IMAGES / f"{target}.png")
+    return None
+
+
+if __name__ == "__main__":
+    sys.exit(main())
