@@ -526,13 +526,16 @@ private Q_SLOTS:
         }
         m_dock->resize(width, 600);
         m_dock->show();
-        QCoreApplication::processEvents();
-        const QWidget *page = find(u"Scoreboard"_s)->parentWidget();
-        QVERIFY2(page->width() <= width, qPrintable(u"the page is %1 wide"_s.arg(page->width())));
         const QList<QAbstractButton *> buttons = m_dock->findChildren<QAbstractButton *>();
-        for (const auto *button : buttons) {
-            if (button->hasHeightForWidth() && button->isVisible()) {
-                QVERIFY2(button->height() >= button->heightForWidth(button->width()), qPrintable(button->text()));
+        for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+            m_dock->setLayoutDirection(direction);
+            QCoreApplication::processEvents();
+            const QWidget *page = find(u"Scoreboard"_s)->parentWidget();
+            QVERIFY2(page->width() <= width, qPrintable(u"the page is %1 wide"_s.arg(page->width())));
+            for (const auto *button : buttons) {
+                const bool wraps = button->hasHeightForWidth() && button->isVisible();
+                QVERIFY2(!wraps || button->height() >= button->heightForWidth(button->width()),
+                         qPrintable(button->text()));
             }
         }
         QVERIFY(find(u"StopRelays"_s)->height() > find(u"SignInButton"_s)->height());
