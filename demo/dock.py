@@ -62,7 +62,7 @@ class Dock:
             widget = self.widget(name)
             return widget if widget and wanted.items() <= widget.items() else None
         try:
-            return waituntil(is_so, timeout)
+            return wait_until(is_so, timeout)
         except Timeout:
             raise Timeout(f"Waited {timeout} seconds in vain for {name} with {wanted}; it is "
                           f"{self.widget(name)}.") from None
@@ -71,7 +71,7 @@ class Dock:
         return self.wait_for(name, timeout, text=text)
 
     def wait_until_gone(self, name, timeout=10):
-        waituntil(lambda: not self.widget(name), timeout, f"{name} to go")
+        wait_until(lambda: not self.widget(name), timeout, f"{name} to go")
 
     def window(self, title):
         """The widgets of the window whose title begins so, None while there is none."""
@@ -89,7 +89,7 @@ class Dock:
 
     def close(self):
         self.choose("Docks", "Tallyforge")
-        waituntil(lambda: not self.widget(DOCK), what="the dock to close")
+        wait_until(lambda: not self.widget(DOCK), what="the dock to close")
 
     @staticmethod
     def until(condition, action, what):
@@ -98,14 +98,14 @@ class Dock:
         for _ in range(TRIES):
             action()
             with contextlib.suppress(Timeout):
-                return waituntil(condition, TRY_SECONDS)
+                return wait_until(condition, TRY_SECONDS)
         raise Timeout(f"Tried {TRIES} times in vain: {what}.")
 
     def choose(self, menu, entry):
         """Chooses from one of OBS's menus."""
         self.key("Escape")   # whatever is open
         for kind, text in (("QMenuBar", menu), ("QMenu", entry)):
-            self.click_at(*middle(waituntil(lambda: self._item(kind, text), what=text)))
+            self.click_at(*middle(wait_until(lambda: self._item(kind, text), what=text)))
 
     def _item(self, kind, text):
         return next((item["rect"] for widget in self.look() if widget["class"] == kind
@@ -184,4 +184,4 @@ class Dock:
         def button():
             return next((w for w in self.window(title) or []
                          if "Button" in w["class"] and w.get("text", "").replace("&", "") == text), None)
-        self.click_at(*middle(waituntil(button, what=f"{text} in {title}")["seen"]))
+        self.click_at(*middle(wait_until(button, what=f"{text} in {title}")["seen"]))
