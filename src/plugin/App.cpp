@@ -20,6 +20,7 @@
 #include <obs-module.h>
 
 #include <algorithm>
+#include <chrono>
 #include <memory>
 #include <mutex>
 #include <shared_mutex>
@@ -28,6 +29,9 @@
 namespace tallyforge {
 
 namespace {
+
+constexpr std::chrono::seconds firstUpdateCheck{20}; // OBS has started by then
+constexpr std::chrono::hours updateCheckInterval{24};
 
 struct Lifetime
 {
@@ -165,8 +169,8 @@ void App::startUpdater()
     for (QTimer *timer : {first, daily}) {
         connect(timer, &QTimer::timeout, this, [this] { checkForUpdates(false); });
     }
-    first->start(std::chrono::seconds(20));
-    daily->start(std::chrono::hours(24));
+    first->start(firstUpdateCheck);
+    daily->start(updateCheckInterval);
 }
 
 void App::checkForUpdates(bool manual)

@@ -101,7 +101,7 @@ void Dock::connectServices()
     connect(&m_relayTimer, &QTimer::timeout, m_devices, &DevicesGroup::refreshRelays);
     m_relayTimer.start(relayInterval);
 
-    PluginUpdater &updater = m_app.updater();
+    const PluginUpdater &updater = m_app.updater();
     connect(&updater, &PluginUpdater::stateChanged, this, &Dock::refreshUpdate);
     connect(m_banner, &UpdateBanner::installRequested, &updater, &PluginUpdater::install);
     connect(m_banner, &UpdateBanner::downloadPageRequested, this, &Dock::openDownloadPage);

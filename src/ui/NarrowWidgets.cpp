@@ -71,7 +71,7 @@ Group::Group(const QString &title, QWidget *parent)
 
 QSize Group::minimumSizeHint() const
 {
-    return QWidget::minimumSizeHint(); // of the content alone
+    return m_column->totalMinimumSize(); // of the content alone
 }
 
 void Group::initStyleOption(QStyleOptionGroupBox *option) const

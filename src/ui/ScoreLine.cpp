@@ -44,7 +44,8 @@ QString scoreLine(const LiveData &live)
         }
     }
     if (pieces.isEmpty()) {
-        for (const QString &name : names.first(qMin(names.size(), fallbackFields))) {
+        const QStringList first = names.first(qMin(names.size(), fallbackFields));
+        for (const QString &name : first) {
             pieces.append(name + u": "_s + live.value(name));
         }
     }

@@ -68,8 +68,7 @@ struct Rig
         config = {
             server.url() + u"/latest.json"_s, u"1.0.1"_s, u"linux-x86_64"_s, {}, root(), staging(), {}, binary, 400};
         QObject::connect(updater.get(), &PluginUpdater::stateChanged, updater.get(), [this] {
-            const char *const name = QMetaEnum::fromType<State>().valueToKey(int(updater->state()));
-            seen.append(QLatin1StringView(name) + u": "_s + updater->message());
+            seen.append(QVariant::fromValue(updater->state()).toString() + u": "_s + updater->message());
             if (onChange) {
                 onChange();
             }
@@ -208,7 +207,7 @@ private Q_SLOTS:
         other.answer = [&good](const HttpRequest &) { return HttpReply{200, good}; };
         const QByteArray port = QByteArray::number(other.serverPort());
         rig.manifestReply = HttpReply{302, "", "Location: http://localhost:" + port + "/else\r\n"};
-        QCOMPARE(rig.check(true).last(), QString::fromUtf8(available));
+        QCOMPARE(rig.check(true).constLast(), QString::fromUtf8(available));
     }
 
     void doesNotFollowFromTlsToPlain()
@@ -229,14 +228,15 @@ private Q_SLOTS:
         QByteArray answer = "HTTP/1.1 302 X\r\nContent-Length: 0\r\nLocation: " + rig.config.manifestUrl.toLatin1();
         connect(&secure, &QTcpServer::pendingConnectionAvailable, this, [&] {
             QTcpSocket *const socket = secure.nextPendingConnection();
-            connect(socket, &QIODevice::readyRead, socket, [&, socket] { socket->write(answer + "\r\n\r\n"); });
+            connect(socket, &QIODevice::readyRead, socket,
+                    [socket, sent = &answer] { socket->write(*sent + "\r\n\r\n"); });
         });
         rig.config.manifestUrl = u"https://localhost:%1/latest.json"_s.arg(secure.serverPort());
-        QCOMPARE(rig.check(true).last(), QString::fromUtf8(unreachable));
+        QCOMPARE(rig.check(true).constLast(), QString::fromUtf8(unreachable));
         QCOMPARE(rig.server.asked(), QList<QByteArray>());
         // The same server is trusted as long as it answers itself.
         answer = "HTTP/1.1 200 X\r\nContent-Length: 19\r\n\r\n{\"version\":\"1.0.1\"}";
-        QCOMPARE(rig.check(true).last(), u"UpToDate: Tallyforge 1.0.1 is up to date."_s);
+        QCOMPARE(rig.check(true).constLast(), u"UpToDate: Tallyforge 1.0.1 is up to date."_s);
         QSslConfiguration::setDefaultConfiguration(before);
     }
 
@@ -256,13 +256,13 @@ private Q_SLOTS:
         QVERIFY(!rig.updater->isBusy());
         rig.check(false);
         rig.manifestReply = HttpReply{500};
-        QCOMPARE(rig.check(false).last(), u"Idle: "_s);
+        QCOMPARE(rig.check(false).constLast(), u"Idle: "_s);
         rig.updater->install(); // there is something to install, but nothing is offered
         QCOMPARE(rig.ended(), QStringList());
-        QCOMPARE(rig.check(true).last(), QString::fromUtf8(unreachable));
+        QCOMPARE(rig.check(true).constLast(), QString::fromUtf8(unreachable));
         QCOMPARE(rig.updater->info().version, u"1.1.0"_s);
         rig.updater->install();
-        QCOMPARE(rig.ended().last(), QString::fromUtf8(installed));
+        QCOMPARE(rig.ended().constLast(), QString::fromUtf8(installed));
         rig.manifestReply = HttpReply{200, R"({"version":"1.0.1"})"};
         rig.updater->check(true); // nothing more happens until OBS starts again
         rig.updater->install();
@@ -346,7 +346,7 @@ private Q_SLOTS:
         Rig rig(m_zip, limits);
         rig.package = package;
         rig.offer(size == unknown ? 0 : package.body.size() + size, sum);
-        QCOMPARE(rig.install().last(), outcome);
+        QCOMPARE(rig.install().constLast(), outcome);
         QCOMPARE_LE(QFileInfo(rig.staging() + u"/package.zip"_s).size(), limits.package);
         if (outcome.startsWith(u"Failed")) {
             QCOMPARE(rig.installed(), "old");
@@ -372,7 +372,7 @@ private Q_SLOTS:
             const QString folder = rig.dir.filePath(u"config"_s);
             QDir().mkpath(folder);
             QCOMPARE(mount("none", qPrintable(folder), "tmpfs", 0, disk), 0);
-            const QString last = rig.install().last();
+            const QString last = rig.install().constLast();
             umount(qPrintable(folder));
             QCOMPARE(last, QString::fromUtf8(outcome).replace(u"%1"_s, rig.staging()));
             QCOMPARE(rig.installed().startsWith("new"), outcome == installed);
@@ -386,7 +386,7 @@ private Q_SLOTS:
         QDir().mkpath(rig.dir.filePath(u"config"_s));
         QVERIFY(QFile::link(rig.dir.filePath(u"precious"_s), rig.staging()));
         rig.config.stagingDir += u'/';
-        QVERIFY(rig.install().last().startsWith(u"Installed"));
+        QVERIFY(rig.install().constLast().startsWith(u"Installed"));
         QCOMPARE(QDir(rig.dir.filePath(u"precious"_s)).entryList(everything), QStringList{u"file"_s});
     }
 
@@ -394,9 +394,9 @@ private Q_SLOTS:
     {
         Rig rig(m_zip);
         writeFile(rig.dir.filePath(u"config"_s), "a file");
-        QCOMPARE(rig.install().last(), u"Failed: Could not prepare a download folder (%1)."_s.arg(rig.staging()));
+        QCOMPARE(rig.install().constLast(), u"Failed: Could not prepare a download folder (%1)."_s.arg(rig.staging()));
         rig.config.stagingDir.clear();
-        QCOMPARE(rig.install().last(), u"Failed: Could not prepare a download folder ()."_s);
+        QCOMPARE(rig.install().constLast(), u"Failed: Could not prepare a download folder ()."_s);
     }
 
     void foldersOfOthers()
@@ -419,13 +419,13 @@ private Q_SLOTS:
             "Download and run the installer from %1."_s;
         Rig rig(m_zip);
         rig.config.binaryPath.clear(); // the one of a macOS bundle
-        QCOMPARE(rig.install().last(), text.arg(u"the Tallyforge website"));
+        QCOMPARE(rig.install().constLast(), text.arg(u"the Tallyforge website"));
         rig.config.downloadPage = u"https://www.tallyforge.example/download"_s;
         rig.config.pluginRoot.clear();
-        QCOMPARE(rig.install().last(), text.arg(rig.config.downloadPage));
+        QCOMPARE(rig.install().constLast(), text.arg(rig.config.downloadPage));
         QVERIFY(!rig.updater->isBusy());
         rig.config.pluginRoot = rig.root() + u'/' + binary;
-        QCOMPARE(rig.install().last(), text.arg(rig.config.downloadPage));
+        QCOMPARE(rig.install().constLast(), text.arg(rig.config.downloadPage));
         QVERIFY(!QFile::exists(rig.staging()));
     }
 

@@ -33,28 +33,32 @@ mode_t mode(const QString &path)
     return stat(qPrintable(path), &status) == 0 ? status.st_mode & 07777 : 0;
 }
 
+platform::Command shell(const QString &script)
+{
+    return {u"/bin/sh"_s, {u"-c"_s, script}};
+}
+
+Result unpack(const platform::Command &command, const QString &directory,
+              const ArchiveUnpacker::Limits &within = limits)
+{
+    ArchiveUnpacker unpacker(within);
+    QSignalSpy finished(&unpacker, &ArchiveUnpacker::finished);
+    unpacker.run(command, directory);
+    if (!finished.isEmpty() || !finished.wait(30s)) {
+        qFatal("an answer during the call, or none");
+    }
+    return finished.constFirst().constFirst().value<Result>();
+}
+
 } // namespace
 
 class TestStagedPackage : public QObject
 {
     Q_OBJECT
 
-private:
     QTemporaryDir m_top;
     QDir m_packages{m_top.filePath(u"packages"_s)};
     QString m_extracted = m_top.filePath(u"packages/update/extracted"_s);
-
-    Result unpack(const platform::Command &command, const ArchiveUnpacker::Limits &within = limits)
-    {
-        ArchiveUnpacker unpacker(within);
-        QSignalSpy finished(&unpacker, &ArchiveUnpacker::finished);
-        unpacker.run(command, m_extracted);
-        if (!finished.isEmpty() || !finished.wait(30s)) {
-            qFatal("an answer during the call, or none");
-        }
-        return finished.constFirst().constFirst().value<Result>();
-    }
-    static platform::Command shell(const QString &script) { return {u"/bin/sh"_s, {u"-c"_s, script}}; }
 
 private Q_SLOTS:
     void initTestCase()
@@ -125,7 +129,7 @@ private Q_SLOTS:
         QFETCH(QStringList, outcomes);
         Tree before = readTree(m_top.path());
         QString outcome = u"unpack"_s;
-        if (unpack(command) == Result::Unpacked) {
+        if (unpack(command, m_extracted) == Result::Unpacked) {
             const StagedPackage package = inspectExtracted(m_extracted, binaryPath);
             QCOMPARE(package.bundle, package.message.isEmpty() ? m_extracted + u"/bundle"_s : QString());
             const QMap<QString, QString> texts{
@@ -190,7 +194,7 @@ private Q_SLOTS:
     void program()
     {
         QFETCH(platform::Command, command);
-        QTEST(unpack(command), "result");
+        QTEST(unpack(command, m_extracted), "result");
         QVERIFY(QFileInfo(m_extracted + u"/x"_s).size() <= limits.bytes);
     }
 
@@ -216,7 +220,7 @@ private Q_SLOTS:
             unpacker->run(command, m_extracted);
             QTRY_VERIFY(child() != 0);
         } else {
-            QCOMPARE(unpack(command, within), Result::Failed);
+            QCOMPARE(unpack(command, m_extracted, within), Result::Failed);
         }
         QVERIFY(child() != 0);
         QTRY_VERIFY(kill(child(), 0) != 0 && errno == ESRCH);
@@ -234,8 +238,9 @@ private Q_SLOTS:
     {
         const SmallDisk disk;
         const QString archive = m_packages.filePath(u"many-bombs.zip"_s);
-        for (const platform::Command &command : platform::unpackCommands(archive, disk.path())) {
-            QCOMPARE(unpack(command, {}), Result::Failed);
+        const auto commands = platform::unpackCommands(archive, disk.path());
+        for (const platform::Command &command : commands) {
+            QCOMPARE(unpack(command, disk.path(), {}), Result::Failed);
             QDir(disk.path() + u"/bundle"_s).removeRecursively();
         }
     }
