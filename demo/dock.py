@@ -84,7 +84,7 @@ class Dock:
 
     def open(self, room=ROOM):
         """Opens the dock by OBS's menu, and gives it room."""
-        self._until(lambda: self.widget(DOCK), lambda: self.choose("Docks", "Tallyforge"), "the dock")
+        self.until(lambda: self.widget(DOCK), lambda: self.choose("Docks", "Tallyforge"), "the dock")
         self.place(*room)
 
     def close(self):
@@ -92,7 +92,7 @@ class Dock:
         wait_until(lambda: not self.widget(DOCK), what="the dock to close")
 
     @staticmethod
-    def _until(condition, action, what):
+    def until(condition, action, what):
         """Does something again when it has no effect, as a user would: the window manager and OBS
         may still be at work on their windows, and a busy X server loses an event at times."""
         for _ in range(TRIES):
@@ -118,7 +118,7 @@ class Dock:
         def is_placed():
             rect = self.widget(DOCK)["rect"]
             return abs(rect[0] - x) < FRAME and abs(rect[2] - width) < FRAME
-        self._until(is_placed, lambda: self._xdotool(
+        self.until(is_placed, lambda: self._xdotool(
             "windowmove", window, x, y, "windowsize", window, width, height), "to place the dock")
 
     def click_at(self, x, y, button=1):
@@ -131,6 +131,12 @@ class Dock:
             is_mirrored = widget["layoutDirection"] == "RightToLeft"
             x = widget["seen"][0] + (widget["seen"][2] - BOX if is_mirrored else BOX)
         self.click_at(x, y)
+
+    def toggle(self, name):
+        """Checks a check box, or clears it."""
+        wanted = not self.wait_for(name)["checked"]
+        self.until(lambda: self.wait_for(name)["checked"] == wanted, lambda: self.click(name),
+                    f"to toggle {name}")
 
     def bring_into_view(self, name):
         """Scrolls with the wheel until a widget is wholly in view."""
@@ -158,16 +164,16 @@ class Dock:
         def replace():
             self.key("ctrl+a", "Delete")
             self._xdotool("type", text)
-        self._until(is_there, replace, f"to type into {self.focus()}")
+        self.until(is_there, replace, f"to type into {self.focus()}")
 
     def fill(self, name, text):
-        self._until(lambda: self.widget(name)["focus"], lambda: self.click(name), f"to enter {name}")
+        self.until(lambda: self.widget(name)["focus"], lambda: self.click(name), f"to enter {name}")
         self.type(text)
 
     def open_list(self, name, item):
         """Opens the list of a combo box; returns where an item of it is."""
-        self.click(name)
-        return wait_until(lambda: self._item("QComboBoxListView", item), what=item)
+        return self.until(lambda: self._item("QComboBoxListView", item), lambda: self.click(name),
+                           f"to open the list with {item}")
 
     def pick(self, name, item):
         self.click_at(*middle(self.open_list(name, item)))

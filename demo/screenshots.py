@@ -9,6 +9,7 @@ import argparse
 import contextlib
 import os
 import shutil
+import signal
 import socket
 import subprocess
 import sys
@@ -46,22 +47,22 @@ class Look:
 
 LOOKS = {"dark": Look("Yami.Original"), "light": Look("Yami.Light"), "classic": Look("Yami.Classic"),
          "double": Look("Yami.Original", scale=2), "mirrored": Look("Yami.Original", options=("-reverse",))}
-TEXTS_SHOW = {   # docs/images: the picture that it is
-    "dock-signed-out": "dark/01-signed-out-wide", "dock-live": "dark/08-live-wide",
-    "dock-update": "dark/17-update-available-wide", "dock-light": "light/08-live-wide"}
+TEXTS_SHOW = {   # docs/images: of which look and state
+    "dock-signed-out": ("dark", "signed-out-wide"), "dock-live": ("dark", "live-wide"),
+    "dock-update": ("dark", "update-available-wide"), "dock-light": ("light", "live-wide")}
 
 
 class Camera:
     """Takes a picture of each state in each width."""
 
     def __init__(self, screen, dock, folder, scale):
-        self._screen, self._dock, self._folder, self._scale = screen, dock, folder, scale
+        self._screen, self.dock, self._folder, self._scale = screen, dock, folder, scale
         self._count = 0
 
     def take(self, state):
         self._count += 1
         for width, pixels in WIDTHS.items():
-            self._dock.place(20, pixels * self._scale, (SCREEN[1] - 60) * self._scale)
+            self.dock.place(20, pixels * self._scale, (SCREEN[1] - 60) * self._scale)
             self._picture(f"{state}-{width}")
 
     def take_as_it_is(self, state):
@@ -69,19 +70,34 @@ class Camera:
         self._count += 1
         self._picture(state)
 
+    def take_moment(self, state, process, is_now):
+        """Of what soon passes: the program stands still meanwhile."""
+        self._count += 1
+        name = f"{state}-wide"
+        pages = [{}]
+        while not (is_now(pages[-1]) and len(pages) > 2 and is_now(pages[-2])):
+            pages.append(self.dock.page())
+        process.send_signal(signal.SIGSTOP)
+        try:
+            self._cut_out(name, pages[-1])
+        finally:
+            process.send_signal(signal.SIGCONT)
+
     def _settle(self):
         """Until nothing is laid out or drawn any more."""
         seen = []
 
         def is_still():
-            seen.append(self._dock.page())
+            seen.append(self.dock.page())
             return len(seen) > 1 and seen[-1] == seen[-2]
         with contextlib.suppress(Timeout):   # a bar may be running
             wait_until(is_still, 2)
 
     def _picture(self, name):
         self._settle()
-        page = self._dock.page()
+        self._cut_out(name, self.dock.page())
+
+    def _cut_out(self, name, page):
         x, y, width, _ = page[DOCK]["rect"]
         rects = [widget["rect"] for name, widget in page.items()
                  if name.startswith("tallyforge") and name != DOCK]
@@ -140,35 +156,37 @@ def live_states(sim, dock, camera):
     wait_until(lambda: "offline" in dock.text("tallyforgeStatus"), what="the end of it")
     camera.take("offline")
     sim.clear()
-    dock.click("tallyforgeUseLan")
+    dock.toggle("tallyforgeUseLan")
     wait_until(lambda: "over your network" in dock.text("tallyforgeStatus"), what="the other route")
     camera.take("over-network")
     sim.fault("feed", "away", device=ID)
     wait_until(lambda: "Could not" in dock.text("tallyforgeStatus"), what="the loss")
     camera.take("network-lost")
     sim.clear()
-    dock.click("tallyforgeUseLan")
+    dock.toggle("tallyforgeUseLan")
+    wait_until(lambda: dock.text("tallyforgeStatus").endswith(f"Live from {ID}"), what="the first route")
 
 
 def server_states(dock, camera):
     with socket.create_server(("127.0.0.1", docks.PORT)):
-        dock.click("tallyforgeServerEnabled")
+        dock.toggle("tallyforgeServerEnabled")
         wait_until(lambda: "Could not start" in dock.text("tallyforgeServerStatus"), what="the refusal")
         camera.take("port-taken")
-    dock.click("tallyforgeServerEnabled")
+    dock.toggle("tallyforgeServerEnabled")
     dock.wait_for_text("tallyforgeServerStatus", "Off.")
-    dock.click("tallyforgeServerEnabled")
+    dock.toggle("tallyforgeServerEnabled")
     with socket.create_connection(("127.0.0.1", docks.PORT)):
         wait_until(lambda: "1 connected" in dock.text("tallyforgeServerStatus"), what="the program")
         camera.take("server-on")
+    wait_until(lambda: "0 connected" in dock.text("tallyforgeServerStatus"), what="its end")
 
 
 def update_states(sim, offer, obs, dock, camera):
     def check_ends(state, part, before=None):
         if before:
             before()
-        dock.click("tallyforgeCheckForUpdates")
-        wait_until(lambda: part in (dock.text("tallyforgeUpdateStatus") or ""), what=part)
+        dock.until(lambda: part in (dock.text("tallyforgeUpdateStatus") or ""),
+                   lambda: dock.click("tallyforgeCheckForUpdates"), part)
         camera.take(state)
         sim.clear()
 
@@ -192,6 +210,8 @@ def update_states(sim, offer, obs, dock, camera):
     camera.take("update-downloading")
     obs.request("StartRecord")
     sim.clear()
+    camera.take_moment("update-installing", obs.process, lambda page: "Installing" in page.get(
+        "tallyforgeUpdateTitle", {}).get("text", ""))
     title("Restart OBS")
     camera.take("update-restart-recording")
     obs.request("StopRecord")
@@ -199,7 +219,7 @@ def update_states(sim, offer, obs, dock, camera):
 
 def take_all(stage, look, folder):
     """Every state of the dock in one look."""
-    offer = update.Offer(stage, changes=CHANGES)
+    offer = update.Offer(stage, update.FILLER_BYTES, CHANGES)
     account = f"{docks.COACH}:{docks.SECRET}:{docks.CODE}"
     with stage.venue(*DEVICES, options=("--account", account, "--updates", str(offer.folder))) as sim:
         home = docks.signed_out(stage)
@@ -211,6 +231,19 @@ def take_all(stage, look, folder):
             live_states(sim, dock, camera)
             server_states(dock, camera)
             update_states(sim, offer, obs, dock, camera)
+        take_for_all_users(stage, home, camera)
+
+
+def take_for_all_users(stage, home, camera):
+    """Where the plug-in may not change itself, which holds for nobody in particular."""
+    plugin = update.plugin_of(home)
+    shutil.copytree(stage.built.plugin, plugin, dirs_exist_ok=True)
+    plugin.chmod(0o555)
+    with stage.obs(home, wrapper=("unshare", "--user")):
+        camera.dock.wait_for("tallyforgeCheckForUpdates")
+        camera.dock.click("tallyforgeCheckForUpdates")
+        camera.dock.wait_for("tallyforgeOpenDownloadPage")
+        camera.take("update-for-all-users")
 
 
 def take_look(built, name, look):
@@ -243,10 +276,10 @@ def main():
                   f"{(OUTPUT / name).relative_to(REPOSITORY)}", flush=True)
     except (NotInSandbox, Timeout) as error:
         return str(error)
-    for target, source in TEXTS_SHOW.items():
-        if source.split("/")[0] in looks:
+    for target, (look, state) in TEXTS_SHOW.items():
+        for source in (OUTPUT / look).glob(f"*-{state}.png") if look in looks else ():
             IMAGES.mkdir(exist_ok=True)
-            shutil.copy(OUTPUT / f"{source}.png", IMAGES / f"{target}.png")
+            shutil.copy(source, IMAGES / f"{target}.png")
     return None
 
 

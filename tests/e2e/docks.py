@@ -105,7 +105,7 @@ def dock_choice(stage):
             for route, is_lan, shown in (("lan", True, "Live from Pool over your network"),
                                          ("cloud", False, "Live from TF-1002")):
                 dock.wait_for("tallyforgeUseLan", checked=not is_lan)
-                dock.click("tallyforgeUseLan")
+                dock.toggle("tallyforgeUseLan")
                 dock.wait_for_text("tallyforgeStatus", status(shown))
                 check(home.settings()["routes"] == {"TF-1002": route}, "the route is stored")
                 sim.set("TF-1002", {"home_score": 30 + is_lan, "away_score": 2})
@@ -152,7 +152,7 @@ def dock_server(stage):
         with opened(stage, home, warnings=[TAKEN]) as (_, dock):
             dock.wait_for_text("tallyforgeServerStatus", "Off.")
             with socket.create_server(("127.0.0.1", PORT)):   # somebody else's
-                dock.click("tallyforgeServerEnabled")
+                dock.toggle("tallyforgeServerEnabled")
                 dock.wait_for_text("tallyforgeServerStatus", f"Could not start - port {PORT} may be "
                                    "in use. Try another port.")
             dock.fill("tallyforgeServerPort", str(OTHER_PORT))
@@ -161,13 +161,13 @@ def dock_server(stage):
             with socket.create_connection(("127.0.0.1", OTHER_PORT)):
                 dock.wait_for_text("tallyforgeServerStatus", address(OTHER_PORT, 1))
             dock.wait_for_text("tallyforgeServerStatus", address(OTHER_PORT, 0))
-            dock.click("tallyforgeServerAllowNetwork")
+            dock.toggle("tallyforgeServerAllowNetwork")
             dock.wait_for_text("tallyforgeServerStatus",
                                address(OTHER_PORT, 0).replace("127.0.0.1", "this computer's address"))
             stored = {key: value for key, value in home.settings().items() if "server" in key}
             check(stored == {"server_enabled": True, "server_port": OTHER_PORT,
                              "server_allow_network": True}, f"stored: {stored}")
-            dock.click("tallyforgeServerEnabled")
+            dock.toggle("tallyforgeServerEnabled")
             dock.wait_for_text("tallyforgeServerStatus", "Off.")
 
 
@@ -249,8 +249,7 @@ def dock_narrow(stage):
             dock.fill("tallyforgePassword", CREW[1])
             dock.key("Return")
             dock.wait_for_text("tallyforgeStatus", status(CLOUD))
-            dock.click("tallyforgeServerEnabled")   # below the part that is in view
-            dock.wait_for("tallyforgeServerEnabled", checked=True)
+            dock.toggle("tallyforgeServerEnabled")
             check_fits(dock)
 
 
