@@ -28,6 +28,7 @@ LOGS = re.compile(r"(^|::)(log::\w+|blog)$")
 SHOWS = re.compile(r"^(set(Text|Title|WindowTitle|ToolTip|StatusTip|WhatsThis|PlaceholderText|Prefix|"
                    r"Suffix|Accessible(Name|Description)|ItemText|LabelText|TabText|SpecialValueText)|"
                    r"add(Item|Items|Row|Tab|Action)|insertItem|hint|"
+                   r"showText|Group|Wrapping(Button|CheckBox)|"
                    r"Q(Label|PushButton|ToolButton|CheckBox|RadioButton|GroupBox|Action|MessageBox))$")
 
 

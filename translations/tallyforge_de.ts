@@ -52,7 +52,7 @@
     </message>
     <message>
         <source>Version %1 needs OBS %2 or newer (this is OBS %3).</source>
-        <translation>Version %1 benötigt OBS %2 oder neuer (dies ist OBS %3).</translation>
+        <translation>Version %1 benötigt OBS %2 oder neuer (installiert ist OBS %3).</translation>
     </message>
     <message>
         <source>The update information was not readable.</source>
@@ -146,7 +146,7 @@
     </message>
     <message>
         <source>The device could not join %1%2. Check the password and try again.</source>
-        <translation>Das Gerät konnte sich nicht verbinden mit %1%2. Überprüfen Sie das Passwort und versuchen Sie es erneut.</translation>
+        <translation>Das Gerät konnte sich nicht mit %1%2 verbinden. Überprüfen Sie das Passwort und versuchen Sie es erneut.</translation>
     </message>
     <message>
         <source>The device is still working on joining %1. Check back in a minute.</source>
@@ -181,7 +181,7 @@
     </message>
     <message>
         <source>This comes with a later version of the plugin.</source>
-        <translation>Dies kommt mit einer späteren Version des Plugins.</translation>
+        <translation>Diese Funktion kommt mit einer späteren Version des Plugins.</translation>
     </message>
     <message>
         <source>Set up or manage a device…</source>
@@ -597,7 +597,7 @@
     <name>tallyforge::UpdateBanner</name>
     <message>
         <source> OBS is streaming or recording right now, so wait until you are done.</source>
-        <translation> OBS streamt oder nimmt gerade auf; warten Sie damit, bis Sie fertig sind.</translation>
+        <translation> Gerade läuft ein Stream oder eine Aufnahme; warten Sie mit dem Neustart, bis Sie fertig sind.</translation>
     </message>
     <message>
         <source>Restart OBS to finish updating to version %1.</source>

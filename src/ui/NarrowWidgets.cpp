@@ -42,6 +42,7 @@ ElidingComboBox::ElidingComboBox(QWidget *parent)
     : QComboBox(parent)
 {
     constexpr int leastCharacters = 8;
+    setFocusPolicy(Qt::StrongFocus); // not the wheel's
     setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(leastCharacters);
     view()->setTextElideMode(Qt::ElideMiddle);

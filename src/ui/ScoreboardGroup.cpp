@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QScopedValueRollback>
 #include <QSignalBlocker>
+#include <QTextDocument>
 
 using namespace Qt::StringLiterals;
 
@@ -68,7 +69,7 @@ void ScoreboardGroup::refreshDevices()
     const QSignalBlocker blocker(m_devices);
     listDevices();
     showFollowedDevice();
-    m_devices->setToolTip(m_devices->currentText().toHtmlEscaped());
+    m_devices->setToolTip(Qt::convertFromPlainText(m_devices->currentText()));
     Q_EMIT deviceChanged(device());
     refreshLan();
 }
@@ -93,7 +94,8 @@ void ScoreboardGroup::listDevices()
     m_devices->clear();
     for (const auto &[text, id] : std::as_const(wanted)) {
         m_devices->addItem(text, id);
-        m_devices->setItemData(m_devices->count() - 1, text.toHtmlEscaped(), Qt::ToolTipRole);
+        m_devices->setItemData(m_devices->count() - 1, Qt::convertFromPlainText(text),
+                               Qt::ToolTipRole);
     }
 }
 
@@ -108,7 +110,7 @@ void ScoreboardGroup::showFollowedDevice()
 
 void ScoreboardGroup::onActivated()
 {
-    m_devices->setToolTip(m_devices->currentText().toHtmlEscaped());
+    m_devices->setToolTip(Qt::convertFromPlainText(m_devices->currentText()));
     const QString id = device();
     if (!id.isEmpty()) {
         m_app.selectCloudDevice(id);

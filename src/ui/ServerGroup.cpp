@@ -27,6 +27,7 @@ public:
     {
         constexpr int lowest = 1024;
         constexpr int highest = 65535;
+        setFocusPolicy(Qt::StrongFocus); // not the wheel's
         setRange(lowest, highest);
         setKeyboardTracking(false); // a half-typed number is none yet
         setLocale(QLocale::c());    // the same digits as in every other program

@@ -68,6 +68,10 @@ void SignInForm::addFields()
     for (const QLineEdit *edit : {m_password, m_code}) {
         connect(edit, &QLineEdit::returnPressed, this, &SignInForm::doSignIn);
     }
+    // Whoever changes these wants to start over, not to answer an earlier question.
+    for (const QLineEdit *edit : {m_email, m_password}) {
+        connect(edit, &QLineEdit::textEdited, m_code, &QWidget::hide);
+    }
 }
 
 void SignInForm::addLinks()

@@ -8,6 +8,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QTextDocument>
 
 using namespace Qt::StringLiterals;
 
@@ -42,7 +43,7 @@ void SignedInRow::refresh()
     const QString email = signedIn ? m_portal.email() : QString();
     m_label->setText(signedIn ? tr("Signed in as <b>%1</b>").arg(email.toHtmlEscaped())
                               : QString());
-    m_label->setToolTip(email.toHtmlEscaped()); // for one that is longer than the row
+    m_label->setToolTip(Qt::convertFromPlainText(email)); // for one that is longer than the row
     setVisible(signedIn);
     stackIfNarrow();
 }

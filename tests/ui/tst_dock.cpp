@@ -18,6 +18,7 @@
 #include "ui/UpdateBanner.h"
 #include "ui/UpdateFooter.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QDateTime>
 #include <QDesktopServices>
@@ -507,10 +508,12 @@ private Q_SLOTS:
         m_dock->show();
         QTRY_COMPARE(shown(u"UseLan"_s) && shown(u"Device"_s), signedIn);
         QStringList order;
-        for (const QWidget *next = m_dock->nextInFocusChain(); next != m_dock.get(); next = next->nextInFocusChain()) {
+        for (QWidget *next = m_dock->nextInFocusChain(); next != m_dock.get(); next = next->nextInFocusChain()) {
             const bool byTab = (next->focusPolicy() & Qt::TabFocus) && next->isEnabled() && !next->focusProxy();
             if (byTab && next->isVisibleTo(m_dock.get()) && next->objectName().startsWith("tallyforge"_L1)) {
                 order.append(next->objectName().mid(10));
+                const auto *forScreenReaders = QAccessible::queryAccessibleInterface(next);
+                QVERIFY2(!forScreenReaders->text(QAccessible::Name).isEmpty(), qPrintable(next->objectName()));
             }
         }
         QTEST(order.join(u' '), "order");
