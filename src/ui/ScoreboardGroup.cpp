@@ -6,6 +6,7 @@
 #include "plugin/App.h"
 #include "ui/Hint.h"
 #include "ui/ScoreLine.h"
+#include "ui/ScoreView.h"
 
 #include <QLabel>
 #include <QScopedValueRollback>
@@ -16,8 +17,6 @@ using namespace Qt::StringLiterals;
 namespace tallyforge {
 
 namespace {
-
-constexpr qreal scoreScale = 1.25;
 
 const QString &lanRoute()
 {
@@ -45,11 +44,7 @@ ScoreboardGroup::ScoreboardGroup(App &app, QWidget *parent)
     m_status = new ThemedLabel;
     m_status->setObjectName(u"tallyforgeStatus"_s);
     m_status->setTextFormat(Qt::RichText);
-    // Plain, so that a value is shown as it is and the blanks between the values stay.
-    m_score = new ThemedLabel({}, ThemedLabel::Tone::Normal, scoreScale);
-    m_score->setObjectName(u"tallyforgeScore"_s);
-    m_score->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    makeBold(m_score);
+    m_score = new ScoreView;
 
     const auto all = {static_cast<QWidget *>(m_devices), static_cast<QWidget *>(m_lan),
                       static_cast<QWidget *>(m_status), static_cast<QWidget *>(m_score)};

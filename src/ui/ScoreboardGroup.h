@@ -8,6 +8,7 @@
 namespace tallyforge {
 
 class ThemedLabel;
+class ScoreView;
 class App;
 
 /// Chooses the scoreboard that is followed, and the way to it, and shows what comes from there.
@@ -42,7 +43,7 @@ private:
     QComboBox *m_devices = nullptr;
     QCheckBox *m_lan = nullptr;
     ThemedLabel *m_status = nullptr;
-    ThemedLabel *m_score = nullptr;
+    ScoreView *m_score = nullptr;
     bool m_refreshingLan = false; // then the box wasn't toggled by the user
 };
 

@@ -29,6 +29,7 @@ public:
         constexpr int highest = 65535;
         setRange(lowest, highest);
         setKeyboardTracking(false); // a half-typed number is none yet
+        setLocale(QLocale::c());    // the same digits as in every other program
     }
 
 protected:

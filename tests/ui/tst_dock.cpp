@@ -30,6 +30,7 @@
 #include <QTcpSocket>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QWindow>
 
 using namespace tallyforge;
 using namespace tallyforge::test;
@@ -64,6 +65,7 @@ class TestDock : public QObject
     QHash<QByteArray, HttpReply> m_answers; // by path
     QStringList m_opened;                   // in the browser
     int m_work = 0;                         // layouts, paints and polishes
+    bool m_framed = false;                  // all that was asked for before has been painted
 
     template <class Widget = QWidget> Widget *find(const QString &name)
     {
@@ -99,6 +101,7 @@ protected:
     bool eventFilter(QObject *, QEvent *event) override
     {
         const auto type = event->type();
+        m_framed |= type == QEvent::UpdateRequest;
         m_work += type == QEvent::Paint || type == QEvent::LayoutRequest || type == QEvent::StyleChange;
         return false;
     }
@@ -526,13 +529,16 @@ private Q_SLOTS:
         }
         m_dock->resize(width, 600);
         m_dock->show();
-        QCoreApplication::processEvents();
-        const QWidget *page = find(u"Scoreboard"_s)->parentWidget();
-        QVERIFY2(page->width() <= width, qPrintable(u"the page is %1 wide"_s.arg(page->width())));
         const QList<QAbstractButton *> buttons = m_dock->findChildren<QAbstractButton *>();
-        for (const auto *button : buttons) {
-            if (button->hasHeightForWidth() && button->isVisible()) {
-                QVERIFY2(button->height() >= button->heightForWidth(button->width()), qPrintable(button->text()));
+        for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+            m_dock->setLayoutDirection(direction);
+            QCoreApplication::processEvents();
+            const QWidget *page = find(u"Scoreboard"_s)->parentWidget();
+            QVERIFY2(page->width() <= width, qPrintable(u"the page is %1 wide"_s.arg(page->width())));
+            for (const auto *button : buttons) {
+                const bool wraps = button->hasHeightForWidth() && button->isVisible();
+                QVERIFY2(!wraps || button->height() >= button->heightForWidth(button->width()),
+                         qPrintable(button->text()));
             }
         }
         QVERIFY(find(u"StopRelays"_s)->height() > find(u"SignInButton"_s)->height());
@@ -552,13 +558,16 @@ private Q_SLOTS:
         m_dock->resize(250, 1500);
         m_dock->show();
         const auto work = [this](const std::function<void()> &change) {
-            QCoreApplication::processEvents();
             m_work = 0;
+            m_framed = false;
             qApp->installEventFilter(this);
             change();
             QCoreApplication::processEvents();
+            m_dock->windowHandle()->requestUpdate();
+            const bool framed = QTest::qWaitFor([this] { return m_framed; });
+            QCoreApplication::processEvents();
             qApp->removeEventFilter(this);
-            return m_work;
+            return framed ? m_work : -1;
         };
         App &app = *App::get();
         QTRY_COMPARE(work([] {}), 0);
