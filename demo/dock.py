@@ -88,16 +88,16 @@ class Dock:
         self.place(*room)
 
     def close(self):
-        self.choose("Docks", "Tallyforge")
-        wait_until(lambda: not self.widget(DOCK), what="the dock to close")
+        self.until(lambda: not self.widget(DOCK), lambda: self.choose("Docks", "Tallyforge"),
+                   "to close the dock")
 
     @staticmethod
     def until(condition, action, what):
         """Does something again when it has no effect, as a user would: the window manager and OBS
         may still be at work on their windows, and a busy X server loses an event at times."""
         for _ in range(TRIES):
-            action()
             with contextlib.suppress(Timeout):
+                action()
                 return wait_until(condition, TRY_SECONDS)
         raise Timeout(f"Tried {TRIES} times in vain: {what}.")
 
@@ -105,7 +105,8 @@ class Dock:
         """Chooses from one of OBS's menus."""
         self.key("Escape")   # whatever is open
         for kind, text in (("QMenuBar", menu), ("QMenu", entry)):
-            self.click_at(*middle(wait_until(lambda: self._item(kind, text), what=text)))
+            place = wait_until(lambda: self._item(kind, text), TRY_SECONDS, text)
+            self.click_at(*middle(place))
 
     def _item(self, kind, text):
         return next((item["rect"] for widget in self.look() if widget["class"] == kind
