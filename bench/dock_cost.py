@@ -74,6 +74,7 @@ def measure(build, folder, simulator, device_id, screen):
 def drawn(dock):
     """How often widgets of the dock are drawn in a while."""
     def so_far():
+        dock.wait_for("tallyforgeScore")
         return {name: widget["paints"] for name, widget in dock.page().items()}
     time.sleep(SETTLE_SECONDS)
     before = so_far()

@@ -97,6 +97,8 @@ class Dock:
         may still be at work on their windows, and a busy X server loses an event at times."""
         for _ in range(TRIES):
             with contextlib.suppress(Timeout):
+                if found := condition():   # of the try before, late
+                    return found
                 action()
                 return wait_until(condition, TRY_SECONDS)
         raise Timeout(f"Tried {TRIES} times in vain: {what}.")
