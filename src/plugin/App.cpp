@@ -166,7 +166,7 @@ void App::startUpdater()
     auto *first = new QTimer(this);
     first->setSingleShot(true);
     auto *daily = new QTimer(this);
-    for (QTimer *timer : {first, daily}) {
+    for (const QTimer *timer : {first, daily}) {
         connect(timer, &QTimer::timeout, this, [this] { checkForUpdates(false); });
     }
     first->start(firstUpdateCheck);
