@@ -148,8 +148,7 @@ private:
         };
         if (m_measures) {
             const QSize least = widget->minimumSizeHint();
-            const int height =
-                widget->hasHeightForWidth() ? widget->heightForWidth(widget->width()) : least.height();
+            const int height = widget->hasHeightForWidth() ? widget->heightForWidth(widget->width()) : least.height();
             line.insert(u"least"_s, onScreen(widget, {0, 0, least.width(), height}));
         }
         if (const QJsonArray items = itemsOf(widget); !items.isEmpty()) {
