@@ -6,7 +6,6 @@
 #include "ui/Hint.h"
 
 #include <QEvent>
-#include <QFontMetrics>
 
 using namespace Qt::StringLiterals;
 
@@ -49,11 +48,7 @@ QSize ScoreView::sizeHint() const
 
 int ScoreView::heightForWidth(int width) const
 {
-    // Most texts fit into a line, which is known without laying them out.
-    const QString text = m_label->text();
-    const QFontMetrics metrics(m_label->font());
-    const bool isOneLine = !text.contains(u'\n') && metrics.horizontalAdvance(text) < width;
-    return isOneLine ? metrics.height() : m_label->heightForWidth(width);
+    return m_label->heightForWidth(width);
 }
 
 bool ScoreView::event(QEvent *event)
