@@ -32,7 +32,8 @@ int widestWord(const QString &text, const QFont &font)
 {
     const QFontMetrics metrics(font);
     int widest = 0;
-    for (const QStringView word : QStringView(text).split(u' ')) {
+    const QList<QStringView> words = QStringView(text).split(u' ');
+    for (const QStringView word : words) {
         widest = std::max(widest, metrics.size(Qt::TextShowMnemonic, word.toString()).width());
     }
     return widest;
