@@ -179,7 +179,10 @@ class Dock:
                            f"to open the list with {item}")
 
     def pick(self, name, item):
-        self.click_at(*middle(self.open_list(name, item)))
+        place = self.open_list(name, item)
+        # Right after it has opened, the list takes no click where the one that opened it was.
+        self.until(lambda: not self._item("QComboBoxListView", item),
+                   lambda: self.click_at(*middle(place)), f"to pick {item}")
         self.wait_for(name, currentText=item)
 
     def press(self, title, text):

@@ -25,7 +25,7 @@ from xvfb import Xvfb
 sys.path.insert(0, str(REPOSITORY / "tests/e2e"))
 import docks    # noqa: E402: it has to be found first
 import update   # noqa: E402
-from dock import DOCK, middle   # noqa: E402
+from dock import DOCK   # noqa: E402
 from stage import Stage       # noqa: E402
 
 OUTPUT, IMAGES = REPOSITORY / "build/screenshots", REPOSITORY / "docs/images"
@@ -146,9 +146,10 @@ def account_states(sim, dock, camera):
 
 
 def live_states(sim, dock, camera):
-    place = dock.open_list("tallyforgeDevice", f"{LONG} ({ID})")
+    device = f"{LONG} ({ID})"
+    dock.open_list("tallyforgeDevice", device)
     camera.take_as_it_is("device-list")
-    dock.click_at(*middle(place))   # for after a sign-out nothing is followed by itself
+    dock.pick("tallyforgeDevice", device)   # for after a sign-out nothing is followed by itself
     sim.set(ID, SCORES)
     dock.wait_for_text("tallyforgeScore", "58 – 61   ·   4   ·   2:07")
     camera.take("live")

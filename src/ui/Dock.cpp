@@ -20,6 +20,7 @@
 #include <QPainter>
 #include <QScrollArea>
 #include <QStackedWidget>
+#include <QStyle>
 #include <QStyleOption>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -35,56 +36,41 @@ namespace {
 constexpr std::chrono::seconds relayInterval{2}; // traffic that no signal tells of
 constexpr int pageMargin = 4;                    // pixels, as in OBS's own docks
 
-// Draws the dock's background itself, without gaps: else everything from the page up to OBS's part
-// of the dock would be drawn below each new score, which costs more than the score.
-class Page final : public QWidget
-{
-public:
-    explicit Page(QWidget *dock)
-        : m_dock(dock)
-    {
-    }
-
-protected:
-    bool event(QEvent *event) override
-    {
-        const bool done = QWidget::event(event);
-        if (event->type() == QEvent::Polish || event->type() == QEvent::StyleChange) {
-            setAttribute(Qt::WA_OpaquePaintEvent); // a theme takes it away
-        }
-        return done;
-    }
-    void paintEvent(QPaintEvent *event) override
-    {
-        constexpr int border = 8; // pixels and more, of which none belongs in here
-        QPainter painter(this);
-        painter.fillRect(event->rect(), m_dock->palette().window());
-        QStyleOption option;
-        option.initFrom(m_dock);
-        option.rect = rect().adjusted(-border, -border, border, border);
-        m_dock->style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, m_dock);
-    }
-
-private:
-    QWidget *const m_dock;
-};
-
 } // namespace
 
 Dock::Dock(App &app, const char *textTemplate, const DeviceDialogs &dialogs)
     : m_app(app)
 {
     setObjectName(u"tallyforgeDock"_s);
-    setAttribute(Qt::WA_StyledBackground); // a theme gives every dock's widget a background
     frame(buildHome(textTemplate, dialogs));
     connectServices();
     refreshAll();
     refreshUpdate();
 }
 
+// What lies below, OBS's part of the dock, costs more to draw than a new score: it is spared that by
+// a background without gaps. A theme takes the attribute away with each polish.
+bool Dock::event(QEvent *event)
+{
+    const bool done = QWidget::event(event);
+    if (event->type() == QEvent::Polish || event->type() == QEvent::StyleChange) {
+        setAttribute(Qt::WA_OpaquePaintEvent);
+    }
+    return done;
+}
+
+void Dock::paintEvent(QPaintEvent *event)
+{
+    QPainter painter(this);
+    painter.fillRect(event->rect(), palette().window());
+    QStyleOption option;
+    option.initFrom(this);
+    style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
+}
+
 QWidget *Dock::buildHome(const char *textTemplate, const DeviceDialogs &dialogs)
 {
-    auto *home = new Page(this);
+    auto *home = new QWidget;
     auto *column = new QVBoxLayout(home);
     column->setContentsMargins(pageMargin, pageMargin, pageMargin, pageMargin);
     const auto add = [column](auto *widget) {

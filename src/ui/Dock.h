@@ -29,6 +29,10 @@ public:
     /// app isn't owned and must outlive the dock. textTemplate is what a new text source shows.
     Dock(App &app, const char *textTemplate, const DeviceDialogs &dialogs = {});
 
+protected:
+    bool event(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
 private:
     [[nodiscard]] QWidget *buildHome(const char *textTemplate, const DeviceDialogs &dialogs);
     void frame(QWidget *home);

@@ -128,10 +128,9 @@ def dock_scene(stage):
             obs.wait_for_status(CLOUD)
             sim.set("TF-1001", {"home_score": 41})
             for button, name in names:
-                dock.click(button)
                 title = f"Properties for '{name}'"
-                dock.press(title, "OK")
-                wait_until(lambda: not dock.window(title), what="OBS's window to close")
+                dock.until(lambda: dock.window(title), lambda: dock.click(button), title)
+                dock.until(lambda: not dock.window(title), lambda: dock.press(title, "OK"), "its end")
             items = obs.request("GetSceneItemList", sceneName="Scene")["sceneItems"]
             found = [(item["sourceName"], item["inputKind"]) for item in items]
             check(found == [("Tallyforge Score", "tallyforge_text"),
