@@ -48,8 +48,8 @@ Dock::Dock(App &app, const char *textTemplate, const DeviceDialogs &dialogs)
     refreshUpdate();
 }
 
-// What lies below, OBS's part of the dock, costs more to draw than a new score: it is spared that by
-// a background without gaps. A theme takes the attribute away with each polish.
+// What lies below, OBS's part of the dock, costs more to draw than a new score: it is spared that
+// by a background without gaps. A theme takes the attribute away with each polish.
 bool Dock::event(QEvent *event)
 {
     const bool done = QWidget::event(event);
