@@ -7,7 +7,7 @@ import threading
 import time
 
 import obs_cost
-from dock import Dock
+from dock import DOCK, Dock
 from figures import Heading, Row, median
 from obs_session import ObsSession
 
@@ -75,11 +75,11 @@ def drawn(dock):
     """How often widgets of the dock are drawn in a while."""
     def so_far():
         dock.wait_for("tallyforgeScore")
-        return {name: widget["paints"] for name, widget in dock.page().items()}
+        return sum(widget["paints"] for widget in dock.look(DOCK))
     time.sleep(SETTLE_SECONDS)
     before = so_far()
     time.sleep(SECONDS)
-    return sum(count - before.get(name, 0) for name, count in so_far().items())
+    return so_far() - before
 
 
 def rows(closed, opened, for_a_change, at_rest):
