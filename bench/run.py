@@ -116,7 +116,7 @@ def measure_all(build, folder, only):
                 build / "bench/bench-device", simulator, DEVICE),
             "the carriers of a session (about a minute)": lambda: carriers.measure(
                 build / "bench/bench-device", simulator, DEVICE, BARE_DEVICE),
-            "other programs over TCP (about 30 s)": lambda: fan_out.measure(
+            "other programs over TCP (about 100 s)": lambda: fan_out.measure(
                 build / "bench/bench-fan_out", folder),
             "the download of an update": lambda: update_download.measure(
                 build / "bench/bench-update_download", folder),
