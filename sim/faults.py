@@ -66,6 +66,19 @@ class PathFault:
                                       if value is not None}
 
 
+class Hanging:
+    """A server that leaves requests without an answer while a fault is on."""
+
+    hanging = 0   # requests that wait now
+
+    async def _hang(self, fault):
+        self.hanging += 1
+        try:
+            await fault.over.wait()
+        finally:
+            self.hanging -= 1
+
+
 class PathFaults:
     """The faults of one HTTP server, at most one for each prefix of paths."""
 

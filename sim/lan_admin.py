@@ -10,6 +10,7 @@ from collections import deque
 from urllib.parse import parse_qsl
 
 from admin import DURATIONS, Refused, Session
+from faults import Hanging
 from httpd import HttpServer, Response
 from net import first_of, log, quoted_host
 from rpc import is_compact
@@ -112,7 +113,7 @@ def _params(request, method):
     return (_pairs if method in FORMS else _object)(request.body)
 
 
-class LanFace:
+class LanFace(Hanging):
     def __init__(self, venue, faults, admin, port):
         self._venue = venue
         self._faults = faults
@@ -122,7 +123,6 @@ class LanFace:
         self._past = deque(maxlen=1000)      # cookies and tokens that were dealt, and have ended
         self._spoiled = False                # the last login's 200 was no proper answer
         self.requests = {}                   # method -> how often
-        self.hanging = 0
         self._server = HttpServer(self._device.address, port, self._handle,
                                   on_bad_request=self._violation)
         self.listener = self._server.listener
@@ -196,13 +196,6 @@ class LanFace:
             self._spoiled = kind in SPOILING
         response.cut = kind == "cut"
         return response
-
-    async def _hang(self, fault):
-        self.hanging += 1
-        try:
-            await fault.over.wait()
-        finally:
-            self.hanging -= 1
 
     async def _answer(self, request, method, params):
         try:

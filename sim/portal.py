@@ -9,6 +9,7 @@ from email.utils import formatdate
 from time import time
 from urllib.parse import unquote
 
+from faults import Hanging
 from httpd import HttpServer, Response
 from net import first_of, log
 from venue import KEPT, VERSION, now_ms, same_secret
@@ -70,13 +71,12 @@ def _cookie(value, seconds):
                           "HttpOnly; Secure; SameSite=Lax")
 
 
-class Portal:
+class Portal(Hanging):
     def __init__(self, venue, faults, host, port, tls):
         self._venue = venue
         self._faults = faults
         self.requests = 0
         self.by_path = {}
-        self.hanging = 0
         self._server = HttpServer(host, port, self._handle, tls, self._not_http)
         self.listener = self._server.listener
 
@@ -123,11 +123,7 @@ class Portal:
 
     async def _delay(self, fault):
         if fault.kind == "hang":
-            self.hanging += 1
-            try:
-                await fault.over.wait()
-            finally:
-                self.hanging -= 1
+            await self._hang(fault)
         elif fault.kind == "slow":
             await first_of(fault.over.wait(), asyncio.sleep(fault.seconds))
 

@@ -8,6 +8,7 @@ import re
 from collections import deque
 from pathlib import Path
 
+from faults import Hanging
 from httpd import HttpServer, Response
 from net import first_of
 from venue import KEPT
@@ -31,13 +32,12 @@ async def _endless():
         await asyncio.sleep(0)   # a client that reads fast must not keep others waiting
 
 
-class Updates:
+class Updates(Hanging):
     def __init__(self, venue, faults, host, port, folder, tls):
         self._venue = venue
         self._faults = faults
         self._folder = Path(folder)
         self._log = deque(maxlen=KEPT)
-        self.hanging = 0
         self._server = HttpServer(host, port, self._handle, tls, self._violation)
         self.listener = self._server.listener
 
@@ -92,13 +92,6 @@ class Updates:
         if response.pieces is not None:
             response.pieces = self._counted(response.pieces, entry)
         return response
-
-    async def _hang(self, fault):
-        self.hanging += 1
-        try:
-            await fault.over.wait()
-        finally:
-            self.hanging -= 1
 
     @staticmethod
     async def _counted(pieces, entry):
