@@ -15,21 +15,23 @@
 
 #include <cstdio>
 
+using namespace Qt::StringLiterals;
+
 int main()
 {
     using namespace tallyforge;
     // OBS loads what was built for another patch level of its API as well.
-    const QString minObs = QStringLiteral("%1.%2.0").arg(libobsApi[0]).arg(libobsApi[1]);
+    const QString minObs = u"%1.%2.0"_s.arg(libobsApi[0]).arg(libobsApi[1]);
     const ArchiveUnpacker::Limits unpacked;
     const QJsonObject facts{
-        {QStringLiteral("version"), build_config::version()},
-        {QStringLiteral("platform_key"), platform::platformKey()},
-        {QStringLiteral("binary"), platform::binaryPath()},
-        {QStringLiteral("min_obs"), minObs},
-        {QStringLiteral("manifest_url"), build_config::updateManifestUrl()},
-        {QStringLiteral("max_package_bytes"), PluginUpdater::Limits().package},
-        {QStringLiteral("max_bytes"), unpacked.bytes},
-        {QStringLiteral("max_entries"), unpacked.entries},
+        {u"version"_s, build_config::version()},
+        {u"platform_key"_s, platform::platformKey()},
+        {u"binary"_s, platform::binaryPath()},
+        {u"min_obs"_s, minObs},
+        {u"manifest_url"_s, build_config::updateManifestUrl()},
+        {u"max_package_bytes"_s, PluginUpdater::Limits().package},
+        {u"max_bytes"_s, unpacked.bytes},
+        {u"max_entries"_s, unpacked.entries},
     };
     std::puts(QJsonDocument(facts).toJson(QJsonDocument::Compact).constData());
 }

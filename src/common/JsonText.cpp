@@ -12,6 +12,8 @@
 #include <cmath>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge {
 
 namespace {
@@ -39,7 +41,7 @@ QString jsonToText(const QJsonValue &value)
     case QJsonValue::Double:
         return numberToText(value.toDouble());
     case QJsonValue::Bool:
-        return value.toBool() ? QStringLiteral("true") : QStringLiteral("false");
+        return value.toBool() ? u"true"_s : u"false"_s;
     case QJsonValue::String:
         return value.toString();
     default:

@@ -6,6 +6,8 @@
 #include <QByteArray>
 #include <QJsonDocument>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge {
 
 std::optional<HostedRequest> parseHostedRequest(const QByteArray &line)
@@ -18,7 +20,7 @@ std::optional<HostedRequest> parseHostedRequest(const QByteArray &line)
         return std::nullopt;
     }
     const QJsonObject body = document.object();
-    return HostedRequest{body.value(QLatin1String("op")).toString(), body};
+    return HostedRequest{body.value("op"_L1).toString(), body};
 }
 
 } // namespace tallyforge

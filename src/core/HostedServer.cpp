@@ -13,6 +13,8 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge {
 
 namespace {
@@ -109,7 +111,7 @@ void HostedServer::broadcast()
 
 QJsonObject HostedServer::failure(const QString &error)
 {
-    return {{QStringLiteral("ok"), false}, {QStringLiteral("error"), error}};
+    return {{u"ok"_s, false}, {u"error"_s, error}};
 }
 
 QByteArray HostedServer::snapshot() const
@@ -126,8 +128,8 @@ void HostedServer::handleLine(HostedClient *client, const QByteArray &line)
 {
     const std::optional<HostedRequest> request = parseHostedRequest(line);
     if (!request) {
-        sendJson(client, failure(QStringLiteral("invalid_json")));
-    } else if (request->op == QLatin1String("get")) {
+        sendJson(client, failure(u"invalid_json"_s));
+    } else if (request->op == "get"_L1) {
         client->send(snapshot());
     } else {
         sendJson(client, reply(*request));
@@ -137,14 +139,14 @@ void HostedServer::handleLine(HostedClient *client, const QByteArray &line)
 QJsonObject HostedServer::reply(const HostedRequest &request) const
 {
     if (!m_commandHandler) {
-        return failure(QStringLiteral("unavailable"));
+        return failure(u"unavailable"_s);
     }
     QJsonObject result = m_commandHandler(request.op, request.body);
-    const QLatin1String ok("ok");
+    const QLatin1StringView ok = "ok"_L1;
     if (!result.contains(ok)) {
         result.insert(ok, true);
     }
-    result.insert(QLatin1String("op"), request.op);
+    result.insert("op"_L1, request.op);
     return result;
 }
 

@@ -12,31 +12,30 @@
 #include <array>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge {
 
 namespace {
 
 bool isAcceptedType(const QString &type)
 {
-    return type.isEmpty() || type == QLatin1String("state") || type == QLatin1String("heartbeat") ||
-           type == QLatin1String("auth_ok");
+    return type.isEmpty() || type == "state"_L1 || type == "heartbeat"_L1 || type == "auth_ok"_L1;
 }
 
 // Bookkeeping of the envelope, never shown: the names are reserved wherever the fields stand.
 bool isReserved(const QString &name)
 {
-    static constexpr std::array names{QLatin1String("type"),         QLatin1String("seq"),
-                                      QLatin1String("ts_ms"),        QLatin1String("v"),
-                                      QLatin1String("sport"),        QLatin1String("online"),
-                                      QLatin1String("device_ts_ms"), QLatin1String("fw_version"),
-                                      QLatin1String("transport")};
+    static constexpr std::array names{
+        "type"_L1,   "seq"_L1,          "ts_ms"_L1,      "v"_L1,        "sport"_L1,
+        "online"_L1, "device_ts_ms"_L1, "fw_version"_L1, "transport"_L1};
     return std::any_of(names.begin(), names.end(),
-                       [&name](QLatin1String reserved) { return name == reserved; });
+                       [&name](QLatin1StringView reserved) { return name == reserved; });
 }
 
 QJsonObject fieldsOf(const QJsonObject &envelope)
 {
-    for (const QLatin1String key : {QLatin1String("fields"), QLatin1String("data")}) {
+    for (const QLatin1StringView key : {"fields"_L1, "data"_L1}) {
         const QJsonValue inner = envelope.value(key);
         if (inner.isObject()) {
             return inner.toObject();
@@ -54,7 +53,7 @@ LiveData::LiveData(QObject *parent)
 
 bool LiveData::ingest(const QJsonObject &envelope)
 {
-    if (envelope.isEmpty() || !isAcceptedType(envelope.value(QLatin1String("type")).toString())) {
+    if (envelope.isEmpty() || !isAcceptedType(envelope.value("type"_L1).toString())) {
         return false;
     }
     const QJsonObject fields = fieldsOf(envelope);
@@ -86,7 +85,7 @@ void LiveData::stampTime()
 
 bool LiveData::mergeSport(const QJsonObject &envelope)
 {
-    const QString sport = envelope.value(QLatin1String("sport")).toString();
+    const QString sport = envelope.value("sport"_L1).toString();
     if (sport.isEmpty() || sport == m_sport) {
         return false;
     }
@@ -158,10 +157,10 @@ QJsonObject LiveData::toJson() const
         fields.insert(field.key(), field.value());
     }
     return {
-        {QStringLiteral("sport"), m_sport},
-        {QStringLiteral("fields"), fields},
-        {QStringLiteral("source"), m_sourceLabel},
-        {QStringLiteral("updated_at"), m_updatedAt},
+        {u"sport"_s, m_sport},
+        {u"fields"_s, fields},
+        {u"source"_s, m_sourceLabel},
+        {u"updated_at"_s, m_updatedAt},
     };
 }
 

@@ -8,23 +8,25 @@
 #include <QFile>
 #include <QJsonDocument>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge {
 
 namespace {
 
-constexpr QLatin1String selectedDeviceKey("selected_device");
-constexpr QLatin1String serverEnabledKey("server_enabled");
-constexpr QLatin1String serverPortKey("server_port");
-constexpr QLatin1String serverAllowNetworkKey("server_allow_network");
-constexpr QLatin1String shareConnectionKey("share_connection");
-constexpr QLatin1String autoCheckUpdatesKey("auto_check_updates");
-constexpr QLatin1String lastUpdateCheckKey("last_update_check");
-constexpr QLatin1String lastUsbPortKey("last_usb_port");
-constexpr QLatin1String routesKey("routes");
-constexpr QLatin1String lanKey("lan");
-constexpr QLatin1String hostKey("host");
-constexpr QLatin1String tokenKey("token");
-constexpr QLatin1String nameKey("name");
+constexpr QLatin1StringView selectedDeviceKey = "selected_device"_L1;
+constexpr QLatin1StringView serverEnabledKey = "server_enabled"_L1;
+constexpr QLatin1StringView serverPortKey = "server_port"_L1;
+constexpr QLatin1StringView serverAllowNetworkKey = "server_allow_network"_L1;
+constexpr QLatin1StringView shareConnectionKey = "share_connection"_L1;
+constexpr QLatin1StringView autoCheckUpdatesKey = "auto_check_updates"_L1;
+constexpr QLatin1StringView lastUpdateCheckKey = "last_update_check"_L1;
+constexpr QLatin1StringView lastUsbPortKey = "last_usb_port"_L1;
+constexpr QLatin1StringView routesKey = "routes"_L1;
+constexpr QLatin1StringView lanKey = "lan"_L1;
+constexpr QLatin1StringView hostKey = "host"_L1;
+constexpr QLatin1StringView tokenKey = "token"_L1;
+constexpr QLatin1StringView nameKey = "name"_L1;
 
 constexpr int defaultServerPort = 9001;
 
@@ -47,13 +49,13 @@ void SettingsStore::save() const
     }
 }
 
-void SettingsStore::set(QLatin1String key, const QJsonValue &value)
+void SettingsStore::set(QLatin1StringView key, const QJsonValue &value)
 {
     m_data.insert(key, value);
     save();
 }
 
-void SettingsStore::setNested(QLatin1String key, const QString &id, const QJsonValue &value)
+void SettingsStore::setNested(QLatin1StringView key, const QString &id, const QJsonValue &value)
 {
     QJsonObject nested = m_data.value(key).toObject();
     nested.insert(id, value);
@@ -140,7 +142,7 @@ void SettingsStore::setLastUsbPort(const QString &name)
 
 QString SettingsStore::preferredRoute(const QString &id) const
 {
-    return m_data.value(routesKey).toObject().value(id).toString(QStringLiteral("cloud"));
+    return m_data.value(routesKey).toObject().value(id).toString(u"cloud"_s);
 }
 
 void SettingsStore::setPreferredRoute(const QString &id, const QString &route)

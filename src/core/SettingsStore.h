@@ -69,8 +69,8 @@ public:
     void setLanDevice(const QString &id, const LanDevice &device);
 
 private:
-    void set(QLatin1String key, const QJsonValue &value);
-    void setNested(QLatin1String key, const QString &id, const QJsonValue &value);
+    void set(QLatin1StringView key, const QJsonValue &value);
+    void setNested(QLatin1StringView key, const QString &id, const QJsonValue &value);
 
     QString m_path;
     QJsonObject m_data;

@@ -12,6 +12,8 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge {
 
 namespace {
@@ -152,11 +154,11 @@ void SourceManager::onCloudReply(const PortalResult &result)
     }
     m_failCount = 0;
     setPollInterval(m_timing.poll);
-    if (result.data.value(QLatin1String("type")).toString() == QLatin1String("pending")) {
+    if (result.data.value("type"_L1).toString() == "pending"_L1) {
         setStatus(false, tr("%1 has not sent any scoreboard data yet.").arg(m_label));
         return;
     }
-    const bool online = result.data.value(QLatin1String("online")).toBool(true);
+    const bool online = result.data.value("online"_L1).toBool(true);
     const unsigned generation = m_generation;
     m_live->ingest(result.data);
     if (generation != m_generation) {
@@ -169,7 +171,7 @@ void SourceManager::onCloudReply(const PortalResult &result)
 void SourceManager::onCloudFailure(const PortalResult &result)
 {
     ++m_failCount;
-    if (result.code == QLatin1String("device_not_found_or_not_owned")) {
+    if (result.code == "device_not_found_or_not_owned"_L1) {
         m_pollTimer.stop();
     } else if (m_failCount >= failuresUntilSlow) {
         setPollInterval(m_timing.slowPoll);

@@ -13,6 +13,8 @@
 #include <optional>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge {
 
 TlsFeed::TlsFeed(QObject *parent)
@@ -100,8 +102,7 @@ void TlsFeed::sendAuth()
 {
     m_encrypted = true;
     platform::enableKeepAlive(m_socket->socketDescriptor());
-    const QJsonObject auth{{QStringLiteral("type"), QStringLiteral("auth")},
-                           {QStringLiteral("token"), m_token}};
+    const QJsonObject auth{{u"type"_s, u"auth"_s}, {u"token"_s, m_token}};
     m_socket->write(QJsonDocument(auth).toJson(QJsonDocument::Compact) + "\r\n");
 }
 
@@ -124,10 +125,10 @@ void TlsFeed::readLines()
 
 void TlsFeed::handleMessage(const QJsonObject &message)
 {
-    const QString type = message.value(QLatin1String("type")).toString();
+    const QString type = message.value("type"_L1).toString();
     if (!m_authed) {
         handleFirstMessage(type);
-    } else if (type == QLatin1String("auth_fail")) {
+    } else if (type == "auth_fail"_L1) {
         m_lastError = tr("The device rejected the connection.");
         m_refused = true;
     } else {
@@ -138,7 +139,7 @@ void TlsFeed::handleMessage(const QJsonObject &message)
 void TlsFeed::handleFirstMessage(const QString &type)
 {
     m_attemptTimer.stop();
-    if (type == QLatin1String("auth_ok")) {
+    if (type == "auth_ok"_L1) {
         m_authed = true;
         m_backoff = m_timing.firstBackoff;
         m_lastError.clear();

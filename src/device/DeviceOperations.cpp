@@ -13,6 +13,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge {
 
 namespace {
@@ -40,16 +42,16 @@ QList<WifiNetwork> parseNetworks(const QJsonObject &result)
 {
     QList<WifiNetwork> networks;
     QSet<QString> seen;
-    const QJsonArray entries = result.value(QLatin1String("networks")).toArray();
+    const QJsonArray entries = result.value("networks"_L1).toArray();
     for (const QJsonValueConstRef value : entries) {
         const QJsonObject entry = value.toObject();
-        const QString ssid = entry.value(QLatin1String("ssid")).toString();
+        const QString ssid = entry.value("ssid"_L1).toString();
         if (ssid.isEmpty() || seen.contains(ssid)) {
             continue;
         }
         seen.insert(ssid);
-        networks.append({ssid, entry.value(QLatin1String("rssi")).toInt(),
-                         entry.value(QLatin1String("auth")).toVariant().toString()});
+        networks.append(
+            {ssid, entry.value("rssi"_L1).toInt(), entry.value("auth"_L1).toVariant().toString()});
     }
     std::stable_sort(networks.begin(), networks.end(),
                      [](const WifiNetwork &a, const WifiNetwork &b) { return a.rssi > b.rssi; });
@@ -59,15 +61,14 @@ QList<WifiNetwork> parseNetworks(const QJsonObject &result)
 WirelessLink parseWirelessLink(const QJsonObject &espnow)
 {
     const auto text = [&espnow](const char *key) {
-        return espnow.value(QLatin1String(key)).toString();
+        return espnow.value(QLatin1StringView(key)).toString();
     };
     WirelessLink link;
     link.available = !espnow.isEmpty();
     // A device that is set to transmit counts as transmitting before it has restarted into that.
-    link.transmitting =
-        text("role") == QLatin1String("tx") || text("configured_role") == QLatin1String("tx");
+    link.transmitting = text("role") == "tx"_L1 || text("configured_role") == "tx"_L1;
     link.peerMac = text("peer_mac");
-    link.paired = !link.peerMac.isEmpty() && espnow.value(QLatin1String("key_set")).toBool();
+    link.paired = !link.peerMac.isEmpty() && espnow.value("key_set"_L1).toBool();
     link.startError = text("start_error");
     return link;
 }
@@ -75,7 +76,7 @@ WirelessLink parseWirelessLink(const QJsonObject &espnow)
 QList<ControllerChoice> parseControllers(const QJsonObject &result)
 {
     QList<ControllerChoice> choices;
-    const QJsonArray entries = result.value(QLatin1String("controllers")).toArray();
+    const QJsonArray entries = result.value("controllers"_L1).toArray();
     for (const QJsonValueConstRef value : entries) {
         const ControllerChoice choice = ControllerChoice::fromJson(value.toObject());
         if (!choices.contains(choice)) {
@@ -90,21 +91,19 @@ QList<ControllerChoice> parseControllers(const QJsonObject &result)
 void DeviceSession::changePassword(const QString &current, const QString &next,
                                    const Done &callback)
 {
-    const QJsonObject params{{QStringLiteral("current_password"), current},
-                             {QStringLiteral("new_password"), next},
-                             {QStringLiteral("confirm_password"), next}};
-    m_rpc.call(QStringLiteral("changePassword"), params,
-               [this, next, callback](const RpcResult &result) {
-                   const QPointer<DeviceSession> self = this;
-                   if (result.ok) {
-                       m_password = next;
-                       m_mustChangePassword = false;
-                       becomeReady();
-                   }
-                   if (self) {
-                       finish(callback, result.ok, result.errorMessage);
-                   }
-               });
+    const QJsonObject params{
+        {u"current_password"_s, current}, {u"new_password"_s, next}, {u"confirm_password"_s, next}};
+    m_rpc.call(u"changePassword"_s, params, [this, next, callback](const RpcResult &result) {
+        const QPointer<DeviceSession> self = this;
+        if (result.ok) {
+            m_password = next;
+            m_mustChangePassword = false;
+            becomeReady();
+        }
+        if (self) {
+            finish(callback, result.ok, result.errorMessage);
+        }
+    });
 }
 
 void DeviceSession::scanWifi(const std::function<void(bool ok, const QList<WifiNetwork> &networks,
@@ -126,14 +125,13 @@ void DeviceSession::scanWifi(const std::function<void(bool ok, const QList<WifiN
                        : QString());
         });
     };
-    m_rpc.call(QStringLiteral("scanWifi"), {}, onReply, scanTimeoutMs);
+    m_rpc.call(u"scanWifi"_s, {}, onReply, scanTimeoutMs);
 }
 
 void DeviceSession::wirelessLink(const std::function<void(const WirelessLink &link)> &callback)
 {
-    m_rpc.call(QStringLiteral("getEspNow"), {}, [this, callback](const RpcResult &result) {
-        const WirelessLink link =
-            parseWirelessLink(result.result.value(QLatin1String("espnow")).toObject());
+    m_rpc.call(u"getEspNow"_s, {}, [this, callback](const RpcResult &result) {
+        const WirelessLink link = parseWirelessLink(result.result.value("espnow"_L1).toObject());
         m_wirelessActive = link.transmitting;
         finish(callback, link);
     });
@@ -143,22 +141,22 @@ void DeviceSession::enableWirelessTransmitter(
     const QString &peerMac, const QString &key, bool generateKey,
     const std::function<void(bool ok, const QString &error, const QString &key)> &callback)
 {
-    QJsonObject params{{QStringLiteral("role"), QStringLiteral("tx")}};
+    QJsonObject params{{u"role"_s, u"tx"_s}};
     if (const QString address = peerMac.trimmed(); !address.isEmpty()) {
-        params.insert(QStringLiteral("peer_mac"), address);
+        params.insert(u"peer_mac"_s, address);
     }
     if (generateKey) {
-        params.insert(QStringLiteral("generate_key"), true);
+        params.insert(u"generate_key"_s, true);
     } else if (const QString given = key.trimmed(); !given.isEmpty()) {
-        params.insert(QStringLiteral("key"), given);
+        params.insert(u"key"_s, given);
     }
-    m_rpc.call(QStringLiteral("setEspNow"), params, [this, callback](const RpcResult &result) {
+    m_rpc.call(u"setEspNow"_s, params, [this, callback](const RpcResult &result) {
         if (!result.ok) {
             finish(callback, false, result.errorMessage, QString());
             return;
         }
         m_wirelessActive = true;
-        const QString inUse = result.result.value(QLatin1String("key")).toString();
+        const QString inUse = result.result.value("key"_L1).toString();
         reboot([callback, inUse](bool ok, const QString &error) {
             finish(callback, ok, error, inUse);
         });
@@ -167,35 +165,33 @@ void DeviceSession::enableWirelessTransmitter(
 
 void DeviceSession::disableEspNowSender(const Done &callback)
 {
-    m_rpc.call(QStringLiteral("setEspNow"), {{QStringLiteral("role"), QStringLiteral("off")}},
-               [this, callback](const RpcResult &result) {
-                   if (!result.ok) {
-                       finish(callback, false, result.errorMessage);
-                       return;
-                   }
-                   m_wirelessActive = false;
-                   reboot(callback);
-               });
+    m_rpc.call(u"setEspNow"_s, {{u"role"_s, u"off"_s}}, [this, callback](const RpcResult &result) {
+        if (!result.ok) {
+            finish(callback, false, result.errorMessage);
+            return;
+        }
+        m_wirelessActive = false;
+        reboot(callback);
+    });
 }
 
 void DeviceSession::configureWifi(const QString &ssid, const QString &pass,
                                   const Progress &progress, const Done &done)
 {
-    const QJsonObject params{{QStringLiteral("ssid"), ssid}, {QStringLiteral("pass"), pass}};
-    m_rpc.call(QStringLiteral("configureWifi"), params,
-               [this, ssid, progress, done](const RpcResult &result) {
-                   if (!result.ok) {
-                       finish(done, false, result.errorMessage);
-                       return;
-                   }
-                   const QPointer<DeviceSession> self = this;
-                   if (progress) {
-                       progress(tr("Checking that the device can join %1…").arg(ssid));
-                   }
-                   if (self) {
-                       verifyWifi(ssid, 0, progress, done);
-                   }
-               });
+    const QJsonObject params{{u"ssid"_s, ssid}, {u"pass"_s, pass}};
+    m_rpc.call(u"configureWifi"_s, params, [this, ssid, progress, done](const RpcResult &result) {
+        if (!result.ok) {
+            finish(done, false, result.errorMessage);
+            return;
+        }
+        const QPointer<DeviceSession> self = this;
+        if (progress) {
+            progress(tr("Checking that the device can join %1…").arg(ssid));
+        }
+        if (self) {
+            verifyWifi(ssid, 0, progress, done);
+        }
+    });
 }
 
 void DeviceSession::verifyWifi(const QString &ssid, int attempt, const Progress &progress,
@@ -215,16 +211,16 @@ void DeviceSession::verifyWifi(const QString &ssid, int attempt, const Progress 
 void DeviceSession::judgeWifi(const QString &ssid, int attempt, const Progress &progress,
                               const Done &done)
 {
-    const QJsonObject provision = m_status.value(QLatin1String("wifi_provision")).toObject();
-    const QString state = provision.value(QLatin1String("state")).toString();
-    if (state == QLatin1String("ok")) {
+    const QJsonObject provision = m_status.value("wifi_provision"_L1).toObject();
+    const QString state = provision.value("state"_L1).toString();
+    if (state == "ok"_L1) {
         const QString address = wifiIp();
         finish(done, true,
                tr("Joined %1%2.").arg(ssid, address.isEmpty() ? address : u" (" + address + u')'));
         return;
     }
-    if (state == QLatin1String("reverted")) {
-        const QString reason = provision.value(QLatin1String("detail")).toString();
+    if (state == "reverted"_L1) {
+        const QString reason = provision.value("detail"_L1).toString();
         finish(done, false,
                tr("The device could not join %1%2. Check the password and try again.")
                    .arg(ssid, reason.isEmpty() ? reason : u": " + reason));
@@ -237,7 +233,7 @@ void DeviceSession::judgeWifi(const QString &ssid, int attempt, const Progress &
     }
     const QPointer<DeviceSession> self = this;
     if (progress) {
-        const qint64 seconds = provision.value(QLatin1String("elapsed_ms")).toInteger() / 1000;
+        const qint64 seconds = provision.value("elapsed_ms"_L1).toInteger() / 1000;
         progress(
             tr("Checking that the device can join %1… (%2 s)").arg(ssid, QString::number(seconds)));
     }
@@ -250,7 +246,7 @@ void DeviceSession::listControllers(
     const std::function<void(bool ok, const QList<ControllerChoice> &choices, const QString &error)>
         &callback)
 {
-    m_rpc.call(QStringLiteral("getControllerList"), {}, [callback](const RpcResult &result) {
+    m_rpc.call(u"getControllerList"_s, {}, [callback](const RpcResult &result) {
         finish(callback, result.ok, parseControllers(result.result), result.errorMessage);
     });
 }
@@ -258,21 +254,21 @@ void DeviceSession::listControllers(
 void DeviceSession::getControllerConfig(
     const std::function<void(bool ok, const QJsonObject &config, const QString &error)> &callback)
 {
-    m_rpc.call(QStringLiteral("getControllerConfig"), {}, [callback](const RpcResult &result) {
+    m_rpc.call(u"getControllerConfig"_s, {}, [callback](const RpcResult &result) {
         finish(callback, result.ok, result.result, result.errorMessage);
     });
 }
 
 void DeviceSession::setController(const ControllerChoice &choice, const Done &callback)
 {
-    m_rpc.call(QStringLiteral("setControllerConfig"), choice.toJson(), outcomeTo(callback));
+    m_rpc.call(u"setControllerConfig"_s, choice.toJson(), outcomeTo(callback));
 }
 
 void DeviceSession::ensureApiToken(
     const std::function<void(bool ok, const QString &token, const QString &error)> &callback)
 {
-    m_rpc.call(QStringLiteral("ensureApiToken"), {}, [callback](const RpcResult &result) {
-        finish(callback, result.ok, result.result.value(QLatin1String("token")).toString(),
+    m_rpc.call(u"ensureApiToken"_s, {}, [callback](const RpcResult &result) {
+        finish(callback, result.ok, result.result.value("token"_L1).toString(),
                result.errorMessage);
     });
 }
@@ -281,15 +277,14 @@ void DeviceSession::reboot(const Done &callback)
 {
     m_restarting = true; // so that the link's end counts as the restart
     const auto onReply = [this, callback](const RpcResult &result) {
-        const bool went = result.ok || result.errorCode == QLatin1String("timeout") ||
-                          result.errorCode == QLatin1String("disconnected");
+        const bool went =
+            result.ok || result.errorCode == "timeout"_L1 || result.errorCode == "disconnected"_L1;
         if (!went) {
             m_restarting = false;
         }
         finish(callback, went, went ? QString() : result.errorMessage);
     };
-    m_rpc.call(QStringLiteral("reboot"), {}, onReply,
-               static_cast<int>(m_timing.rebootAnswer.count()));
+    m_rpc.call(u"reboot"_s, {}, onReply, static_cast<int>(m_timing.rebootAnswer.count()));
 }
 
 } // namespace tallyforge

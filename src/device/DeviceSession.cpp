@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge {
 
 namespace {
@@ -20,11 +22,10 @@ constexpr int pollTimeoutsUntilClose = 3;
 
 bool meansWrongPassword(const QString &code)
 {
-    static constexpr std::array codes{
-        QLatin1String("unauthorized"), QLatin1String("invalid_credentials"),
-        QLatin1String("forbidden"), QLatin1String("bad_password"), QLatin1String("rate_limited")};
+    static constexpr std::array codes{"unauthorized"_L1, "invalid_credentials"_L1, "forbidden"_L1,
+                                      "bad_password"_L1, "rate_limited"_L1};
     return std::any_of(codes.begin(), codes.end(),
-                       [&code](QLatin1String known) { return code == known; });
+                       [&code](QLatin1StringView known) { return code == known; });
 }
 
 // What the device says of itself now, else what it said when the link opened.
@@ -61,7 +62,7 @@ DeviceSession::~DeviceSession()
     stop();
     // Should a callback have started it once more.
     m_link->close();
-    m_rpc.abortAll(QStringLiteral("disconnected"), tr("Disconnected"));
+    m_rpc.abortAll(u"disconnected"_s, tr("Disconnected"));
 }
 
 // The text is a copy of its own, for a slot may start the session over, which clears the members.
@@ -74,19 +75,19 @@ void DeviceSession::setState(State state,
 
 QString DeviceSession::deviceId() const
 {
-    return firstText(m_status.value(QLatin1String("device_id")).toString(),
-                     m_linkInfo.value(QLatin1String("device_id")).toString());
+    return firstText(m_status.value("device_id"_L1).toString(),
+                     m_linkInfo.value("device_id"_L1).toString());
 }
 
 QString DeviceSession::firmware() const
 {
-    return firstText(m_status.value(QLatin1String("firmware_version")).toString(),
-                     m_linkInfo.value(QLatin1String("fw")).toString());
+    return firstText(m_status.value("firmware_version"_L1).toString(),
+                     m_linkInfo.value("fw"_L1).toString());
 }
 
 QString DeviceSession::wifiIp() const
 {
-    return m_status.value(QLatin1String("wifi_sta_ip")).toString();
+    return m_status.value("wifi_sta_ip"_L1).toString();
 }
 
 // What belongs to one connection is over; the number is the next one's.
@@ -104,7 +105,7 @@ bool DeviceSession::hangUp()
     const unsigned connection = endConnection();
     const QPointer<DeviceSession> self = this;
     const auto failCalls = [&] {
-        m_rpc.abortAll(QStringLiteral("disconnected"), tr("Disconnected"));
+        m_rpc.abortAll(u"disconnected"_s, tr("Disconnected"));
         return self && connection == m_connection;
     };
     if (!failCalls()) {
@@ -173,7 +174,7 @@ void DeviceSession::stop()
 void DeviceSession::onLinkOpened(const QJsonObject &info)
 {
     m_linkInfo = info;
-    m_receiverMode = !m_viaReceiver && info.value(QLatin1String("receiver")).toBool();
+    m_receiverMode = !m_viaReceiver && info.value("receiver"_L1).toBool();
     if (m_receiverMode) {
         setState(State::Ready, {});
         return;
@@ -195,7 +196,7 @@ void DeviceSession::onLinkClosed(const QString &reason)
 {
     const unsigned connection = endConnection();
     const QPointer<DeviceSession> self = this;
-    m_rpc.abortAll(QStringLiteral("disconnected"), tr("The connection to the device was lost"));
+    m_rpc.abortAll(u"disconnected"_s, tr("The connection to the device was lost"));
     if (!self || connection != m_connection) {
         return; // a callback has deleted, stopped or restarted the session
     }
@@ -223,7 +224,7 @@ void DeviceSession::tryNextPassword()
         return;
     }
     const QString password = m_candidates.takeFirst();
-    m_rpc.call(QStringLiteral("login"), {{QStringLiteral("password"), password}},
+    m_rpc.call(u"login"_s, {{u"password"_s, password}},
                whileConnected(
                    [this, password](const RpcResult &result) { onLoginReply(password, result); }),
                m_viaReceiver ? loginViaReceiverTimeoutMs : loginTimeoutMs);
@@ -237,7 +238,7 @@ void DeviceSession::onLoginReply(const QString &password, const RpcResult &resul
         return;
     }
     if (meansWrongPassword(result.errorCode)) {
-        if (result.errorCode == QLatin1String("rate_limited")) {
+        if (result.errorCode == "rate_limited"_L1) {
             m_detail = result.errorMessage;
             m_candidates.clear();
         }
@@ -246,7 +247,7 @@ void DeviceSession::onLoginReply(const QString &password, const RpcResult &resul
     }
     // The carrier has failed, and no other password would fare better.
     m_detail =
-        m_viaReceiver && result.errorCode == QLatin1String("timeout")
+        m_viaReceiver && result.errorCode == "timeout"_L1
             ? tr("The paired device did not answer through the receiver. Check that the device is "
                  "powered, in range of the receiver and linked to it, then try again.")
             : result.errorMessage;
@@ -255,7 +256,7 @@ void DeviceSession::onLoginReply(const QString &password, const RpcResult &resul
 
 void DeviceSession::afterLogin(const RpcResult &result)
 {
-    m_mustChangePassword = result.result.value(QLatin1String("must_change_password")).toBool();
+    m_mustChangePassword = result.result.value("must_change_password"_L1).toBool();
     refreshStatus([this, connection = m_connection](bool, const QString &) {
         if (connection != m_connection) {
             return;
@@ -278,7 +279,7 @@ void DeviceSession::becomeReady()
 
 void DeviceSession::refreshStatus(const Done &callback)
 {
-    m_rpc.call(QStringLiteral("getStatus"), {}, [this, callback](const RpcResult &result) {
+    m_rpc.call(u"getStatus"_s, {}, [this, callback](const RpcResult &result) {
         const QPointer<DeviceSession> self = this;
         if (result.ok) {
             m_status = result.result;
@@ -297,7 +298,7 @@ void DeviceSession::pollOnce()
         return;
     }
     m_pollInFlight = true;
-    m_rpc.call(QStringLiteral("getState"), {},
+    m_rpc.call(u"getState"_s, {},
                whileConnected([this](const RpcResult &result) { onPollReply(result); }),
                static_cast<int>(m_timing.pollAnswer.count()));
 }
@@ -308,11 +309,10 @@ void DeviceSession::onPollReply(const RpcResult &result)
     if (result.ok) {
         m_pollTimeouts = 0;
         Q_EMIT envelope(result.result);
-    } else if (result.errorCode == QLatin1String("unauthorized") && !m_password.isEmpty()) {
+    } else if (result.errorCode == "unauthorized"_L1 && !m_password.isEmpty()) {
         m_candidates = {m_password};
         tryNextPassword();
-    } else if (result.errorCode == QLatin1String("timeout") &&
-               ++m_pollTimeouts >= pollTimeoutsUntilClose) {
+    } else if (result.errorCode == "timeout"_L1 && ++m_pollTimeouts >= pollTimeoutsUntilClose) {
         m_pollTimeouts = 0;
         m_link->close();
         onLinkClosed({}); // which a link that is closed from here doesn't say

@@ -43,10 +43,10 @@ struct ControllerChoice
     }
     [[nodiscard]] static ControllerChoice fromJson(const QJsonObject &object)
     {
-        return {object.value(QLatin1String("manufacturer")).toString(),
-                object.value(QLatin1String("model")).toString(),
-                object.value(QLatin1String("sport")).toString(),
-                object.value(QLatin1String("input_type")).toString()};
+        return {object.value(QLatin1StringView("manufacturer")).toString(),
+                object.value(QLatin1StringView("model")).toString(),
+                object.value(QLatin1StringView("sport")).toString(),
+                object.value(QLatin1StringView("input_type")).toString()};
     }
     bool operator==(const ControllerChoice &) const = default;
 };

@@ -13,6 +13,8 @@
 #include <limits>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge {
 
 namespace {
@@ -66,7 +68,7 @@ void RpcClient::pump()
             return;
         }
         if (job.callback) {
-            job.callback(failure(QStringLiteral("disconnected"), tr("Not connected to a device")));
+            job.callback(failure(u"disconnected"_s, tr("Not connected to a device")));
         }
     }
 }
@@ -76,9 +78,8 @@ void RpcClient::sendCurrent()
     m_inFlight = true;
     m_currentId = m_nextId;
     m_nextId = m_nextId == std::numeric_limits<qint32>::max() ? 1 : m_nextId + 1;
-    const QJsonObject request{{QStringLiteral("id"), m_currentId},
-                              {QStringLiteral("method"), m_current.method},
-                              {QStringLiteral("params"), m_current.params}};
+    const QJsonObject request{
+        {u"id"_s, m_currentId}, {u"method"_s, m_current.method}, {u"params"_s, m_current.params}};
     // Before sending, for a carrier may report its failure from inside send().
     m_timer.start(m_current.timeoutMs);
     m_transport->send(QJsonDocument(request).toJson(QJsonDocument::Compact));
@@ -106,12 +107,11 @@ void RpcClient::onMessage(const QByteArray &json)
     }
     const QJsonDocument document = QJsonDocument::fromJson(json);
     // Another id is that of a call that ran out of time before.
-    if (!document.isObject() || document[QLatin1String("id")].toInt(-1) != m_currentId) {
+    if (!document.isObject() || document["id"_L1].toInt(-1) != m_currentId) {
         return;
     }
     const RpcResult result = readReply(document.object());
-    if (!result.ok && result.errorCode == QLatin1String("busy") &&
-        m_current.busyRetries < maxBusyRetries) {
+    if (!result.ok && result.errorCode == "busy"_L1 && m_current.busyRetries < maxBusyRetries) {
         retryCurrent();
     } else {
         finish(result);
@@ -120,17 +120,17 @@ void RpcClient::onMessage(const QByteArray &json)
 
 RpcResult RpcClient::readReply(const QJsonObject &reply) const
 {
-    if (reply.value(QLatin1String("ok")).toBool()) {
-        const QJsonValue value = reply.value(QLatin1String("result"));
+    if (reply.value("ok"_L1).toBool()) {
+        const QJsonValue value = reply.value("result"_L1);
         if (value.isObject() || value.isUndefined()) {
             return {true, value.toObject(), {}, {}};
         }
-        return {true, QJsonObject{{QStringLiteral("value"), value}}, {}, {}};
+        return {true, QJsonObject{{u"value"_s, value}}, {}, {}};
     }
-    const QJsonObject error = reply.value(QLatin1String("error")).toObject();
-    return failure(error.value(QLatin1String("code")).toString(QStringLiteral("device_error")),
-                   error.value(QLatin1String("message"))
-                       .toString(tr("The device rejected '%1'").arg(m_current.method)));
+    const QJsonObject error = reply.value("error"_L1).toObject();
+    return failure(
+        error.value("code"_L1).toString(u"device_error"_s),
+        error.value("message"_L1).toString(tr("The device rejected '%1'").arg(m_current.method)));
 }
 
 void RpcClient::retryCurrent()
@@ -145,7 +145,7 @@ void RpcClient::retryCurrent()
 void RpcClient::onTimeout()
 {
     if (m_inFlight) {
-        finish(failure(QStringLiteral("timeout"),
+        finish(failure(u"timeout"_s,
                        tr("The device did not answer '%1' in time").arg(m_current.method)));
     }
 }

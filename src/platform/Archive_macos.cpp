@@ -3,12 +3,13 @@
 
 #include "platform/Archive.h"
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge::platform {
 
 QList<Command> unpackCommands(const QString &archive, const QString &directory)
 {
-    return {{QStringLiteral("/usr/bin/ditto"),
-             {QStringLiteral("-x"), QStringLiteral("-k"), archive, directory}}};
+    return {{u"/usr/bin/ditto"_s, {u"-x"_s, u"-k"_s, archive, directory}}};
 }
 
 } // namespace tallyforge::platform

@@ -10,6 +10,8 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge::platform {
 
 Command unpackCommand(const QString &archive, const QString &directory)
@@ -21,8 +23,8 @@ void confineUnpacker(QProcess *process, qint64 largestFile, std::chrono::seconds
 {
     // Each of these programs takes options and libraries from the environment too.
     QProcessEnvironment environment;
-    environment.insert(QStringLiteral("PATH"), QStringLiteral("/usr/bin:/bin"));
-    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
+    environment.insert(u"PATH"_s, u"/usr/bin:/bin"_s);
+    environment.insert(u"LC_ALL"_s, u"C.UTF-8"_s);
     process->setProcessEnvironment(environment);
     process->setStandardInputFile(QProcess::nullDevice());
     process->setStandardOutputFile(QProcess::nullDevice());

@@ -5,11 +5,13 @@
 
 #include <QProcess>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge::platform {
 
 QString bluetoothHelperFile()
 {
-    return QStringLiteral("tallyforge-bluetooth-helper");
+    return u"tallyforge-bluetooth-helper"_s;
 }
 
 void startBluetoothHelper(QProcess *process, const QString &helperPath, quint16 port,
@@ -22,8 +24,8 @@ void startBluetoothHelper(QProcess *process, const QString &helperPath, quint16 
     process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process->setStandardInputFile(QProcess::nullDevice());
     process->setStandardOutputFile(QProcess::nullDevice());
-    process->start(helperPath, {QStringLiteral("--port"), QString::number(port),
-                                QStringLiteral("--token"), QString::fromLatin1(token)});
+    process->start(helperPath,
+                   {u"--port"_s, QString::number(port), u"--token"_s, QString::fromLatin1(token)});
 }
 
 } // namespace tallyforge::platform

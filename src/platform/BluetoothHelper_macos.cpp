@@ -5,11 +5,13 @@
 
 #include <QProcess>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge::platform {
 
 QString bluetoothHelperFile()
 {
-    return QStringLiteral("Tallyforge Bluetooth Helper.app");
+    return u"Tallyforge Bluetooth Helper.app"_s;
 }
 
 void startBluetoothHelper(QProcess *process, const QString &helperPath, quint16 port,
@@ -17,10 +19,9 @@ void startBluetoothHelper(QProcess *process, const QString &helperPath, quint16 
 {
     // Only an application that the system has started itself may ask the user for Bluetooth. A new
     // instance, since one that ran before has another token; in the background.
-    process->start(QStringLiteral("/usr/bin/open"),
-                   {QStringLiteral("-n"), QStringLiteral("-g"), QStringLiteral("-a"), helperPath,
-                    QStringLiteral("--args"), QStringLiteral("--port"), QString::number(port),
-                    QStringLiteral("--token"), QString::fromLatin1(token)});
+    process->start(u"/usr/bin/open"_s,
+                   {u"-n"_s, u"-g"_s, u"-a"_s, helperPath, u"--args"_s, u"--port"_s,
+                    QString::number(port), u"--token"_s, QString::fromLatin1(token)});
 }
 
 } // namespace tallyforge::platform

@@ -5,16 +5,18 @@
 
 #include <QSysInfo>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge::platform {
 
 QString platformKey()
 {
-    return QStringLiteral("linux-") + QSysInfo::buildCpuArchitecture();
+    return u"linux-"_s + QSysInfo::buildCpuArchitecture();
 }
 
 QString binaryPath()
 {
-    return QStringLiteral("bin/64bit/tallyforge-obs.so");
+    return u"bin/64bit/tallyforge-obs.so"_s;
 }
 
 } // namespace tallyforge::platform

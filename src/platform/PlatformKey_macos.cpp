@@ -5,16 +5,18 @@
 
 #include <QSysInfo>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge::platform {
 
 QString platformKey()
 {
-    return QStringLiteral("macos-") + QSysInfo::buildCpuArchitecture();
+    return u"macos-"_s + QSysInfo::buildCpuArchitecture();
 }
 
 QString binaryPath()
 {
-    return QStringLiteral("Contents/MacOS/tallyforge-obs");
+    return u"Contents/MacOS/tallyforge-obs"_s;
 }
 
 } // namespace tallyforge::platform

@@ -7,6 +7,8 @@
 
 #include <QDir>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge::platform {
 
 QString pluginRoot(const QString &dataFolder)
@@ -17,7 +19,7 @@ QString pluginRoot(const QString &dataFolder)
     // <plug-ins>/tallyforge-obs/data beside the folder of the binary. A system-wide data folder,
     // …/obs/obs-plugins/tallyforge-obs, has no such name and no such neighbour.
     QDir root(QDir::cleanPath(QDir(dataFolder).absolutePath()));
-    if (root.dirName() != QLatin1String("data") || !root.cdUp() || !root.exists(binaryPath())) {
+    if (root.dirName() != "data"_L1 || !root.cdUp() || !root.exists(binaryPath())) {
         return {};
     }
     return root.absolutePath();

@@ -5,6 +5,8 @@
 
 #include <QDir>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge::platform {
 
 QString pluginRoot(const QString &dataFolder)
@@ -14,7 +16,7 @@ QString pluginRoot(const QString &dataFolder)
     }
     // <plug-ins>/tallyforge-obs.plugin/Contents/Resources
     QDir root(QDir::cleanPath(QDir(dataFolder).absolutePath()));
-    if (!root.cdUp() || !root.cdUp() || !root.dirName().endsWith(QLatin1String(".plugin"))) {
+    if (!root.cdUp() || !root.cdUp() || !root.dirName().endsWith(".plugin"_L1)) {
         return {};
     }
     return root.absolutePath();

@@ -26,6 +26,8 @@
 #include <shared_mutex>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge {
 
 namespace {
@@ -188,8 +190,8 @@ void App::onUpdaterChanged()
         m_settings.setLastUpdateCheck(QDateTime::currentSecsSinceEpoch());
         break;
     case PluginUpdater::State::Installed:
-        log::info(QStringLiteral("plugin %1 installed; takes effect on the next OBS start")
-                      .arg(m_updater.info().version));
+        log::info(u"plugin %1 installed; takes effect on the next OBS start"_s.arg(
+            m_updater.info().version));
         break;
     default:
         break;
@@ -210,7 +212,7 @@ void App::restoreSession()
 {
     m_portal.restoreSession([](const PortalResult &result) {
         if (!result.ok && result.status != 0 && result.status != 401) {
-            log::warning(QStringLiteral("could not restore sign-in: HTTP %1").arg(result.status));
+            log::warning(u"could not restore sign-in: HTTP %1"_s.arg(result.status));
         }
     });
 }
@@ -218,7 +220,7 @@ void App::restoreSession()
 // The one place in which a user who asks for help can see afterwards how the data came and went.
 void App::logStatus() const
 {
-    log::info(QStringLiteral("live data: ") + m_sources->statusText().simplified());
+    log::info(u"live data: "_s + m_sources->statusText().simplified());
 }
 
 // A device may follow the change of route to the cloud over the very cable that brought its data.
@@ -354,7 +356,7 @@ void App::selectCloudDevice(const QString &id)
 {
     m_settings.setSelectedDevice(id);
     const LanDevice device = m_settings.lanDevice(id);
-    if (m_settings.preferredRoute(id) == QLatin1String("lan") && !device.host.isEmpty() &&
+    if (m_settings.preferredRoute(id) == "lan"_L1 && !device.host.isEmpty() &&
         !device.token.isEmpty()) {
         m_sources->useLan(id, device);
     } else {
@@ -384,28 +386,28 @@ void App::applyServerSettings()
 
 QJsonObject App::handleCommand(const QString &op, const QJsonObject &request)
 {
-    if (op == QLatin1String("status")) {
+    if (op == "status"_L1) {
         return statusReply();
     }
-    if (op == QLatin1String("devices")) {
+    if (op == "devices"_L1) {
         return devicesReply();
     }
-    if (op == QLatin1String("use")) {
-        return useDevice(request.value(QLatin1String("device")).toString());
+    if (op == "use"_L1) {
+        return useDevice(request.value("device"_L1).toString());
     }
-    return HostedServer::failure(QStringLiteral("unknown_op"));
+    return HostedServer::failure(u"unknown_op"_s);
 }
 
 QJsonObject App::statusReply() const
 {
     return {
-        {QStringLiteral("signed_in"), m_portal.signedIn()},
-        {QStringLiteral("account"), m_portal.signedIn() ? m_portal.email() : QString()},
-        {QStringLiteral("source"), m_sources->label()},
-        {QStringLiteral("device"), m_sources->deviceId()},
-        {QStringLiteral("live"), m_sources->isLive()},
-        {QStringLiteral("message"), m_sources->statusText()},
-        {QStringLiteral("sport"), m_live.sport()},
+        {u"signed_in"_s, m_portal.signedIn()},
+        {u"account"_s, m_portal.signedIn() ? m_portal.email() : QString()},
+        {u"source"_s, m_sources->label()},
+        {u"device"_s, m_sources->deviceId()},
+        {u"live"_s, m_sources->isLive()},
+        {u"message"_s, m_sources->statusText()},
+        {u"sport"_s, m_live.sport()},
     };
 }
 
@@ -413,19 +415,18 @@ QJsonObject App::devicesReply() const
 {
     QJsonArray devices;
     for (const PortalDevice &device : m_devices) {
-        devices.append(QJsonObject{{QStringLiteral("id"), device.deviceId},
-                                   {QStringLiteral("name"), device.displayName()}});
+        devices.append(QJsonObject{{u"id"_s, device.deviceId}, {u"name"_s, device.displayName()}});
     }
-    return {{QStringLiteral("devices"), devices}};
+    return {{u"devices"_s, devices}};
 }
 
 QJsonObject App::useDevice(const QString &id)
 {
     if (!hasDevice(id)) {
-        return HostedServer::failure(QStringLiteral("unknown_device"));
+        return HostedServer::failure(u"unknown_device"_s);
     }
     selectCloudDevice(id);
-    return {{QStringLiteral("device"), id}};
+    return {{u"device"_s, id}};
 }
 
 bool App::keepUsbRelay(DeviceSession *session)

@@ -21,6 +21,8 @@
 
 #include <dlfcn.h>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 obs_module_t *obs_module_pointer = nullptr;
@@ -34,16 +36,16 @@ void registerBundledQtPlugins()
     Dl_info self{};
     if (dladdr(reinterpret_cast<const void *>(&registerBundledQtPlugins), &self) == 0 ||
         self.dli_fname == nullptr || *self.dli_fname == '\0') {
-        log::warning(QStringLiteral("could not locate the plugin bundle; HTTPS may fail"));
+        log::warning(u"could not locate the plugin bundle; HTTPS may fail"_s);
         return;
     }
     const QDir folder = QFileInfo(QFile::decodeName(self.dli_fname)).absoluteDir();
-    const QString resources = QDir::cleanPath(folder.filePath(QStringLiteral("../Resources")));
+    const QString resources = QDir::cleanPath(folder.filePath(u"../Resources"_s));
     if (QFileInfo::exists(resources)) {
         QCoreApplication::addLibraryPath(resources);
     }
-    log::info(QStringLiteral("Qt TLS backend available: %1")
-                  .arg(QSslSocket::supportsSsl() ? QStringLiteral("yes") : QStringLiteral("no")));
+    log::info(
+        u"Qt TLS backend available: %1"_s.arg(QSslSocket::supportsSsl() ? u"yes"_s : u"no"_s));
 }
 
 // Empty when this install has none.
@@ -60,7 +62,7 @@ void loadTranslation()
 {
     const QString data = QString::fromUtf8(obs_get_module_data_path(obs_module_pointer));
     translation = tallyforge::installTranslation(QString::fromUtf8(obs_get_locale()),
-                                                 data + QStringLiteral("/translations"))
+                                                 data + u"/translations"_s)
                       .release();
 }
 
@@ -103,7 +105,7 @@ MODULE_EXPORT const char *obs_module_description(void)
 bool obs_module_load(void)
 {
     using namespace tallyforge;
-    log::info(QStringLiteral("loading plugin %1").arg(build_config::version()));
+    log::info(u"loading plugin %1"_s.arg(build_config::version()));
     registerBundledQtPlugins();
     loadTranslation();
     App::init();
@@ -122,5 +124,5 @@ void obs_module_unload(void)
     App::shutdown();
     delete translation;
     translation = nullptr;
-    log::info(QStringLiteral("plugin unloaded"));
+    log::info(u"plugin unloaded"_s);
 }

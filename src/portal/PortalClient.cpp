@@ -11,6 +11,8 @@
 #include <QNetworkRequest>
 #include <QUrl>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge {
 
 namespace {
@@ -23,10 +25,10 @@ bool isSuccess(int status)
 // A failure's body is {"detail":{"error":code}}, {"detail":sentence} or {"error":code}.
 QString readFailure(const QJsonObject &data, QString *code)
 {
-    const QJsonValue detail = data.value(QLatin1String("detail"));
-    *code = detail.toObject().value(QLatin1String("error")).toString();
+    const QJsonValue detail = data.value("detail"_L1);
+    *code = detail.toObject().value("error"_L1).toString();
     if (code->isEmpty()) {
-        *code = data.value(QLatin1String("error")).toString();
+        *code = data.value("error"_L1).toString();
     }
     return detail.toString();
 }
@@ -93,13 +95,13 @@ QNetworkReply *PortalClient::send(const QString &verb, const QString &path, cons
     request.setRawHeader("User-Agent", "Tallyforge-OBS/" + build_config::version().toUtf8());
     request.setTransferTimeout(m_timing.transfer);
 
-    if (verb == QLatin1String("GET")) {
+    if (verb == "GET"_L1) {
         return m_network.get(request);
     }
-    if (verb == QLatin1String("POST")) {
+    if (verb == "POST"_L1) {
         return m_network.post(request, body);
     }
-    if (verb == QLatin1String("PUT")) {
+    if (verb == "PUT"_L1) {
         return m_network.put(request, body);
     }
     return m_network.sendCustomRequest(request, verb.toUtf8(), body);
@@ -119,7 +121,7 @@ void PortalClient::finishRequest(QNetworkReply *reply, const Callback &callback,
 
 QString PortalClient::friendly(int status, const QString &code, const QString &detail)
 {
-    const auto codeIs = [&code](const char *word) { return code == QLatin1String(word); };
+    const auto codeIs = [&code](const char *word) { return code == QLatin1StringView(word); };
     if (codeIs("invalid_credentials")) {
         return tr("That email and password did not match. Check them and try again.");
     }
@@ -153,12 +155,11 @@ QString PortalClient::friendly(int status, const QString &code, const QString &d
 
 void PortalClient::signIn(const QString &email, const QString &password, const Callback &callback)
 {
-    const QJsonObject body{{QStringLiteral("email"), email.trimmed()},
-                           {QStringLiteral("password"), password}};
+    const QJsonObject body{{u"email"_s, email.trimmed()}, {u"password"_s, password}};
     request(
-        QStringLiteral("POST"), QStringLiteral("/auth/login"), &body,
+        u"POST"_s, u"/auth/login"_s, &body,
         [this, callback](const PortalResult &result) {
-            if (result.ok && !result.data.value(QLatin1String("totp_required")).toBool()) {
+            if (result.ok && !result.data.value("totp_required"_L1).toBool()) {
                 finishSignIn(result);
             }
             if (callback) {
@@ -171,10 +172,9 @@ void PortalClient::signIn(const QString &email, const QString &password, const C
 void PortalClient::signInWithCode(const QString &challengeId, const QString &code,
                                   const Callback &callback)
 {
-    const QJsonObject body{{QStringLiteral("challenge_id"), challengeId},
-                           {QStringLiteral("code"), code.trimmed()}};
+    const QJsonObject body{{u"challenge_id"_s, challengeId}, {u"code"_s, code.trimmed()}};
     request(
-        QStringLiteral("POST"), QStringLiteral("/auth/login/totp"), &body,
+        u"POST"_s, u"/auth/login/totp"_s, &body,
         [this, callback](const PortalResult &result) {
             if (result.ok) {
                 finishSignIn(result);
@@ -189,7 +189,7 @@ void PortalClient::signInWithCode(const QString &challengeId, const QString &cod
 void PortalClient::restoreSession(const Callback &callback)
 {
     request(
-        QStringLiteral("GET"), QStringLiteral("/auth/me"), nullptr,
+        u"GET"_s, u"/auth/me"_s, nullptr,
         [this, callback](const PortalResult &result) {
             if (result.ok) {
                 finishSignIn(result);
@@ -205,16 +205,16 @@ void PortalClient::restoreSession(const Callback &callback)
 
 void PortalClient::finishSignIn(const PortalResult &result)
 {
-    const QJsonObject user = result.data.value(QLatin1String("user")).toObject();
-    m_email = user.value(QLatin1String("email")).toString();
-    m_role = user.value(QLatin1String("role")).toString();
+    const QJsonObject user = result.data.value("user"_L1).toObject();
+    m_email = user.value("email"_L1).toString();
+    m_role = user.value("role"_L1).toString();
     setSignedIn(true);
     m_jar->save();
 }
 
 void PortalClient::signOut()
 {
-    request(QStringLiteral("POST"), QStringLiteral("/auth/logout"), nullptr, {}, false);
+    request(u"POST"_s, u"/auth/logout"_s, nullptr, {}, false);
     m_jar->wipe();
     m_email.clear();
     m_role.clear();

@@ -29,7 +29,7 @@ struct PortalDevice
     /// "nickname (id)", or the id alone when there is no nickname.
     [[nodiscard]] QString displayName() const
     {
-        return nickname.isEmpty() ? deviceId : nickname + QLatin1String(" (") + deviceId + u')';
+        return nickname.isEmpty() ? deviceId : nickname + QLatin1StringView(" (") + deviceId + u')';
     }
 };
 

@@ -18,6 +18,8 @@
 #include <memory>
 #include <optional>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge {
 
 namespace {
@@ -290,7 +292,7 @@ GraphicsSource::~GraphicsSource()
 void *GraphicsSource::create(obs_data_t *settings, obs_source_t *owner)
 {
     if (obs_get_source_output_flags(innerKind) == 0) {
-        log::error(QStringLiteral("this OBS has no browser source, so graphics cannot be shown"));
+        log::error(u"this OBS has no browser source, so graphics cannot be shown"_s);
         return nullptr;
     }
     auto *source = new GraphicsSource(owner);

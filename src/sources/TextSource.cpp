@@ -17,6 +17,8 @@
 #include <atomic>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge {
 
 namespace {
@@ -104,7 +106,7 @@ void setDefaults(obs_data_t *settings)
 
 QString valueOf(const LiveData &live, const QString &name)
 {
-    return name == QLatin1String("sport") ? live.sport() : live.value(name);
+    return name == "sport"_L1 ? live.sport() : live.value(name);
 }
 
 QString expandWithLiveData(const QString &text)
@@ -119,10 +121,9 @@ QString expandWithLiveData(const QString &text)
 QString hintText()
 {
     QString names;
-    App::readLive(
-        [&names](const LiveData &live) { names = live.fieldNames().join(QLatin1String(", ")); });
+    App::readLive([&names](const LiveData &live) { names = live.fieldNames().join(", "_L1); });
     if (names.isEmpty()) {
-        names = QStringLiteral("home_score, away_score, clock, period …");
+        names = u"home_score, away_score, clock, period …"_s;
     }
     return QString::fromUtf8(obs_module_text("TextTemplateHint")).arg(names);
 }
@@ -158,7 +159,7 @@ void *TextSource::create(obs_data_t *settings, obs_source_t *)
 {
     const char *kind = availableInnerKind();
     if (kind == nullptr) {
-        log::error(QStringLiteral("no OBS text source is available on this system"));
+        log::error(u"no OBS text source is available on this system"_s);
         return nullptr;
     }
     auto *source = new TextSource(kind);

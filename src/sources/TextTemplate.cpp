@@ -5,12 +5,14 @@
 
 #include <QRegularExpression>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge {
 
 QString expandTemplate(const QString &text,
                        const std::function<QString(const QString &name)> &valueOf)
 {
-    static const QRegularExpression placeholder(QStringLiteral("\\{([A-Za-z0-9_]+)\\}"));
+    static const QRegularExpression placeholder(u"\\{([A-Za-z0-9_]+)\\}"_s);
     QString result;
     qsizetype position = 0;
     for (const QRegularExpressionMatch &match : placeholder.globalMatch(text)) {

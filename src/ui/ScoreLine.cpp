@@ -5,7 +5,7 @@
 
 #include "core/LiveData.h"
 
-#include <QLatin1String>
+#include <QLatin1StringView>
 #include <QStringList>
 
 #include <array>
@@ -38,7 +38,7 @@ QString scoreLine(const LiveData &live)
     if (!home.isEmpty() || !away.isEmpty()) {
         pieces.append(orZero(home) + u" – "_s + orZero(away));
     }
-    for (const QLatin1String field : timeFields) {
+    for (const QLatin1StringView field : timeFields) {
         if (const QString value = live.value(field); !value.isEmpty()) {
             pieces.append(value);
         }

@@ -14,6 +14,8 @@
 
 #include <tuple>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge {
 
 namespace {
@@ -22,7 +24,7 @@ using platform::Exchange;
 
 QString newBundlePath(const QString &target)
 {
-    return besideBundle(target, QLatin1StringView("new"));
+    return besideBundle(target, "new"_L1);
 }
 
 // Nothing depends on an old version beside a new one that is in place, so keeping it may fail, and

@@ -8,13 +8,15 @@
 #include <QNetworkReply>
 #include <QUrl>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge {
 
 QNetworkRequest updateRequest(const QString &url, const UpdateConfig &config,
                               std::chrono::milliseconds silence)
 {
     QNetworkRequest request{QUrl(url)};
-    const QString agent = QStringLiteral("Tallyforge-OBS/%1 (%2)");
+    const QString agent = u"Tallyforge-OBS/%1 (%2)"_s;
     request.setRawHeader("User-Agent",
                          agent.arg(config.currentVersion, config.platformKey).toUtf8());
     // Bytes are counted, bounded and summed up as they are sent: not after they were inflated.

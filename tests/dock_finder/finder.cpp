@@ -137,7 +137,7 @@ private:
     {
         QJsonObject line{
             {u"name"_s, widget->objectName()},
-            {u"class"_s, QLatin1String(widget->metaObject()->className())},
+            {u"class"_s, QLatin1StringView(widget->metaObject()->className())},
             {u"window"_s, widget->window()->windowTitle()},
             {u"window_id"_s, qint64(widget->window()->effectiveWinId())},
             {u"rect"_s, onScreen(widget, widget->rect())},
@@ -157,7 +157,7 @@ private:
         for (const char *name : {"text", "title", "currentText", "placeholderText", "accessibleName", "toolTip",
                                  "checked", "value", "focusPolicy", "layoutDirection"}) {
             if (const QVariant value = widget->property(name); value.isValid()) {
-                line.insert(QLatin1String(name), QJsonValue::fromVariant(value));
+                line.insert(QLatin1StringView(name), QJsonValue::fromVariant(value));
             }
         }
         return line;

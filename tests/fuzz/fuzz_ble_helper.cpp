@@ -11,6 +11,8 @@
 
 #include <cstdlib>
 
+using namespace Qt::StringLiterals;
+
 using namespace tallyforge;
 
 namespace {
@@ -49,11 +51,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     require(objects == objectsIn(stream, 1 + data[0] % 64));
     for (const QJsonObject &object : objects) {
         require(jsonLine(object).count('\n') == 1);
-        require(bleProvesToken(object, token) == (object.value(QStringLiteral("hello")) == QString::fromLatin1(token)));
+        require(bleProvesToken(object, token) == (object.value(u"hello"_s) == QString::fromLatin1(token)));
         require(!bleProvesToken(object, {}));
         const BleReply reply = bleReply(object);
         require(reply.ok ? reply.code.isEmpty() && reply.message.isEmpty() : reply.result.isEmpty());
-        if (const std::optional<QByteArray> bytes = base64Bytes(object.value(QStringLiteral("b64")))) {
+        if (const std::optional<QByteArray> bytes = base64Bytes(object.value(u"b64"_s))) {
             require(bytes->size() <= stream.size());
         }
         require(bleDevices(object).size() <= stream.size());

@@ -9,6 +9,8 @@
 
 #include <cstdlib>
 
+using namespace Qt::StringLiterals;
+
 using namespace tallyforge;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
@@ -20,7 +22,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
             std::abort();
         }
     }
-    for (const GraphicsOutput &output : PortalClient::parseOutputs(body, QStringLiteral("https://p"))) {
+    for (const GraphicsOutput &output : PortalClient::parseOutputs(body, u"https://p"_s)) {
         if (output.id.isEmpty() || output.name.isEmpty() || output.shareToken.isEmpty()) {
             std::abort();
         }

@@ -20,6 +20,8 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 using namespace tallyforge;
 using namespace tallyforge::fuzz;
 using namespace std::chrono_literals;
@@ -252,7 +254,7 @@ private:
                             });
     }
 
-    std::unique_ptr<UsbLink> m_link = std::make_unique<UsbLink>(QStringLiteral("port"));
+    std::unique_ptr<UsbLink> m_link = std::make_unique<UsbLink>(u"port"_s);
     int m_inTunnel = 0;       // slots of the one signal in which the link mustn't be deleted
     bool m_hasOpened = false; // since open(), as the next two
     bool m_hasClosed = false;

@@ -71,7 +71,7 @@ public:
     }
     [[nodiscard]] static QByteArray okLine(const QJsonObject &op, const QJsonObject &result = {})
     {
-        return line({{QStringLiteral("reqId"), op.value(QLatin1String("reqId"))},
+        return line({{QStringLiteral("reqId"), op.value(QLatin1StringView("reqId"))},
                      {QStringLiteral("ok"), true},
                      {QStringLiteral("result"), result}});
     }
@@ -82,7 +82,7 @@ public:
     }
     void fail(const QJsonObject &op, const QString &code, const QString &message) const
     {
-        send(line({{QStringLiteral("reqId"), op.value(QLatin1String("reqId"))},
+        send(line({{QStringLiteral("reqId"), op.value(QLatin1StringView("reqId"))},
                    {QStringLiteral("error"),
                     QJsonObject{{QStringLiteral("code"), code}, {QStringLiteral("message"), message}}}}));
     }
@@ -97,17 +97,17 @@ public:
     /// What a healthy helper does.
     void answer(const QJsonObject &op)
     {
-        const QString name = op.value(QLatin1String("op")).toString();
-        if (name == QLatin1String("connect")) {
+        const QString name = op.value(QLatin1StringView("op")).toString();
+        if (name == QLatin1StringView("connect")) {
             send(okLine(op, {{QStringLiteral("writePayload"), writePayload}}));
-        } else if (name == QLatin1String("scan")) {
+        } else if (name == QLatin1StringView("scan")) {
             send(okLine(op, scanResult));
-        } else if (name == QLatin1String("quit")) {
+        } else if (name == QLatin1StringView("quit")) {
             socket->close();
         } else {
             send(okLine(op));
         }
-        if (name == QLatin1String("write") && onRequest) {
+        if (name == QLatin1StringView("write") && onRequest) {
             const QList<QByteArray> requests = m_requests.feed(bytesOf(op));
             for (const QByteArray &request : requests) {
                 onRequest(QJsonDocument::fromJson(request).object());
@@ -116,14 +116,14 @@ public:
     }
     [[nodiscard]] static QByteArray bytesOf(const QJsonObject &write)
     {
-        return QByteArray::fromBase64(write.value(QLatin1String("b64")).toString().toLatin1());
+        return QByteArray::fromBase64(write.value(QLatin1StringView("b64")).toString().toLatin1());
     }
     /// The names of all operations that have come, for example "start connect".
     [[nodiscard]] QString asked() const
     {
         QStringList names;
         for (const QJsonObject &op : ops) {
-            names.append(op.value(QLatin1String("op")).toString());
+            names.append(op.value(QLatin1StringView("op")).toString());
         }
         return names.join(u' ');
     }

@@ -31,7 +31,7 @@ public:
     void answer(QJsonObject reply, qsizetype request = -1)
     {
         const QJsonObject &asked = request < 0 ? sent.constLast() : sent.at(request);
-        reply.insert(QStringLiteral("id"), asked.value(QLatin1String("id")));
+        reply.insert(QStringLiteral("id"), asked.value(QLatin1StringView("id")));
         Q_EMIT message(QJsonDocument(reply).toJson(QJsonDocument::Compact));
     }
 

@@ -7,6 +7,8 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge::test {
 
 HttpStub::HttpStub()
@@ -20,7 +22,7 @@ HttpStub::HttpStub()
 
 QString HttpStub::url() const
 {
-    return QStringLiteral("http://127.0.0.1:%1").arg(serverPort());
+    return u"http://127.0.0.1:%1"_s.arg(serverPort());
 }
 
 QList<QByteArray> HttpStub::asked() const

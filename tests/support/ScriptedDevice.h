@@ -33,11 +33,11 @@ public:
     /// From the carrier: a request, and the way for its reply, which lacks the id only.
     void take(const QJsonObject &request, const Reply &reply)
     {
-        const QString method = request.value(QLatin1String("method")).toString();
-        if (method == QLatin1String("getState")) {
+        const QString method = request.value(QLatin1StringView("method")).toString();
+        if (method == QLatin1StringView("getState")) {
             ++polls;
         } else {
-            const QJsonObject params = request.value(QLatin1String("params")).toObject();
+            const QJsonObject params = request.value(QLatin1StringView("params")).toObject();
             requests.append(method + QString::fromUtf8(QJsonDocument(params).toJson(QJsonDocument::Compact)));
         }
         QByteArrayList &answers = script[method];

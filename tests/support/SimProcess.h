@@ -38,7 +38,7 @@ public:
     /// A control request: with a body it is a POST. The event loop runs meanwhile.
     QJsonObject call(const QString &path, const QJsonObject &body = {})
     {
-        QNetworkRequest request(QUrl(ready.value(QLatin1String("control")).toString() + path));
+        QNetworkRequest request(QUrl(ready.value(QLatin1StringView("control")).toString() + path));
         request.setHeader(QNetworkRequest::ContentTypeHeader, QStringLiteral("application/json"));
         const std::unique_ptr<QNetworkReply> reply(
             body.isEmpty() ? m_network.get(request)

@@ -528,7 +528,7 @@ private Q_SLOTS:
         openSignedIn();
         App::get()->live().ingest({{u"home_score"_s, QString(100, u'8')}});
         for (const char *hidden : {"UseLan", "Relays", "StopRelays", "SignIn", "Code", "UpdateBanner"}) {
-            find(QLatin1String(hidden))->show();
+            find(QLatin1StringView(hidden))->show();
         }
         m_dock->resize(width, 600);
         m_dock->show();

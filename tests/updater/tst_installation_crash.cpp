@@ -19,6 +19,7 @@
 
 using namespace tallyforge;
 using namespace tallyforge::test;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -93,7 +94,7 @@ private Q_SLOTS:
         for (End end = End::Killed; end == End::Killed;) {
             bundle.reset();
             if (isByFile(way)) { // what an earlier update has left is not what to go back to
-                writeTree(bundle.target, {{bundle.binary + QStringLiteral(".old"), "older"}});
+                writeTree(bundle.target, {{bundle.binary + u".old"_s, "older"}});
             }
             end = killAtCall(foundOld + foundNew + foundNothing, [&] { return install(bundle, way); });
             QVERIFY(end != End::Failed);

@@ -17,6 +17,8 @@
 #include <algorithm>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge {
 
 namespace {
@@ -31,7 +33,7 @@ BleReply failure(const QString &code, const QString &message)
 
 BleReply unavailable(const QString &message)
 {
-    return failure(QStringLiteral("bluetooth_unavailable"), message);
+    return failure(u"bluetooth_unavailable"_s, message);
 }
 
 QByteArray newToken()
@@ -176,7 +178,7 @@ void BleBridge::onObject(BleHelperSocket *from, const QJsonObject &object)
 {
     if (from != m_helper) {
         greet(from, object);
-    } else if (object.contains(QLatin1String("ev"))) {
+    } else if (object.contains("ev"_L1)) {
         handleEvent(object);
     } else {
         handleReply(object);
@@ -211,24 +213,24 @@ void BleBridge::onSocketEnded(BleHelperSocket *socket)
     m_started = false;
     failAll(stopped());
     if (!m_shutDown) {
-        Q_EMIT helperStopped(QStringLiteral("stopped"));
+        Q_EMIT helperStopped(u"stopped"_s);
     }
 }
 
 void BleBridge::handleReply(const QJsonObject &line)
 {
-    finish(line.value(QLatin1String("reqId")).toInt(-1), bleReply(line));
+    finish(line.value("reqId"_L1).toInt(-1), bleReply(line));
 }
 
 void BleBridge::handleEvent(const QJsonObject &line)
 {
-    const QString event = line.value(QLatin1String("ev")).toString();
-    if (event == QLatin1String("data")) {
-        if (const auto bytes = base64Bytes(line.value(QLatin1String("b64")))) {
+    const QString event = line.value("ev"_L1).toString();
+    if (event == "data"_L1) {
+        if (const auto bytes = base64Bytes(line.value("b64"_L1))) {
             Q_EMIT dataReceived(*bytes);
         }
-    } else if (event == QLatin1String("disconnected")) {
-        Q_EMIT disconnected(line.value(QLatin1String("reason")).toString());
+    } else if (event == "disconnected"_L1) {
+        Q_EMIT disconnected(line.value("reason"_L1).toString());
     }
 }
 
@@ -255,8 +257,8 @@ void BleBridge::send(const QString &op, const QJsonObject &params, const ReplyCa
     const int id = m_nextId++;
     m_pending.insert(id, {callback, startTimer(timeout)});
     QJsonObject line = params;
-    line.insert(QStringLiteral("reqId"), id);
-    line.insert(QStringLiteral("op"), op);
+    line.insert(u"reqId"_s, id);
+    line.insert(u"op"_s, op);
     m_helper->send(line);
 }
 
@@ -265,8 +267,7 @@ void BleBridge::timerEvent(QTimerEvent *event)
     const auto late = std::ranges::find_if(
         m_pending, [event](const Pending &pending) { return pending.timer == event->timerId(); });
     if (late != m_pending.end()) {
-        finish(late.key(),
-               failure(QStringLiteral("timeout"), tr("Bluetooth did not respond in time.")));
+        finish(late.key(), failure(u"timeout"_s, tr("Bluetooth did not respond in time.")));
     }
 }
 
@@ -305,7 +306,7 @@ void BleBridge::start(const ReplyCallback &callback)
         return;
     }
     request(
-        QStringLiteral("start"), {},
+        u"start"_s, {},
         [this, callback](const BleReply &reply) {
             m_started = m_started || reply.ok;
             callback(reply);
@@ -316,16 +317,15 @@ void BleBridge::start(const ReplyCallback &callback)
 void BleBridge::scan(std::chrono::milliseconds duration, const ScanCallback &callback)
 {
     const auto deliver = [callback](const BleReply &reply) {
-        callback(reply.ok, bleDevices(reply.result),
-                 reply.result.value(QLatin1String("seen")).toInt(), reply.code, reply.message);
+        callback(reply.ok, bleDevices(reply.result), reply.result.value("seen"_L1).toInt(),
+                 reply.code, reply.message);
     };
     start([this, duration, deliver](const BleReply &reply) {
         if (!reply.ok) {
             deliver(reply);
             return;
         }
-        request(QStringLiteral("scan"),
-                {{QStringLiteral("ms"), static_cast<qint64>(duration.count())}}, deliver,
+        request(u"scan"_s, {{u"ms"_s, static_cast<qint64>(duration.count())}}, deliver,
                 duration + m_timing.scanExtra);
     });
 }
@@ -343,8 +343,7 @@ void BleBridge::shutdown()
         stranger->close();
     }
     if (BleHelperSocket *const helper = std::exchange(m_helper, nullptr)) {
-        helper->send(
-            {{QStringLiteral("op"), QStringLiteral("quit")}, {QStringLiteral("reqId"), 0}});
+        helper->send({{u"op"_s, u"quit"_s}, {u"reqId"_s, 0}});
         helper->close();
     } else {
         retireProcess(); // one that has not come yet

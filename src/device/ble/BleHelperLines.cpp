@@ -7,6 +7,8 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge {
 
 namespace {
@@ -30,7 +32,7 @@ std::optional<QJsonObject> BleHelperLines::take()
 
 bool bleProvesToken(const QJsonObject &hello, const QByteArray &token)
 {
-    const QByteArray given = hello.value(QLatin1String("hello")).toString().toUtf8();
+    const QByteArray given = hello.value("hello"_L1).toString().toUtf8();
     if (token.isEmpty() || given.size() != token.size()) {
         return false;
     }
@@ -44,27 +46,26 @@ bool bleProvesToken(const QJsonObject &hello, const QByteArray &token)
 BleReply bleReply(const QJsonObject &line)
 {
     BleReply reply;
-    reply.ok = line.value(QLatin1String("ok")).toBool();
+    reply.ok = line.value("ok"_L1).toBool();
     if (reply.ok) {
-        reply.result = line.value(QLatin1String("result")).toObject();
+        reply.result = line.value("result"_L1).toObject();
         return reply;
     }
-    const QJsonObject error = line.value(QLatin1String("error")).toObject();
-    reply.code = error.value(QLatin1String("code")).toString(QStringLiteral("ble_error"));
-    reply.message = error.value(QLatin1String("message")).toString(Texts::tr("Bluetooth error"));
+    const QJsonObject error = line.value("error"_L1).toObject();
+    reply.code = error.value("code"_L1).toString(u"ble_error"_s);
+    reply.message = error.value("message"_L1).toString(Texts::tr("Bluetooth error"));
     return reply;
 }
 
 QList<BleDeviceInfo> bleDevices(const QJsonObject &result)
 {
-    const QJsonArray listed = result.value(QLatin1String("devices")).toArray();
+    const QJsonArray listed = result.value("devices"_L1).toArray();
     QList<BleDeviceInfo> devices;
     devices.reserve(listed.size());
     for (const QJsonValueConstRef entry : listed) {
         const QJsonObject device = entry.toObject();
-        devices.append({device.value(QLatin1String("id")).toString(),
-                        device.value(QLatin1String("name")).toString(),
-                        device.value(QLatin1String("rssi")).toInt()});
+        devices.append({device.value("id"_L1).toString(), device.value("name"_L1).toString(),
+                        device.value("rssi"_L1).toInt()});
     }
     return devices;
 }

@@ -7,6 +7,8 @@
 
 #include <QPointer>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge {
 
 BleLink::BleLink(const QString &id, const QString &label, QObject *parent)
@@ -59,7 +61,7 @@ void BleLink::open()
 void BleLink::connectDevice()
 {
     m_bridge->request(
-        QStringLiteral("connect"), {{QStringLiteral("id"), m_id}},
+        u"connect"_s, {{u"id"_s, m_id}},
         [self = QPointer<BleLink>(this), generation = m_generation](const BleReply &reply) {
             if (self && self->m_generation == generation) {
                 self->onConnected(reply);
@@ -75,7 +77,7 @@ void BleLink::onConnected(const BleReply &reply)
         return;
     }
     m_connected = true;
-    m_transport.start(reply.result.value(QLatin1String("writePayload")).toInt(20));
+    m_transport.start(reply.result.value("writePayload"_L1).toInt(20));
     Q_EMIT opened({});
 }
 
@@ -88,7 +90,7 @@ void BleLink::close()
     m_connected = false;
     m_transport.stop();
     if (m_bridge->isReady()) { // a helper that has gone has disconnected
-        m_bridge->request(QStringLiteral("disconnect"), {}, {}, m_timing.disconnect);
+        m_bridge->request(u"disconnect"_s, {}, {}, m_timing.disconnect);
     }
 }
 

@@ -7,6 +7,8 @@
 
 #include <QPointer>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge {
 
 namespace {
@@ -23,7 +25,7 @@ BleTransport::BleTransport(BleBridge *bridge, std::chrono::milliseconds writeLim
     , m_writePayload(leastPayload)
 {
     m_assembler.onTruncated = [this](const QString &message) {
-        Q_EMIT sendFailed(QStringLiteral("truncated"), message);
+        Q_EMIT sendFailed(u"truncated"_s, message);
     };
 }
 
@@ -55,14 +57,13 @@ void BleTransport::deliver(const QByteArray &bytes)
 void BleTransport::send(const QByteArray &json)
 {
     if (!m_open) {
-        Q_EMIT sendFailed(QStringLiteral("disconnected"), tr("Not connected to a device"));
+        Q_EMIT sendFailed(u"disconnected"_s, tr("Not connected to a device"));
         return;
     }
     m_messageId = m_messageId % lastMessageId + 1;
     const QList<QByteArray> fragments = bleEncodeRequest(json, m_writePayload, m_messageId);
     if (fragments.isEmpty()) {
-        Q_EMIT sendFailed(QStringLiteral("request_too_large"),
-                          tr("That request is too large for the device"));
+        Q_EMIT sendFailed(u"request_too_large"_s, tr("That request is too large for the device"));
         return;
     }
     m_writeQueue.append(fragments);
@@ -84,7 +85,7 @@ void BleTransport::pumpWrites()
     m_writing = true;
     const QString bytes = QString::fromLatin1(m_writeQueue.takeFirst().toBase64());
     m_bridge->request(
-        QStringLiteral("write"), {{QStringLiteral("b64"), bytes}},
+        u"write"_s, {{u"b64"_s, bytes}},
         [self = QPointer<BleTransport>(this), connection = m_connections](const BleReply &reply) {
             if (self && self->m_connections == connection) {
                 self->onWritten(reply);
@@ -101,7 +102,7 @@ void BleTransport::onWritten(const BleReply &reply)
         return;
     }
     m_writeQueue.clear();
-    if (reply.code == QLatin1String("not_paired")) {
+    if (reply.code == "not_paired"_L1) {
         Q_EMIT sendFailed(
             reply.code,
             tr("This computer is not paired with the device yet. Pair it once with the 6-digit "

@@ -12,6 +12,8 @@
 #include <QUrl>
 #include <QUrlQuery>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge {
 
 namespace {
@@ -60,24 +62,23 @@ void HttpAdminTransport::close()
 void HttpAdminTransport::send(const QByteArray &json)
 {
     const QJsonObject request = QJsonDocument::fromJson(json).object();
-    const int id = request.value(QLatin1String("id")).toInt();
+    const int id = request.value("id"_L1).toInt();
     if (!m_open) {
         Q_EMIT message(
-            HttpAnswer::failure(QStringLiteral("disconnected"), tr("Not connected to a device"))
-                .toJson(id));
+            HttpAnswer::failure(u"disconnected"_s, tr("Not connected to a device")).toJson(id));
         return;
     }
-    const QString method = request.value(QLatin1String("method")).toString();
+    const QString method = request.value("method"_L1).toString();
     const HttpRoute route = httpRouteFor(method);
     if (!route.found) {
         Q_EMIT message(
             HttpAnswer::failure(
-                QStringLiteral("not_available_here"),
+                u"not_available_here"_s,
                 tr("This is only available over USB or Bluetooth, not over the network."))
                 .toJson(id));
         return;
     }
-    QNetworkReply *reply = start(route, request.value(QLatin1String("params")).toObject());
+    QNetworkReply *reply = start(route, request.value("params"_L1).toObject());
     // Queued, for a reply that runs out of time is still at work when it says so, and whoever hears
     // of it may delete the session with all that belongs to it.
     connect(
@@ -114,7 +115,7 @@ void HttpAdminTransport::finish(QNetworkReply *reply, int id, const QString &met
     const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     const QByteArray body = reply->isReadable() ? reply->read(maxHttpAnswer) : QByteArray();
     const HttpAnswer answer = HttpAnswer::read(method, status, body);
-    if (answer.ok && method == QLatin1String("login") && opening == m_openings) {
+    if (answer.ok && method == "login"_L1 && opening == m_openings) {
         takeSession(reply->rawHeader("Set-Cookie"), answer);
     }
     reply->deleteLater();
@@ -124,7 +125,7 @@ void HttpAdminTransport::finish(QNetworkReply *reply, int id, const QString &met
 void HttpAdminTransport::takeSession(const QByteArray &setCookie, const HttpAnswer &login)
 {
     m_cookie = cookieOf(setCookie);
-    m_csrf = login.result.value(QLatin1String("csrf_token")).toString().toUtf8();
+    m_csrf = login.result.value("csrf_token"_L1).toString().toUtf8();
 }
 
 } // namespace tallyforge

@@ -7,6 +7,8 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge {
 
 namespace {
@@ -18,7 +20,7 @@ class Texts
 
 QString textOf(const QJsonObject &object, const char *key)
 {
-    return object.value(QLatin1String(key)).toString();
+    return object.value(QLatin1StringView(key)).toString();
 }
 
 QJsonObject readBody(const QByteArray &body)
@@ -28,26 +30,24 @@ QJsonObject readBody(const QByteArray &body)
         return document.object();
     }
     const QJsonValue value = document.isArray() ? document.array() : QJsonValue(QJsonValue::Null);
-    return {{QStringLiteral("value"), value}};
+    return {{u"value"_s, value}};
 }
 
 QString codeFor(int status, const QJsonObject &body)
 {
     switch (status) {
     case 400:
-        return body.value(QLatin1String("code")).toString(QStringLiteral("bad_request"));
+        return body.value("code"_L1).toString(u"bad_request"_s);
     case 401:
-        return QStringLiteral("unauthorized");
+        return u"unauthorized"_s;
     case 403: // a CSRF token that is out of date is mended by a new sign-in, like a cookie
-        return textOf(body, "error") == QLatin1String("csrf_invalid")
-                   ? QStringLiteral("unauthorized")
-                   : QStringLiteral("forbidden");
+        return textOf(body, "error") == "csrf_invalid"_L1 ? u"unauthorized"_s : u"forbidden"_s;
     case 429:
-        return QStringLiteral("rate_limited");
+        return u"rate_limited"_s;
     case 503:
-        return QStringLiteral("unavailable");
+        return u"unavailable"_s;
     default:
-        return QStringLiteral("device_error");
+        return u"device_error"_s;
     }
 }
 
@@ -65,7 +65,7 @@ QString messageFor(int status, const QJsonObject &body)
 // The device restarts over these, maybe before it has answered.
 bool mayEndInSilence(const QString &method)
 {
-    return method == QLatin1String("reboot") || method == QLatin1String("otaApply");
+    return method == "reboot"_L1 || method == "otaApply"_L1;
 }
 
 } // namespace
@@ -73,11 +73,10 @@ bool mayEndInSilence(const QString &method)
 HttpAnswer HttpAnswer::read(const QString &method, int status, const QByteArray &body)
 {
     if (status == 0 && mayEndInSilence(method)) {
-        return {true, {{QStringLiteral("status"), QStringLiteral("ok")}}, {}, {}};
+        return {true, {{u"status"_s, u"ok"_s}}, {}, {}};
     }
     if (status == 0) {
-        return failure(QStringLiteral("unreachable"),
-                       Texts::tr("Could not reach the device on your network."));
+        return failure(u"unreachable"_s, Texts::tr("Could not reach the device on your network."));
     }
     const QJsonObject object = readBody(body);
     if (status >= 200 && status <= 299) {
@@ -93,12 +92,11 @@ HttpAnswer HttpAnswer::failure(const QString &code, const QString &message)
 
 QByteArray HttpAnswer::toJson(int id) const
 {
-    QJsonObject reply{{QStringLiteral("id"), id}, {QStringLiteral("ok"), ok}};
+    QJsonObject reply{{u"id"_s, id}, {u"ok"_s, ok}};
     if (ok) {
-        reply.insert(QStringLiteral("result"), result);
+        reply.insert(u"result"_s, result);
     } else {
-        reply.insert(QStringLiteral("error"), QJsonObject{{QStringLiteral("code"), code},
-                                                          {QStringLiteral("message"), message}});
+        reply.insert(u"error"_s, QJsonObject{{u"code"_s, code}, {u"message"_s, message}});
     }
     return QJsonDocument(reply).toJson(QJsonDocument::Compact);
 }

@@ -8,6 +8,8 @@
 
 #include <QNetworkReply>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge {
 
 HttpLink::HttpLink(const QString &address, QObject *parent)
@@ -31,8 +33,8 @@ RpcTransport *HttpLink::transport()
 void HttpLink::open()
 {
     close();
-    QNetworkReply *reply = bounded(
-        m_network.get(httpRequest(m_address, QStringLiteral("/api/status"), m_timing.probe)));
+    QNetworkReply *reply =
+        bounded(m_network.get(httpRequest(m_address, u"/api/status"_s, m_timing.probe)));
     // Queued, as the transport's: a slot may delete the link.
     connect(
         reply, &QNetworkReply::finished, this,
@@ -52,7 +54,7 @@ void HttpLink::onProbed(QNetworkReply *reply)
         Q_EMIT opened({});
         return;
     }
-    Q_EMIT failed(QStringLiteral("unreachable"),
+    Q_EMIT failed(u"unreachable"_s,
                   tr("Could not reach %1 on your network. Check the address, and that this "
                      "computer and the device are on the same network.")
                       .arg(m_address.host));

@@ -8,13 +8,15 @@
 #include <QNetworkReply>
 #include <QUrl>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge {
 
 QNetworkRequest httpRequest(const LanAddress &address, const QString &path,
                             std::chrono::milliseconds transfer)
 {
     QUrl url;
-    url.setScheme(QStringLiteral("http"));
+    url.setScheme(u"http"_s);
     url.setHost(address.host);
     if (address.port >= 1) {
         url.setPort(address.port);

@@ -6,44 +6,46 @@
 #include <algorithm>
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge {
 
 namespace {
 
 struct Row
 {
-    QLatin1String method;
+    QLatin1StringView method;
     const char *verb;
-    QLatin1String path;
+    QLatin1StringView path;
     bool form = false;
 };
 
 constexpr std::array kRoutes{
-    Row{QLatin1String("login"), "POST", QLatin1String("/login")},
-    Row{QLatin1String("getStatus"), "GET", QLatin1String("/api/status")},
-    Row{QLatin1String("networkTest"), "GET", QLatin1String("/api/network-test")},
-    Row{QLatin1String("changePassword"), "POST", QLatin1String("/api/auth/change-password")},
-    Row{QLatin1String("ensureApiToken"), "POST", QLatin1String("/api/auth/api-token")},
-    Row{QLatin1String("getSettings"), "GET", QLatin1String("/api/settings")},
-    Row{QLatin1String("setSettings"), "POST", QLatin1String("/api/settings")},
-    Row{QLatin1String("getControllerList"), "GET", QLatin1String("/api/controller/list")},
-    Row{QLatin1String("getControllerConfig"), "GET", QLatin1String("/api/controller/config")},
-    Row{QLatin1String("setControllerConfig"), "POST", QLatin1String("/api/controller/config")},
-    Row{QLatin1String("scanWifi"), "GET", QLatin1String("/scan")},
-    Row{QLatin1String("configureWifi"), "POST", QLatin1String("/configure"), true},
-    Row{QLatin1String("getState"), "GET", QLatin1String("/state")},
-    Row{QLatin1String("reboot"), "POST", QLatin1String("/api/system/reboot")},
-    Row{QLatin1String("otaCheck"), "GET", QLatin1String("/ota/check")},
-    Row{QLatin1String("otaApply"), "POST", QLatin1String("/ota/apply")},
-    Row{QLatin1String("otaProgress"), "GET", QLatin1String("/ota/progress")},
-    Row{QLatin1String("c6OtaStatus"), "GET", QLatin1String("/api/system/c6-ota")},
-    Row{QLatin1String("c6OtaApply"), "POST", QLatin1String("/api/system/c6-ota")},
-    Row{QLatin1String("getMqttConfig"), "GET", QLatin1String("/api/mqtt/broker")},
-    Row{QLatin1String("setMqttConfig"), "POST", QLatin1String("/api/mqtt/broker")},
-    Row{QLatin1String("getDeviceId"), "GET", QLatin1String("/api/device-id")},
-    Row{QLatin1String("setDeviceId"), "POST", QLatin1String("/api/device-id")},
-    Row{QLatin1String("provision"), "POST", QLatin1String("/api/provision")},
-    Row{QLatin1String("blePasskey"), "GET", QLatin1String("/api/auth/ble-passkey")},
+    Row{"login"_L1, "POST", "/login"_L1},
+    Row{"getStatus"_L1, "GET", "/api/status"_L1},
+    Row{"networkTest"_L1, "GET", "/api/network-test"_L1},
+    Row{"changePassword"_L1, "POST", "/api/auth/change-password"_L1},
+    Row{"ensureApiToken"_L1, "POST", "/api/auth/api-token"_L1},
+    Row{"getSettings"_L1, "GET", "/api/settings"_L1},
+    Row{"setSettings"_L1, "POST", "/api/settings"_L1},
+    Row{"getControllerList"_L1, "GET", "/api/controller/list"_L1},
+    Row{"getControllerConfig"_L1, "GET", "/api/controller/config"_L1},
+    Row{"setControllerConfig"_L1, "POST", "/api/controller/config"_L1},
+    Row{"scanWifi"_L1, "GET", "/scan"_L1},
+    Row{"configureWifi"_L1, "POST", "/configure"_L1, true},
+    Row{"getState"_L1, "GET", "/state"_L1},
+    Row{"reboot"_L1, "POST", "/api/system/reboot"_L1},
+    Row{"otaCheck"_L1, "GET", "/ota/check"_L1},
+    Row{"otaApply"_L1, "POST", "/ota/apply"_L1},
+    Row{"otaProgress"_L1, "GET", "/ota/progress"_L1},
+    Row{"c6OtaStatus"_L1, "GET", "/api/system/c6-ota"_L1},
+    Row{"c6OtaApply"_L1, "POST", "/api/system/c6-ota"_L1},
+    Row{"getMqttConfig"_L1, "GET", "/api/mqtt/broker"_L1},
+    Row{"setMqttConfig"_L1, "POST", "/api/mqtt/broker"_L1},
+    Row{"getDeviceId"_L1, "GET", "/api/device-id"_L1},
+    Row{"setDeviceId"_L1, "POST", "/api/device-id"_L1},
+    Row{"provision"_L1, "POST", "/api/provision"_L1},
+    Row{"blePasskey"_L1, "GET", "/api/auth/ble-passkey"_L1},
 };
 
 } // namespace

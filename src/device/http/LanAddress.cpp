@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge {
 
 namespace {
@@ -35,7 +37,7 @@ LanAddress LanAddress::fromText(const QString &text)
 QString normalizeLanHost(const QString &text)
 {
     QString host = text.trimmed();
-    if (const qsizetype scheme = host.indexOf(QLatin1String("://")); scheme >= 0) {
+    if (const qsizetype scheme = host.indexOf("://"_L1); scheme >= 0) {
         host = host.mid(scheme + 3);
     }
     host = host.section(u'/', 0, 0).trimmed();
@@ -43,10 +45,10 @@ QString normalizeLanHost(const QString &text)
         return {};
     }
     if (isDeviceNumber(host)) {
-        return QStringLiteral("tallyforge%1.local").arg(host.rightJustified(numberWidth, u'0'));
+        return u"tallyforge%1.local"_s.arg(host.rightJustified(numberWidth, u'0'));
     }
-    if (host.startsWith(QLatin1String("tallyforge"), Qt::CaseInsensitive) && !host.contains(u'.')) {
-        return host.toLower() + QStringLiteral(".local");
+    if (host.startsWith("tallyforge"_L1, Qt::CaseInsensitive) && !host.contains(u'.')) {
+        return host.toLower() + u".local"_s;
     }
     return host;
 }

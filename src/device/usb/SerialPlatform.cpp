@@ -15,6 +15,8 @@
 #include <termios.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge::serial_platform {
 
 struct Handle
@@ -162,17 +164,13 @@ bool writeAll(Handle *handle, const QByteArray &bytes)
 
 QList<SerialPortInfo> list()
 {
-    const QStringList names =
-        QDir(QStringLiteral("/dev"))
-            .entryList({QStringLiteral("cu.usb*"), QStringLiteral("cu.wch*"),
-                        QStringLiteral("cu.SLAB*"), QStringLiteral("cu.CH34*"),
-                        QStringLiteral("ttyUSB*"), QStringLiteral("ttyACM*")},
-                       QDir::Files | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
+    const QStringList names = QDir(u"/dev"_s).entryList(
+        {u"cu.usb*"_s, u"cu.wch*"_s, u"cu.SLAB*"_s, u"cu.CH34*"_s, u"ttyUSB*"_s, u"ttyACM*"_s},
+        QDir::Files | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
     QList<SerialPortInfo> ports;
     for (const QString &name : names) {
-        ports.append(
-            {QLatin1String("/dev/") + name, name,
-             name.contains(QLatin1String("usbmodem")) || name.startsWith(QLatin1String("ttyACM"))});
+        ports.append({"/dev/"_L1 + name, name,
+                      name.contains("usbmodem"_L1) || name.startsWith("ttyACM"_L1)});
     }
     return ports;
 }

@@ -12,6 +12,8 @@
 #include <algorithm>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge {
 
 namespace {
@@ -45,8 +47,8 @@ void StreamRelay::setDestinations(const QJsonObject &table)
     m_destinationNames.clear();
     for (auto entry = table.begin(); entry != table.end(); ++entry) {
         const QJsonObject value = entry.value().toObject();
-        const QString host = value.value(QLatin1String("host")).toString();
-        const int port = value.value(QLatin1String("port")).toInt(0);
+        const QString host = value.value("host"_L1).toString();
+        const int port = value.value("port"_L1).toInt(0);
         if (!host.isEmpty() && !host.contains(u' ') && port > 0 && port <= 65535) {
             m_destinations.insert(entry.key(), {host, port});
             m_destinationNames.append(entry.key());
@@ -115,9 +117,9 @@ void StreamRelay::open(unsigned char id, const QString &name)
         return; // a slot has opened it anew: that is the later word
     }
     if (!m_enabled) {
-        fail(id, QStringLiteral("disabled"));
+        fail(id, u"disabled"_s);
     } else if (const auto found = m_destinations.constFind(name); found == m_destinations.cend()) {
-        fail(id, QStringLiteral("unknown_stream"));
+        fail(id, u"unknown_stream"_s);
     } else {
         dial(id, *found);
     }
@@ -127,7 +129,7 @@ void StreamRelay::dial(unsigned char id, const Destination &destination)
 {
     QTcpSocket *const socket = socketFactory ? socketFactory(this) : new QTcpSocket(this);
     if (socket == nullptr) {
-        fail(id, QStringLiteral("dial_failed"));
+        fail(id, u"dial_failed"_s);
         return;
     }
     Stream stream;
@@ -188,7 +190,7 @@ void StreamRelay::onError(unsigned char id, const QTcpSocket *socket)
     closeStream(id, false);
     // Not when a slot has opened the id anew: the device would take it for that stream's failure.
     if (!m_streams.contains(id)) {
-        sendFail(id, QStringLiteral("dial_failed"));
+        sendFail(id, u"dial_failed"_s);
         Q_EMIT statusChanged();
     }
 }

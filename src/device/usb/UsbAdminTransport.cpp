@@ -6,6 +6,8 @@
 #include "device/usb/AdminFragments.h"
 #include "device/usb/SerialPort.h"
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge {
 
 UsbAdminTransport::UsbAdminTransport(SerialPort *serial, QObject *parent)
@@ -22,19 +24,17 @@ bool UsbAdminTransport::isOpen() const
 void UsbAdminTransport::send(const QByteArray &json)
 {
     if (!isOpen()) {
-        Q_EMIT sendFailed(QStringLiteral("disconnected"), tr("The USB device is not connected"));
+        Q_EMIT sendFailed(u"disconnected"_s, tr("The USB device is not connected"));
         return;
     }
     const QList<QByteArray> frames = buildAdminFrames(json);
     if (frames.isEmpty()) {
-        Q_EMIT sendFailed(QStringLiteral("request_too_large"),
-                          tr("That request is too large for the device"));
+        Q_EMIT sendFailed(u"request_too_large"_s, tr("That request is too large for the device"));
         return;
     }
     for (const QByteArray &frame : frames) {
         if (!m_serial->write(frame)) {
-            Q_EMIT sendFailed(QStringLiteral("write_failed"),
-                              tr("Could not write to the USB device"));
+            Q_EMIT sendFailed(u"write_failed"_s, tr("Could not write to the USB device"));
             return;
         }
     }

@@ -8,6 +8,8 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace tallyforge {
 
 namespace {
@@ -18,12 +20,12 @@ constexpr qsizetype maxQueuedFrames = 1024;
 
 QString textOf(const QJsonObject &object, const char *key, const QString &otherwise = {})
 {
-    return object.value(QLatin1String(key)).toString(otherwise);
+    return object.value(QLatin1StringView(key)).toString(otherwise);
 }
 
 QJsonObject ctrl(const char *type)
 {
-    return {{QStringLiteral("t"), QLatin1String(type)}};
+    return {{u"t"_s, QLatin1StringView(type)}};
 }
 
 } // namespace
@@ -78,7 +80,7 @@ void UsbLink::open()
     }
     QString error;
     if (!m_serial.open(m_path, baud, &error)) {
-        Q_EMIT failed(QStringLiteral("open_failed"), error);
+        Q_EMIT failed(u"open_failed"_s, error);
         return;
     }
     m_parser.reset();
@@ -118,7 +120,7 @@ void UsbLink::sendCtrl(const QJsonObject &message)
 void UsbLink::sendHello()
 {
     QJsonObject hello = ctrl("hello");
-    hello.insert(QStringLiteral("streams"), 1);
+    hello.insert(u"streams"_s, 1);
     sendCtrl(hello);
 }
 
@@ -131,7 +133,7 @@ void UsbLink::onHelloTimer()
     } else {
         m_helloTimer.stop();
         Q_EMIT failed(
-            QStringLiteral("no_response"),
+            u"no_response"_s,
             tr("This USB port did not answer like a Tallyforge device. Check the cable and "
                "that the device has finished starting."));
     }
@@ -189,13 +191,12 @@ void UsbLink::handleCtrl(const QByteArray &payload)
 {
     const QJsonObject message = QJsonDocument::fromJson(payload).object();
     const QString type = textOf(message, "t");
-    if (type == QLatin1String("hello")) {
+    if (type == "hello"_L1) {
         handleHello(message);
-    } else if (type == QLatin1String("rx_status")) {
+    } else if (type == "rx_status"_L1) {
         handleReceiverStatus(message);
-    } else if (type == QLatin1String("rx_set") || type == QLatin1String("rx_reboot") ||
-               type == QLatin1String("rx_error")) {
-        handleReceiverReply(message, type == QLatin1String("rx_error"));
+    } else if (type == "rx_set"_L1 || type == "rx_reboot"_L1 || type == "rx_error"_L1) {
+        handleReceiverReply(message, type == "rx_error"_L1);
     }
 }
 
@@ -203,10 +204,10 @@ void UsbLink::handleHello(const QJsonObject &message)
 {
     const QPointer<UsbLink> self = this;
     const unsigned generation = m_generation;
-    m_tunnel = message.value(QLatin1String("tunnel")).toObject();
+    m_tunnel = message.value("tunnel"_L1).toObject();
     const QString host = textOf(m_tunnel, "host");
-    const int port = m_tunnel.value(QLatin1String("port")).toInt();
-    m_streams.setDestinations(m_tunnel.value(QLatin1String("streams")).toObject());
+    const int port = m_tunnel.value("port"_L1).toInt();
+    m_streams.setDestinations(m_tunnel.value("streams"_L1).toObject());
     if (!self || generation != m_generation) {
         return;
     }
@@ -230,14 +231,14 @@ void UsbLink::handleReceiverStatus(const QJsonObject &message)
     if (self && generation == m_generation && !std::exchange(m_helloSeen, true)) {
         m_helloTimer.stop();
         QJsonObject info = message;
-        info.insert(QStringLiteral("receiver"), true);
+        info.insert(u"receiver"_s, true);
         Q_EMIT opened(info);
     }
 }
 
 void UsbLink::handleReceiverReply(const QJsonObject &message, bool failed)
 {
-    if (!failed && message.value(QLatin1String("ok")).toBool(true)) {
+    if (!failed && message.value("ok"_L1).toBool(true)) {
         finishReceiver(true, textOf(message, "key"), {});
     } else {
         finishReceiver(false, {},
@@ -265,12 +266,12 @@ void UsbLink::receiverSet(const QString &key, bool generateKey, int channel,
     }
     QJsonObject message = ctrl("rx_set");
     if (generateKey) {
-        message.insert(QStringLiteral("generate_key"), true);
+        message.insert(u"generate_key"_s, true);
     } else if (!key.isEmpty()) {
-        message.insert(QStringLiteral("key"), key.trimmed());
+        message.insert(u"key"_s, key.trimmed());
     }
     if (channel >= 1) {
-        message.insert(QStringLiteral("channel"), channel);
+        message.insert(u"channel"_s, channel);
     }
     if (message.size() == 1) {
         callback(false, {}, tr("Give a key, ask for a new key, or choose a channel"));
