@@ -15,7 +15,7 @@ help: ## This list
 	@awk -F ':.*## ' '/^[a-z]+:.*## / { printf "  make %-13s%s\n", $$1, $$2 }' Makefile
 
 demo: ## Watch live scores in a real OBS (HEADLESS=1: without a screen, pictures in build/demo/)
-	@$(sandbox) $(if $(headless),,--display) sh -c 'scripts/build.sh dev && exec python3 demo/demo.py'
+	@$(sandbox) $(if $(headless),,--display) sh -c 'scripts/build.sh dev plugin-folder && exec python3 demo/demo.py'
 
 test: ## Build, then run all tests and the end-to-end run in OBS
 	@$(sandbox) sh -c 'scripts/build.sh dev && exec ctest --preset dev'
@@ -45,7 +45,7 @@ shell: ## A shell in the sandbox
 	@$(sandbox) --display bash
 
 install: ## Put the plug-in into your own OBS
-	@$(sandbox) sh -c 'scripts/build.sh release && cmake --install build/release --prefix build/stage/tallyforge-obs >build/stage.log'
+	@$(sandbox) sh -c 'scripts/build.sh release plugin-folder && cmake --install build/release --prefix build/stage/tallyforge-obs >build/stage.log'
 	@scripts/install.sh build/stage/tallyforge-obs
 
 package: ## Make a release in build/package (OPTIONS=-D… for CMake, MERGE=latest.json of another system)

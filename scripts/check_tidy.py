@@ -22,6 +22,7 @@ import time
 PROJECT = pathlib.Path.cwd()
 BUILD = PROJECT / "build/dev"
 PASSED = PROJECT / "build/tidy"
+COMMANDS = PROJECT / "build/tidy-commands"
 # A host that is used directly may lack it; the cached root has it.
 HAS_CLAZY = shutil.which("clazy-standalone") is not None
 CLAZY_CHECKS = "level0,level1"
@@ -29,8 +30,15 @@ HEADERS = f"^{re.escape(str(PROJECT))}/(src|helper|tests|bench)/"
 
 
 def compiled_sources():
-    """The project's own sources in the compile database."""
+    """The project's own sources in the compile database, of which it leaves a copy for the tools.
+
+    The copy knows no precompiled header, so a file that lacks an include of its own is found.
+    """
     entries = json.loads((BUILD / "compile_commands.json").read_text())
+    for entry in entries:
+        entry["command"] = re.sub(r" -Winvalid-pch| -include \S+/cmake_pch\.hxx", "", entry["command"])
+    COMMANDS.mkdir(exist_ok=True)
+    (COMMANDS / "compile_commands.json").write_text(json.dumps(entries))
     files = {pathlib.Path(entry["directory"], entry["file"]).resolve() for entry in entries}
     return sorted(file for file in files
                   if file.is_relative_to(PROJECT) and not file.is_relative_to(PROJECT / "build"))
@@ -62,14 +70,14 @@ def fingerprint(source, headers):
 def findings(source):
     """What the two tools have to say about a source, "" for nothing."""
     tidy = subprocess.run(
-        ["clang-tidy", "-p", BUILD, "--quiet", "--extra-arg=-Wno-unknown-warning-option", source],
+        ["clang-tidy", "-p", COMMANDS, "--quiet", "--extra-arg=-Wno-unknown-warning-option", source],
         capture_output=True, text=True, check=False)
     if tidy.returncode:
         return tidy.stdout + tidy.stderr
     if not HAS_CLAZY:
         return ""
     clazy = subprocess.run(
-        ["clazy-standalone", "-p", BUILD, f"--checks={CLAZY_CHECKS}", f"--header-filter={HEADERS}",
+        ["clazy-standalone", "-p", COMMANDS, f"--checks={CLAZY_CHECKS}", f"--header-filter={HEADERS}",
          "--extra-arg=-Wno-unknown-warning-option", source],
         capture_output=True, text=True, check=False)
     return clazy.stderr if clazy.returncode or "[-Wclazy" in clazy.stderr else ""

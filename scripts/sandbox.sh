@@ -53,6 +53,7 @@ environment() {
     for pair in PATH=/usr/bin:/usr/sbin:/bin:/sbin HOME="$inner_home" LC_ALL=C.UTF-8 \
         XDG_RUNTIME_DIR=$runtime LIBGL_ALWAYS_SOFTWARE=1 PYTHONPYCACHEPREFIX=/tmp/pycache \
         CCACHE_DIR="$inner_ccache" CCACHE_BASEDIR="$inner_project" CCACHE_MAXSIZE=2G \
+        CCACHE_SLOPPINESS=pch_defines,time_macros \
         TALLYFORGE_ROOT="$root"; do
         arguments+=(--setenv "${pair%%=*}" "${pair#*=}")
     done
