@@ -11,7 +11,7 @@ sandbox := scripts/sandbox.sh
 headless := $(filter-out 0,$(HEADLESS))
 
 help: ## This list
-	@echo "Tallyforge for OBS. What is missing is set up on first use, in the user's cache."
+	@echo "Tallyforge for OBS. Missing tools are set up on first use, in the user's cache."
 	@awk -F ':.*## ' '/^[a-z]+:.*## / { printf "  make %-13s%s\n", $$1, $$2 }' Makefile
 
 demo: ## Watch live scores in a real OBS (HEADLESS=1: without a screen, pictures in build/demo/)
@@ -51,6 +51,6 @@ install: ## Put the plug-in into your own OBS
 package: ## Make a release in build/package (OPTIONS=-D… for CMake, MERGE=latest.json of another system)
 	@$(sandbox) packaging/package.sh $(if $(MERGE),--merge "$(MERGE)") $(OPTIONS)
 
-clean: ## Remove what was built
+clean: ## Remove all that was built
 	rm -rf build
 	@scripts/root.sh --say-cache

@@ -26,11 +26,11 @@ target_compile_definitions(tallyforge-options INTERFACE
   QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CONTEXTLESS_CONNECT QT_NO_KEYWORDS)
 target_include_directories(tallyforge-options INTERFACE "${PROJECT_SOURCE_DIR}/src")
 
-# tallyforge_precompile(<name> HEADERS … LINK …): compiles once what nearly every file includes. A
-# program can reuse only what was compiled for a program, and nobody can reuse what was compiled
-# with a macro that it doesn't define; so there is one for libraries, with few macros, and one for
-# tests. A file that lacks an include of its own shows in the presets without precompiled headers
-# and in clang-tidy.
+# tallyforge_precompile(<name> HEADERS … LINK …): compiles once the headers that nearly every file
+# includes. A program can reuse only headers compiled for a program, and no target can reuse headers
+# compiled with a macro that it doesn't define. So there is one such target for libraries, with few
+# macros, and one for tests. A missing include shows in the presets without precompiled headers and
+# in clang-tidy.
 function(tallyforge_precompile name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "HEADERS;LINK")
   set(source "${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp")
@@ -53,7 +53,7 @@ set(precompiled <algorithm> <chrono> <functional> <memory> <optional> <utility>
 tallyforge_precompile(tallyforge-precompiled LINK Qt6::Core HEADERS ${precompiled})
 
 # tallyforge_library(<folder> SOURCES … LINK …): one static library for a folder of src/, known to
-# others as Tallyforge::<folder>. What stands behind LINK is all that the folder may use.
+# others as Tallyforge::<folder>. The folder may use nothing but the targets behind LINK.
 function(tallyforge_library folder)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINK")
   add_library(tallyforge-${folder} STATIC ${arg_SOURCES})
@@ -62,7 +62,7 @@ function(tallyforge_library folder)
   target_precompile_headers(tallyforge-${folder} REUSE_FROM tallyforge-precompiled)
 endfunction()
 
-# tallyforge_build_config(<version>): what BuildConfig.cpp says in the targets of the calling folder.
+# tallyforge_build_config(<version>): sets the values of BuildConfig.cpp in the calling folder.
 function(tallyforge_build_config version)
   set_source_files_properties("${PROJECT_SOURCE_DIR}/src/common/BuildConfig.cpp" PROPERTIES COMPILE_DEFINITIONS
     "TALLYFORGE_VERSION=\"${version}\";\

@@ -3,7 +3,7 @@
 # SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
 # Lists the files that differ from where this branch left the main one, or from the commit before.
-# Prints nothing where git can't tell: then nothing is known to have changed.
+# Prints nothing where git can't tell: then no change is known.
 cd "$(dirname "$0")/.." || exit 1
 git() { command git -c safe.directory='*' "$@" 2>/dev/null; }
 

@@ -3,7 +3,7 @@
 
 """Runs clang-tidy and clazy over what the dev preset compiles, as far as the time allows.
 
-What is not begun when CHECK_TIDY_SECONDS (240) are over is left, so changed files (CHECK_CHANGED,
+A file not begun when CHECK_TIDY_SECONDS (240) are over is left out, so changed files (CHECK_CHANGED,
 one a line) come first. A file that passed is not looked at again before it, a header of the project
 that it includes or the configuration changes.
 """
@@ -68,7 +68,7 @@ def fingerprint(source, headers):
 
 
 def findings(source):
-    """What the two tools have to say about a source, "" for nothing."""
+    """The two tools' findings in a source, "" for none."""
     tidy = subprocess.run(
         ["clang-tidy", "-p", COMMANDS, "--quiet", "--extra-arg=-Wno-unknown-warning-option", source],
         capture_output=True, text=True, check=False)

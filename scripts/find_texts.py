@@ -16,7 +16,7 @@ TOKEN = re.compile(r"""
 SENTENCE = re.compile(r"[^\W\d_]{2,}[,.:;!?…]* +[\w(%{'„“]|%L?\d[,.:;!?…)]* +[^\W\d_]{2,}")
 WORD = re.compile(r"[^\W\d_]{2,}")
 
-# Style sheets, and of rich text what isn't read.
+# Style sheets, and the mark-up of rich text.
 STYLE = re.compile(r"""(\s*[\w-]+: [^;:]+;)+|[\w\s#.,*:%="\\\[\]-]+\{([^{}:]+:[^{}]+;)+\s*\}(\\n)?""")
 MARKUP = re.compile(r"<[^<>]*>|&\w+;|#[0-9a-f]{3,8}\b")
 
@@ -24,7 +24,7 @@ TRANSLATES = {"tr", "translate", "QT_TR_NOOP", "QT_TR_N_NOOP", "QT_TRANSLATE_NOO
 # For developers and for Qt: never on the screen.
 UNSEEN = {"setObjectName", "setStyleSheet", "static_assert", "Q_ASSERT_X", "deprecated", "nodiscard"}
 LOGS = re.compile(r"(^|::)(log::\w+|blog)$")
-# What stands here is seen, even if it is a single word.
+# A text in one of these calls is seen, even if it is a single word.
 SHOWS = re.compile(r"^(set(Text|Title|WindowTitle|ToolTip|StatusTip|WhatsThis|PlaceholderText|Prefix|"
                    r"Suffix|Accessible(Name|Description)|ItemText|LabelText|TabText|SpecialValueText)|"
                    r"add(Item|Items|Row|Tab|Action)|insertItem|hint|"

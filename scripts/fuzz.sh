@@ -19,7 +19,7 @@ for source in tests/fuzz/fuzz_*.cpp; do
     ran=$((ran + 1))
     target=build/fuzz/tests/fuzz/$name
     log=build/fuzz/$name.log
-    # What the fuzzer adds stays out of the tree.
+    # Inputs that the fuzzer adds stay out of the tree.
     corpus=$(mktemp -d)
     seeds=tests/fuzz/corpus/$name
     [[ -d $seeds ]] || { echo "fuzz: $name has no corpus at $seeds"; exit 1; }

@@ -37,7 +37,7 @@ install() {
 }
 
 say "Installing the host packages ${packages[*]} with apt-get…"
-# Package lists may be absent, or so old that what they name is gone from the mirror.
+# Package lists may be absent, or so old that the mirror no longer has the versions they name.
 if ! install; then
     say "Fetching apt's package lists first…"
     "${as_root[@]}" apt-get update </dev/null >"$log" 2>&1 || true

@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: GPL-2.0-or-later
 # SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
-# What the set-up scripts share. Messages go to stderr: stdout is for results.
+# Functions that the set-up scripts share. Messages go to stderr: stdout is for results.
 say() { printf '[set-up%s] %s\n' "${step:+ $step}" "$*" >&2; }
 
 fail() {

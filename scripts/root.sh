@@ -11,7 +11,7 @@ here=$(dirname "$(readlink -f "$0")")
 # shellcheck source=scripts/lib.sh
 source "$here/lib.sh"
 
-# The recipe: whatever changes here makes a new root.
+# The recipe: a change here makes a new root.
 suite=forky
 packages=(
     g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-connectivity-dev qt6-l10n-tools
@@ -31,7 +31,7 @@ options=(
     '--dpkgopt=path-exclude=/usr/share/man/*'
     '--dpkgopt=path-exclude=/usr/share/locale/*'
 )
-# The root is used read-only, so what is mounted over must be there.
+# The root is used read-only, so the folders to mount over must be there.
 mount_points=(src ccache home/tallyforge)
 
 needed_mb=3000
@@ -58,8 +58,8 @@ host_is_enough() {
         python3 -c 'import dbusmock, websockets' 2>/dev/null
 }
 
-# Sets as_root: what runs a command as root, real or mapped, with mounts and processes in
-# namespaces of its own, which end with it however it ends. So nothing stays mounted in a root.
+# Sets as_root, a prefix that runs a command as root, real or mapped, with mounts and processes in
+# namespaces of its own. They end with it however it ends, so nothing stays mounted in a root.
 set_as_root() {
     as_root=(unshare --mount --pid --kill-child)
     [[ $EUID != 0 ]] || return 0
@@ -180,7 +180,7 @@ set_up() {
     local step=1/3
     say "A Debian root with OBS 32 is made in $cache: once, about 2 GB and 2 minutes."
     local wanted=(mmdebstrap:mmdebstrap bwrap:bubblewrap)
-    # mmdebstrap merely recommends what maps an ordinary user's ids.
+    # mmdebstrap merely recommends the program that maps an ordinary user's ids.
     [[ $EUID == 0 ]] || wanted+=(newuidmap:uidmap)
     "$here/host-packages.sh" "${wanted[@]}"
     mirror=${TALLYFORGE_MIRROR:-$("$here/debian-mirror.sh")} ||

@@ -4,7 +4,7 @@
 
 # Runs a command in a sandbox that holds OBS 32 and all tools, after whatever set-up is missing.
 # The project is the one writable folder of the host's there, the network is a loopback of its own,
-# and its root user may bind every port and add addresses, whoever started it.
+# and its root user may bind every port and add addresses, even if an ordinary user started it.
 # Usage: sandbox.sh [--display] COMMAND [ARGUMENT…]
 #   --display   gives the command the user's display, if there is one; otherwise HEADLESS=1 is set.
 set -euo pipefail
@@ -87,7 +87,7 @@ share_display() {
     [[ -n $found ]]
 }
 
-# What root wrote into somebody's project is theirs.
+# Files that root wrote into somebody's project become theirs.
 give_back() {
     local owner
     owner=$(stat -c %u:%g "$project")

@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: GPL-2.0-or-later
 # SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
-# Brings translation files up to date with the texts in src/; what is new waits there, marked as
+# Brings translation files up to date with the texts in src/. New texts are marked there as
 # unfinished, to be translated by hand or in Qt Linguist. Runs inside the sandbox.
 # Usage: translations.sh [FILE…]      (all in translations/; a new one, such as
 #                                      translations/tallyforge_fr.ts, begins a language)

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: GPL-2.0-or-later
 # SPDX-FileCopyrightText: 2026 The Tallyforge developers
-"""A device's administration: what its methods do and keep, whatever carries them."""
+"""A device's administration: its methods and its memory, the same over every carrier."""
 
 import secrets
 
@@ -47,7 +47,7 @@ class Admin:
         self.token_made = not self.must_change
         self.fingerprint = fingerprint
         self.cloud_account = True  # it has its sign-in for the cloud
-        self.broker = {}           # what was stored about it, which nothing here reads
+        self.broker = {}           # as it was set; nothing here reads it
         self.cloud_route = lambda: ""
         self.on_restart = []       # called with True as it goes down, False as it comes up
         self.on_settings = []      # called when the cloud connection's settings may have changed
@@ -81,7 +81,7 @@ class Admin:
         del self._log[:-LOG_LINES]
 
     def handle(self, method, params, session):
-        """The method's result; raises Refused. What breaks the format is recorded as well."""
+        """The method's result; raises Refused. A breach of the format is recorded as well."""
         known = METHODS.get(method)
         if not known:
             raise self._broken(session, "a method", "there is no such method", "unknown_method")
@@ -161,7 +161,7 @@ class Admin:
                           "The passkey is only shown over a cable or the network.")
         return {"passkey": self.device.passkey}
 
-    # What it tells about itself
+    # Its account of itself
 
     def status(self, *_):
         route = "wifi" if self.wifi.ip else self.cloud_route()

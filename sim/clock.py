@@ -18,7 +18,7 @@ class Clock:
         return self._base + (time.monotonic() - self._since) * self.pace
 
     def set_pace(self, pace):
-        """Waits that have begun keep their length; what is computed from now() follows."""
+        """Waits that have begun keep their length; times computed from now() follow."""
         self._base, self._since = self.now(), time.monotonic()
         self.pace = pace
 

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: GPL-2.0-or-later
 # SPDX-FileCopyrightText: 2026 The Tallyforge developers
-"""A little cloud on loopback: what the tunnels of a device on USB lead to."""
+"""A little cloud on loopback, at the far end of the tunnels of a device on USB."""
 
 import asyncio
 
@@ -95,7 +95,7 @@ class Cloud:
         self.targets = {name: Target(mode) for name, mode in MODES.items()}
 
     def tunnel(self):
-        """What a device tells its host: where its cloud is, and the streams' destinations."""
+        """The object that tells a host where the cloud is, and the streams' destinations."""
         return {"host": "127.0.0.1", "port": self.targets["pipe"].port,
                 "streams": {name: {"host": "127.0.0.1", "port": target.port}
                             for name, target in self.targets.items() if name != "pipe"}}

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: GPL-2.0-or-later
 # SPDX-FileCopyrightText: 2026 The Tallyforge developers
-"""What is broken at the moment: the checking and the keeping of faults."""
+"""The faults that are on: checks requests for them, and keeps them."""
 
 import asyncio
 from dataclasses import dataclass, field

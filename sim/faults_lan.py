@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: GPL-2.0-or-later
 # SPDX-FileCopyrightText: 2026 The Tallyforge developers
-"""What is broken in the devices' local HTTP interfaces at the moment."""
+"""The faults that are on in the devices' local HTTP interfaces."""
 
 import asyncio
 from dataclasses import dataclass, field

@@ -1,13 +1,13 @@
 # SPDX-License-Identifier: GPL-2.0-or-later
 # SPDX-FileCopyrightText: 2026 The Tallyforge developers
-"""What is broken on the USB ports at the moment."""
+"""The faults that are on at the USB ports."""
 
 from dataclasses import dataclass
 
 from faults import FaultError
 
 _RPC = {"method", "count"}
-KINDS = {   # kind -> what it breaks, the keys that it takes beside where, kind and device
+KINDS = {   # kind -> the part that breaks, the keys that it takes beside where, kind and device
     "hello-silent": ("hello", {"count"}),
     "hello-late": ("hello", {"count", "seconds"}),
     "hello-first": ("order", set()),
@@ -64,7 +64,7 @@ class UsbFaults:
     """The faults of each device: one for each thing that can be broken, and method."""
 
     def __init__(self):
-        self._on = {}      # device id -> {(what it breaks, method): UsbFault}
+        self._on = {}      # device id -> {(the part that breaks, method): UsbFault}
 
     def shown(self):
         return {device: [fault.shown() for fault in faults.values()]

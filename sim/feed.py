@@ -42,7 +42,7 @@ def _token(line):
 
 
 class Client:
-    """One authenticated connection and what has not been written to it yet."""
+    """One authenticated connection, and the bytes that are still to be written to it."""
 
     def __init__(self, writer):
         self.writer = writer
@@ -91,7 +91,7 @@ class Feed:
             self._fault_over.set()
             self._fault_over = asyncio.Event()
             for client in self._clients:
-                self._write(client, [])   # lets out what was held back
+                self._write(client, [])   # sends the line that was held back
                 if before == "freeze":
                     self._send_state(client)
                 if kind == "late-auth-fail":
@@ -206,7 +206,7 @@ class Feed:
         return self._write(client, [])
 
     def _write(self, client, lines):
-        """Writes what was held back and these lines in one go; returns when that began."""
+        """Writes the line that was held back and these in one go; returns when that began."""
         lines = client.held + lines
         client.held = []
         transport = client.writer.transport

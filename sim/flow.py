@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: GPL-2.0-or-later
 # SPDX-FileCopyrightText: 2026 The Tallyforge developers
-"""What went through one end of a tunnel in one direction, so that both ends can be compared."""
+"""The traffic of one end of a tunnel in one direction, so that both ends can be compared."""
 
 import hashlib
 import random

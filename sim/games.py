@@ -26,7 +26,7 @@ class Script:
 
 
 class Tape:
-    """Records a game while it is made up; only what changes becomes part of an event."""
+    """Records a game while it is made up; only values that change become part of an event."""
 
     def __init__(self, **start):
         self.tenths = 0
@@ -58,7 +58,7 @@ def _run_clock(tape, left, tenths, shot):
 
 
 def _possession(tape, rng, left):
-    """Plays one possession and returns what is left on the clock."""
+    """Plays one possession and returns the seconds left on the clock."""
     shot = 300
     side = tape.now["possession"]
     other = "away" if side == "home" else "home"
@@ -155,7 +155,7 @@ def _from_json(tree):
 
 
 class Game:
-    """One run of a script. It knows game time only; who calls it decides how fast that goes."""
+    """One run of a script. It knows game time only; its caller decides how fast that goes."""
 
     def __init__(self, script):
         self.script = script

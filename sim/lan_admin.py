@@ -21,7 +21,7 @@ JSON, FORM = "application/json", "application/x-www-form-urlencoded"
 FORM_TEXT = re.compile(rb"(?:[\w.~*&=+-]|%[0-9A-Fa-f]{2})*")   # a "+" is a blank
 SPOILING = ("status", "cut", "garbage")   # a client takes their 200 for the device's own
 
-ROUTES = {   # (verb, path) -> method; what is posted is JSON, or one of FORMS
+ROUTES = {   # (verb, path) -> method; a body is JSON, or one of FORMS
     ("POST", "/login"): "login",
     ("GET", "/api/status"): "getStatus",
     ("GET", "/api/network-test"): "networkTest",
@@ -49,7 +49,7 @@ ROUTES = {   # (verb, path) -> method; what is posted is JSON, or one of FORMS
     ("GET", "/api/auth/ble-passkey"): "blePasskey",
 }
 FORMS = {"configureWifi"}
-STATUSES = {   # of what the administration refuses; anything else is 400
+STATUSES = {   # code of a refusal -> status; any other code gives 400
     "unauthorized": 401, "invalid_credentials": 401, "password_change_required": 403,
     "rate_limited": 429,
 }
@@ -64,7 +64,7 @@ class Broken(Exception):
 
 
 class SignIn:
-    """What a login has begun: its token, and the session of the administration."""
+    """A sign-in: its token, and its session of the administration."""
 
     def __init__(self, secret):
         self.secret = secret
@@ -99,7 +99,7 @@ def _object(body):
 
 
 def _params(request, method):
-    """What the request hands to the method."""
+    """The method's params, from the request."""
     kind = request.headers.get("content-type")
     if "?" in request.target:
         raise Broken("there is a query")
@@ -214,10 +214,10 @@ class LanFace(Hanging):
             return Response(status, {key: refused.code, "message": str(refused)})
 
     def _check_session(self, request, method):
-        """Objects to a cookie and a token that no client comes to with what it was told."""
+        """Objects to a cookie and a token that no client can have got from this device."""
         cookie, token = request.headers.get("cookie"), request.headers.get("x-csrf-token")
         half, bare = (cookie is None) != (token is None), cookie is None and token is None
-        # Whoever looks whether there is a device at all says nothing of itself.
+        # A client that only looks whether there is a device sends no cookie yet.
         probe = method == "getStatus" and bare and "accept" not in request.headers
         if not probe and request.headers.get("accept") != JSON:
             raise Broken(f"the header Accept is not {JSON}")

@@ -56,7 +56,7 @@ class RpcServer:
         self.requests = {}         # method -> how often it came over this carrier
 
     def reset(self):
-        """The connection has ended, and with it the sign-in and what was under way."""
+        """The connection has ended, and with it the sign-in and all requests under way."""
         for task in self._tasks:
             task.cancel()
         self._busy = False

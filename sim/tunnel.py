@@ -26,7 +26,7 @@ class Stream:
         self.window = window
         self.state = "dialling"    # "open", "failed", "closed"
         self.reason = None         # why it failed, or which side closed it
-        self.credit = 0            # what the host may still send
+        self.credit = 0            # bytes that the host may still send
         self.granted = 0
         self.sent = Flow()
         self.received = Flow()
@@ -60,7 +60,7 @@ class Tunnel:
         self.pipe_sent, self.pipe_received = Flow(), Flow()
 
     def reset(self):
-        """The line is gone: what was being sent stops, and no stream is left open."""
+        """The line is gone: sending stops, and no stream is left open."""
         for task in self._tasks:
             task.cancel()
         for stream in self.streams.values():
@@ -149,7 +149,7 @@ class Tunnel:
                     else:
                         self._top_up(stream)
 
-    # What the host sends
+    # Frames from the host
 
     def pipe_from_host(self, payload):
         if not 1 <= len(payload) <= wire.TUNNEL_LIMIT:

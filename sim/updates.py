@@ -114,13 +114,13 @@ class Updates(Hanging):
             pieces = self._part(pieces, length // 2, fault)
         elif kind == "trickle":
             pieces = self._trickle(pieces, fault)
-        # Half a body goes under the whole one's length, and its end is the connection's.
+        # The header tells the whole body's length, so the connection ends with the half.
         return Response(200, pieces=pieces, length=length, cut=kind == "cut",
                         kind="application/json" if name == MANIFEST else "application/zip")
 
     @staticmethod
     def _spoiled(path, kind):
-        """The manifest with what is wrong in every package's entry."""
+        """The manifest with the fault's values in every package's entry."""
         manifest = json.loads(path.read_bytes())
         for package in manifest["packages"].values():
             if kind == "wrong-hash":

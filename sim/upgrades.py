@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: GPL-2.0-or-later
 # SPDX-FileCopyrightText: 2026 The Tallyforge developers
-"""What a device does over a while: its network test, and the updates of its two processors."""
+"""Tasks that take a device a while: its network test, and updates of its two processors."""
 
 STEP_SECONDS = 2           # of one check of the network test
 CHECKS = ("local_network", "dns", "mqtt", "websocket_https", "firewall", "end_to_end")

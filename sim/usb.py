@@ -12,13 +12,13 @@ from rpc import RpcServer, compact, is_compact
 from tunnel import Tunnel
 from usb_port import Port
 
-REPEAT_SECONDS = 1.0       # the device repeats its state, for a host that came in between
+REPEAT_SECONDS = 1.0       # the device repeats its state, because a host may have come since
 REPORT_SECONDS = 5         # the receiver repeats its status
 HELLO = {"t": "hello", "streams": 1}
 RX_SET = {"t": str, "generate_key": bool, "key": str, "channel": int}
 
-# The host paces its tunnel to a frame in 40 ms. What comes faster than that on average has to fit
-# into this allowance, which covers a computer that was busy for a second.
+# The host paces its tunnel to a frame in 40 ms. Frames that come faster than that on average use up
+# this allowance, which covers a computer that was busy for a second.
 FRAME_SECONDS = 0.036
 FRAMES_AHEAD = 25
 
@@ -114,7 +114,7 @@ class UsbFace:
         else:
             self.apply_faults()
 
-    # What the host sends
+    # Frames from the host
 
     def _bytes(self, data):
         frames = self._deframer.feed(data)
@@ -216,7 +216,7 @@ class UsbFace:
         self.publish()
 
     def _tunnel(self):
-        """What the device says of its cloud connection, or None."""
+        """The device's word on its cloud connection, or None."""
         wanted = self._admin.cloud_account and self._admin.settings.values["usb_tunnel_enabled"]
         return self.told_tunnel or (self._cloud.tunnel() if wanted else None)
 
@@ -226,7 +226,7 @@ class UsbFace:
                 "fw": self._admin.firmware.version} | ({"tunnel": tunnel} if tunnel else {})
 
     def tell_tunnel(self, again=False):
-        """A further hello, for a host that is there already and knows another tunnel."""
+        """A further hello, which tells a host that is there already about another tunnel."""
         if self._answered and self.reaches_device and \
                 (again or self._tunnel() != self._last_tunnel):
             self._last_tunnel = self._tunnel()

@@ -10,13 +10,13 @@ from collections import deque
 from net import ListenError, log
 
 READ_BYTES = 65536
-BUFFER_LIMIT = 16384   # of what waits beyond the terminal's own buffer; more is dropped
+BUFFER_LIMIT = 16384   # bytes that wait beyond the terminal's own buffer; more are dropped
 
 
 class Port:
     """The device's end of one serial line.
 
-    The terminal keeps the claim and the settings of whoever had it open, so each opening by a
+    The terminal keeps the claim and the settings of the last host, so each opening by a
     host gets a fresh one: `on_closed` tells that the host is gone and a new one stands there."""
 
     def __init__(self, path, on_bytes, on_closed):
@@ -169,7 +169,7 @@ class Port:
         self._mark_room()
 
     def _mark_room(self):
-        # Half of the buffer is left to what cannot wait.
+        # Half of the buffer is left to frames that cannot wait.
         if self._waiting_bytes <= BUFFER_LIMIT // 2:
             self._room.set()
         else:

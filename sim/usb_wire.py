@@ -88,7 +88,7 @@ class Deframer:
 
 
 class Texts:
-    """Joins the fragments of the host's admin texts; whatever is out of order is refused."""
+    """Joins the fragments of the host's admin texts; one out of order is refused."""
 
     def __init__(self):
         self._total = 0

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: GPL-2.0-or-later
 # SPDX-FileCopyrightText: 2026 The Tallyforge developers
-"""What a venue consists of: accounts, devices, sign-ins, and the secrets that belong to them."""
+"""A venue's accounts, devices and sign-ins, and the secrets that belong to them."""
 
 import hmac
 import secrets
@@ -134,7 +134,7 @@ class Venue:
         return challenge
 
     def change(self, device, fields=None, sport=None, online=None, raw=None):
-        """Changes what a device shows, and returns when each carrier's write of it began."""
+        """Changes a device's state, and returns when each carrier's write of it began."""
         self.revision += 1
         device.revision = self.revision
         self._owners.append((self.revision, device))

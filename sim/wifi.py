@@ -40,7 +40,7 @@ class Wifi:
         self.networks = list(networks)
         self.joined = None         # the name of the network it is on
         self.off = False           # the radio is in use for the wireless link
-        self._trial = None         # what is being joined: its stages, outcome, detail, start
+        self._trial = None         # the attempt to join: its stages, outcome, detail, start
 
     @property
     def ip(self):
@@ -94,7 +94,7 @@ class Wifi:
                 self.joined = trial["ssid"]
 
     def restart(self, off):
-        """Joining doesn't outlive a restart; what was joined does."""
+        """An attempt to join ends with a restart; a network that was joined stays."""
         self._settle()
         self._trial = None
         self.off = off

@@ -9,8 +9,8 @@
 
 namespace tallyforge::platform {
 
-/// A SHA-256 sum by the system's own library, which uses what the processor has for it: Qt's takes
-/// ten times as long.
+/// A SHA-256 sum by the system's own library, which uses the processor's instructions for it: Qt's
+/// takes ten times as long.
 class Sha256
 {
 public:

@@ -12,7 +12,7 @@
 
 namespace tallyforge::test {
 
-/// What the plug-in sees of OBS's window; it stands before the real front end's functions.
+/// OBS's window as the plug-in sees it; it stands before the real front end's functions.
 struct FakeFrontend
 {
     bool up = true;

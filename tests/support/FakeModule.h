@@ -7,7 +7,7 @@
 
 namespace tallyforge::test {
 
-/// Where the plug-in finds its configuration: stands in for what libobs knows of a loaded module.
+/// Stands in for libobs's knowledge of a loaded module: where the plug-in finds its configuration.
 void setConfigFolder(const QString &folder);
 
 } // namespace tallyforge::test

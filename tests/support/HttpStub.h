@@ -38,7 +38,7 @@ struct HttpReply
     How how = How::Answer;
 };
 
-/// A web server on loopback that records what it is asked and answers what the test says.
+/// A web server on loopback that records each request and answers as the test says.
 class HttpStub final : public QTcpServer
 {
 public:

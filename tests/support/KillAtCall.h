@@ -14,7 +14,7 @@ namespace tallyforge::test {
 enum class End { Killed, Succeeded, Failed };
 
 /// Runs an action in a child process, which is killed after so many system calls unless it is done
-/// before. No destructor runs, nothing is flushed: it is how a crash looks.
+/// before. No destructor runs and nothing is flushed, as in a crash.
 inline End killAtCall(int calls, const std::function<bool()> &action)
 {
     const pid_t child = fork();

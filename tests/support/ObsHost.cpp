@@ -32,7 +32,7 @@ bool resetVideo()
     return obs_reset_video(&video) == OBS_VIDEO_SUCCESS;
 }
 
-// Nothing is to be heard, but without sound libobs waits for no source that is still to be destroyed.
+// No test listens, but without sound libobs doesn't wait for sources that are still to be destroyed.
 bool resetAudio()
 {
     const obs_audio_info audio{48000, SPEAKERS_STEREO};
@@ -61,7 +61,7 @@ ObsHost::~ObsHost()
     obs_remove_raw_video_callback(onFrame, this);
     obs_remove_main_rendered_callback(onRendered, this);
     show(nullptr);
-    // What has been let go of may still hold others, which libobs must not meet at its end.
+    // A released source may still hold others, which libobs must not meet at its end.
     while (obs_wait_for_destroy_queue()) {
     }
 }
@@ -86,7 +86,7 @@ QByteArray ObsHost::settledPicture()
             QThread::usleep(500);
         }
     };
-    // The frame under way may have begun before, and what its tick finds is drawn in the next one.
+    // The frame under way may have begun before, and a change that its tick finds is drawn in the next.
     // A frame that came late is handed over again, with the times of those that it stands for.
     waitFor([this, wanted = m_rendered + 3] { return m_rendered >= wanted; });
     waitFor([this, time = m_renderTime.load()] { return m_frameTime >= time; });

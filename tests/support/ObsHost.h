@@ -33,7 +33,7 @@ public:
     static bool load(const char *file, const char *data = nullptr);
     /// Makes a source the whole picture; null for none.
     static void show(obs_source_t *source) { obs_set_output_source(0, source); }
-    /// The picture once all that was asked for before has been drawn.
+    /// The picture, once every earlier change has been drawn.
     [[nodiscard]] QByteArray settledPicture();
     void setFrameCallback(const FrameCallback &callback);
 

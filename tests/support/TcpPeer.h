@@ -9,7 +9,7 @@
 
 namespace tallyforge {
 
-/// A server on loopback that keeps what its newest client sends.
+/// A server on loopback that keeps the bytes that its newest client sends.
 class TcpPeer
 {
 public:
