@@ -15,45 +15,6 @@ using namespace Qt::StringLiterals;
 
 namespace tallyforge {
 
-namespace {
-
-bool isSuccess(int status)
-{
-    return status >= 200 && status <= 299;
-}
-
-// A failure's body is {"detail":{"error":code}}, {"detail":sentence} or {"error":code}.
-QString readFailure(const QJsonObject &data, QString *code)
-{
-    const QJsonValue detail = data.value("detail"_L1);
-    *code = detail.toObject().value("error"_L1).toString();
-    if (code->isEmpty()) {
-        *code = data.value("error"_L1).toString();
-    }
-    return detail.toString();
-}
-
-PortalResult readResult(QNetworkReply *reply)
-{
-    PortalResult result;
-    // One that ran out of time in the middle has not been answered, whatever it began with.
-    if (reply->error() != QNetworkReply::OperationCanceledError &&
-        reply->error() != QNetworkReply::TimeoutError) {
-        result.status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    }
-    if (reply->isReadable()) { // one that was aborted isn't
-        result.data = QJsonDocument::fromJson(reply->readAll()).object();
-    }
-    result.ok = reply->error() == QNetworkReply::NoError && isSuccess(result.status);
-    if (!result.ok) {
-        const QString detail = readFailure(result.data, &result.code);
-        result.message = PortalClient::friendly(result.status, result.code, detail);
-    }
-    return result;
-}
-
-} // namespace
-
 PortalClient::PortalClient(const QString &baseUrl, QObject *parent)
     : PortalClient(baseUrl, Timing{}, parent)
 {
@@ -80,42 +41,55 @@ void PortalClient::setSessionFile(const QString &path)
 void PortalClient::request(const QString &verb, const QString &path, const QJsonObject *body,
                            const Callback &callback, bool tracksSession)
 {
-    QNetworkReply *reply =
-        send(verb, path, body ? QJsonDocument(*body).toJson(QJsonDocument::Compact) : QByteArray());
-    connect(reply, &QNetworkReply::finished, this, [this, reply, callback, tracksSession] {
-        finishRequest(reply, callback, tracksSession);
-    });
+    const PortalCall *call = send(PortalCall::Kind::InSession, verb, path, body);
+    connect(call, &PortalCall::finished, this,
+            [this, callback, tracksSession](const PortalResult &result) {
+                if (result.status == 401 && tracksSession) {
+                    setSignedIn(false);
+                }
+                if (callback) {
+                    callback(result);
+                }
+            });
 }
 
-QNetworkReply *PortalClient::send(const QString &verb, const QString &path, const QByteArray &body)
+PortalCall *PortalClient::send(PortalCall::Kind kind, const QString &verb, const QString &path,
+                               const QJsonObject *body)
 {
     QNetworkRequest request(QUrl(m_baseUrl + path, QUrl::TolerantMode));
     request.setHeader(QNetworkRequest::ContentTypeHeader, QByteArrayLiteral("application/json"));
     request.setRawHeader("Accept", "application/json");
     request.setRawHeader("User-Agent", "Tallyforge-OBS/" + build_config::version().toUtf8());
     request.setTransferTimeout(m_timing.transfer);
+    // Elsewhere a redirected sign-in would bring the password.
+    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
+                         QNetworkRequest::SameOriginRedirectPolicy);
+    if (kind == PortalCall::Kind::SignOut) { // the next session has its own cookies by then
+        request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
+    }
 
+    const QByteArray bytes =
+        body ? QJsonDocument(*body).toJson(QJsonDocument::Compact) : QByteArray();
+    QNetworkReply *reply = nullptr;
     if (verb == "GET"_L1) {
-        return m_network.get(request);
+        reply = m_network.get(request);
+    } else if (verb == "POST"_L1) {
+        reply = m_network.post(request, bytes);
+    } else if (verb == "PUT"_L1) {
+        reply = m_network.put(request, bytes);
+    } else {
+        reply = m_network.sendCustomRequest(request, verb.toUtf8(), bytes);
     }
-    if (verb == "POST"_L1) {
-        return m_network.post(request, body);
-    }
-    if (verb == "PUT"_L1) {
-        return m_network.put(request, body);
-    }
-    return m_network.sendCustomRequest(request, verb.toUtf8(), body);
+    return new PortalCall(kind, reply, m_timing.whole, this);
 }
 
-void PortalClient::finishRequest(QNetworkReply *reply, const Callback &callback, bool tracksSession)
+void PortalClient::endCalls(PortalCall::Kind kind)
 {
-    const PortalResult result = readResult(reply);
-    reply->deleteLater();
-    if (result.status == 401 && tracksSession) {
-        setSignedIn(false);
-    }
-    if (callback) {
-        callback(result);
+    const QList<PortalCall *> calls = findChildren<PortalCall *>(Qt::FindDirectChildrenOnly);
+    for (PortalCall *call : calls) {
+        if (call->kind() == kind) {
+            call->endWithSession();
+        }
     }
 }
 
@@ -156,51 +130,46 @@ QString PortalClient::friendly(int status, const QString &code, const QString &d
 void PortalClient::signIn(const QString &email, const QString &password, const Callback &callback)
 {
     const QJsonObject body{{u"email"_s, email.trimmed()}, {u"password"_s, password}};
-    request(
-        u"POST"_s, u"/auth/login"_s, &body,
-        [this, callback](const PortalResult &result) {
-            if (result.ok && !result.data.value("totp_required"_L1).toBool()) {
-                finishSignIn(result);
-            }
-            if (callback) {
-                callback(result);
-            }
-        },
-        false);
+    tryToSignIn(u"POST"_s, u"/auth/login"_s, &body, true, callback);
 }
 
 void PortalClient::signInWithCode(const QString &challengeId, const QString &code,
                                   const Callback &callback)
 {
     const QJsonObject body{{u"challenge_id"_s, challengeId}, {u"code"_s, code.trimmed()}};
-    request(
-        u"POST"_s, u"/auth/login/totp"_s, &body,
-        [this, callback](const PortalResult &result) {
-            if (result.ok) {
-                finishSignIn(result);
-            }
-            if (callback) {
-                callback(result);
-            }
-        },
-        false);
+    tryToSignIn(u"POST"_s, u"/auth/login/totp"_s, &body, false, callback);
 }
 
 void PortalClient::restoreSession(const Callback &callback)
 {
-    request(
-        u"GET"_s, u"/auth/me"_s, nullptr,
-        [this, callback](const PortalResult &result) {
-            if (result.ok) {
-                finishSignIn(result);
-            } else if (result.status == 401) {
-                m_jar->wipe();
-            }
-            if (callback) {
-                callback(result);
-            }
-        },
-        false);
+    tryToSignIn(u"GET"_s, u"/auth/me"_s, nullptr, false,
+                [this, callback](const PortalResult &result) {
+                    if (result.status == 401) {
+                        m_jar->wipe();
+                    }
+                    if (callback) {
+                        callback(result);
+                    }
+                });
+}
+
+void PortalClient::tryToSignIn(const QString &verb, const QString &path, const QJsonObject *body,
+                               bool codeMayFollow, const Callback &callback)
+{
+    endCalls(PortalCall::Kind::SignIn);
+    const PortalCall *call = send(PortalCall::Kind::SignIn, verb, path, body);
+    connect(call, &PortalCall::finished, this,
+            [this, codeMayFollow, callback](const PortalResult &result) {
+                const bool asksForCode =
+                    codeMayFollow && result.data.value("totp_required"_L1).toBool();
+                if (result.ok && !asksForCode) {
+                    endCalls(PortalCall::Kind::InSession);
+                    finishSignIn(result);
+                }
+                if (callback) {
+                    callback(result);
+                }
+            });
 }
 
 void PortalClient::finishSignIn(const PortalResult &result)
@@ -214,7 +183,9 @@ void PortalClient::finishSignIn(const PortalResult &result)
 
 void PortalClient::signOut()
 {
-    request(u"POST"_s, u"/auth/logout"_s, nullptr, {}, false);
+    endCalls(PortalCall::Kind::InSession);
+    endCalls(PortalCall::Kind::SignIn);
+    send(PortalCall::Kind::SignOut, u"POST"_s, u"/auth/logout"_s, nullptr);
     m_jar->wipe();
     m_email.clear();
     m_role.clear();
@@ -227,6 +198,9 @@ void PortalClient::setSignedIn(bool signedIn)
         return;
     }
     m_signedIn = signedIn;
+    if (!signedIn) {
+        endCalls(PortalCall::Kind::InSession);
+    }
     Q_EMIT signedInChanged(signedIn);
 }
 

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "portal/PortalCall.h"
 #include "portal/PortalTypes.h"
 
 #include <QList>
@@ -12,13 +13,17 @@
 #include <chrono>
 #include <functional>
 
-class QNetworkReply;
-
 namespace tallyforge {
 
 /// The client of the portal's REST API: sign-in with a session that outlasts the program, and the
 /// account's devices and graphics. Every call ends in exactly one call of its callback on the main
 /// thread, a time-out included, unless the client is destroyed first; a callback may be empty.
+///
+/// A reply belongs to the session under which it was asked. When that session ends, by a sign-out,
+/// a 401 or the next sign-in, its calls under way are given up, and their callbacks get a failure
+/// of the code PortalResult::sessionEndedCode. The same happens to a sign-in under way when another
+/// one is asked for, and at a sign-out.
+///
 /// Main thread only; nothing is logged here.
 class PortalClient final : public QObject
 {
@@ -31,6 +36,7 @@ public:
     struct Timing
     {
         std::chrono::milliseconds transfer{20000}; ///< without any progress of a request
+        std::chrono::milliseconds whole{60000};    ///< from a request to the last byte of its reply
     };
 
     /// baseUrl is an origin without a trailing slash.
@@ -88,8 +94,11 @@ Q_SIGNALS:
     void signedInChanged(bool signedIn);
 
 private:
-    QNetworkReply *send(const QString &verb, const QString &path, const QByteArray &body);
-    void finishRequest(QNetworkReply *reply, const Callback &callback, bool tracksSession);
+    PortalCall *send(PortalCall::Kind kind, const QString &verb, const QString &path,
+                     const QJsonObject *body);
+    void tryToSignIn(const QString &verb, const QString &path, const QJsonObject *body,
+                     bool codeMayFollow, const Callback &callback);
+    void endCalls(PortalCall::Kind kind);
     void finishSignIn(const PortalResult &result);
     void setSignedIn(bool signedIn);
 

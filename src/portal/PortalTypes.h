@@ -16,6 +16,11 @@ struct PortalResult
     QJsonObject data; ///< the body if it was a JSON object, also of a failure
     QString code;     ///< the portal's machine word for a failure, may be empty
     QString message;  ///< a sentence for the user, empty on success
+
+    /// The code of a call that was under way when its session ended, with the status 0.
+    static constexpr QLatin1StringView sessionEndedCode{"session_ended"};
+    /// Whether the call says nothing about the present session, so that its end is no news.
+    [[nodiscard]] bool isOfEndedSession() const { return code == sessionEndedCode; }
 };
 
 /// A device of the signed-in account.

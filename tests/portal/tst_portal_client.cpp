@@ -10,6 +10,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <algorithm>
+
 using namespace tallyforge;
 using namespace tallyforge::test;
 using namespace std::chrono_literals;
@@ -42,7 +44,7 @@ class TestPortalClient : public QObject
     }
     void restart()
     {
-        m_client = std::make_unique<PortalClient>(m_server->url(), PortalClient::Timing{400ms}, nullptr);
+        m_client = std::make_unique<PortalClient>(m_server->url(), PortalClient::Timing{400ms, 600ms}, nullptr);
         m_client->setSessionFile(sessionFile());
         m_results.clear();
     }
@@ -122,6 +124,85 @@ private Q_SLOTS:
         QVERIFY(!m_results[1].ok);
         QTest::qWait(50);
         QCOMPARE(m_results.size(), 2);
+    }
+
+    void replyWithoutAnEnd_data()
+    {
+        QTest::addColumn<HttpReply::How>("how");
+        QTest::addColumn<int>("status");
+        QTest::newRow("a byte now and then") << HttpReply::How::Drip << 0;
+        QTest::newRow("as fast as it goes") << HttpReply::How::Flood << 200;
+    }
+    void replyWithoutAnEnd()
+    {
+        QFETCH(HttpReply::How, how);
+        m_server->answer = [how](const HttpRequest &) { return HttpReply{200, "{", {}, how}; };
+        m_client->listDevices(keep());
+        QTRY_COMPARE(m_results.size(), 1);
+        QVERIFY(!m_results[0].ok);
+        QTEST(m_results[0].status, "status");
+    }
+
+    void redirectElsewhereGetsNoPassword()
+    {
+        HttpStub elsewhere;
+        m_server->answer = [&](const HttpRequest &) {
+            return answer(307, "{}", "Location: " + elsewhere.url().toUtf8() + "/auth/login\r\n");
+        };
+        m_client->signIn(u"a"_s, u"p"_s, keep());
+        QTRY_COMPARE(m_results.size(), 1);
+        QVERIFY(!m_results[0].ok);
+        QCOMPARE(elsewhere.requests.size(), 0);
+    }
+
+    // However a session ends, what was asked under it neither ends nor begins another one.
+    void callOfAnEndedSession_data()
+    {
+        QTest::addColumn<std::function<void(TestPortalClient &)>>("ask");
+        QTest::addColumn<std::function<void(TestPortalClient &)>>("end");
+        QTest::addColumn<bool>("signedIn");
+        using Step = std::function<void(TestPortalClient &)>;
+        const Step list = [](auto &t) { t.m_client->listDevices(t.keep()); };
+        const Step restore = [](auto &t) { t.m_client->restoreSession(t.keep()); };
+        const Step code = [](auto &t) { t.m_client->signInWithCode(u"h"_s, u"1"_s, t.keep()); };
+        const Step signOut = [](auto &t) { t.m_client->signOut(); };
+        const Step signIn = [](auto &t) { t.m_client->signIn(u"a"_s, u"p"_s, t.keep()); };
+        const Step expire = [](auto &t) { t.m_client->deviceState(u"expired"_s, {}); };
+        QTest::newRow("listing, signed out") << list << signOut << false;
+        QTest::newRow("listing, signed in anew") << list << signIn << true;
+        QTest::newRow("listing, another call's 401") << list << expire << false;
+        QTest::newRow("code, signed out") << code << signOut << false;
+        QTest::newRow("restore, signed in by hand") << restore << signIn << true;
+    }
+    void callOfAnEndedSession()
+    {
+        QFETCH(std::function<void(TestPortalClient &)>, ask);
+        QFETCH(std::function<void(TestPortalClient &)>, end);
+        QFETCH(bool, signedIn);
+        m_server->answer = [](const HttpRequest &) { return answer(200, userBody, "Set-Cookie: s=1\r\n"); };
+        m_client->signIn(u"a"_s, u"p"_s, {});
+        QTRY_VERIFY(m_client->signedIn());
+        m_server->answer = [](const HttpRequest &request) {
+            if (request.path == "/auth/login") {
+                return answer(200, userBody, "Set-Cookie: s=2; Path=/\r\n");
+            }
+            return request.path.contains("expired") ? answer(401, "{}")
+                                                    : HttpReply{401, "{}", {}, HttpReply::How::Hang};
+        };
+        ask(*this);
+        QTRY_COMPARE(m_server->requests.size(), 2);
+        end(*this);
+        QTRY_COMPARE(m_results.size(), signedIn ? 2 : 1);
+        m_server->release(userBody);
+        QCOMPARE(std::ranges::count_if(m_results, &PortalResult::isOfEndedSession), 1);
+        m_client->sendCommand(u"d"_s, u"x"_s, {}, {});
+        QTRY_VERIFY(m_server->asked().last().endsWith("/x"));
+        QCOMPARE(m_client->signedIn(), signedIn);
+        QCOMPARE(m_results.size(), signedIn ? 2 : 1);
+        if (signedIn) {
+            QCOMPARE(m_server->requests.last().headers.value("cookie"), "s=2");
+            QVERIFY(QFile::exists(sessionFile()));
+        }
     }
 
     void operations_data()
