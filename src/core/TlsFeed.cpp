@@ -17,6 +17,14 @@ using namespace Qt::StringLiterals;
 
 namespace tallyforge {
 
+namespace {
+
+// What is read in one turn of the event loop, some hundred lines; the rest stays with the system,
+// so that a device that floods doesn't hold OBS up.
+constexpr qint64 readBufferSize = 16384;
+
+} // namespace
+
 TlsFeed::TlsFeed(QObject *parent)
     : TlsFeed(Timing{}, parent)
 {
@@ -45,21 +53,25 @@ void TlsFeed::connectTo(const QString &host, quint16 port, const QString &token)
     m_port = port == 0 ? defaultPort : port;
     m_token = token;
     m_lastError.clear();
-    m_wanted = true;
     m_backoff = m_timing.firstBackoff;
     openSocket();
 }
 
 void TlsFeed::stop()
 {
-    m_wanted = false;
-    m_attemptOver = true;
+    const bool wasAuthenticated = isAuthenticated();
+    m_state = State::Idle;
     m_reconnectTimer.stop();
     m_attemptTimer.stop();
     dropSocket();
-    if (std::exchange(m_authed, false)) {
+    if (wasAuthenticated) {
         Q_EMIT connectedChanged(false, QString());
     }
+}
+
+bool TlsFeed::isAuthenticated() const
+{
+    return m_state == State::Live || m_state == State::Refused;
 }
 
 void TlsFeed::dropSocket()
@@ -75,17 +87,12 @@ void TlsFeed::dropSocket()
 
 void TlsFeed::openSocket()
 {
-    if (!m_wanted) {
-        return;
-    }
     dropSocket();
     m_buffer.clear();
-    m_encrypted = false;
-    m_authed = false;
-    m_refused = false;
-    m_attemptOver = false;
+    m_state = State::Connecting;
 
     m_socket = new QSslSocket(this);
+    m_socket->setReadBufferSize(readBufferSize);
     connect(m_socket, &QSslSocket::sslErrors, m_socket,
             [socket = m_socket] { socket->ignoreSslErrors(); });
     connect(m_socket, &QSslSocket::encrypted, this, &TlsFeed::sendAuth);
@@ -100,7 +107,7 @@ void TlsFeed::openSocket()
 
 void TlsFeed::sendAuth()
 {
-    m_encrypted = true;
+    m_state = State::Authenticating;
     platform::enableKeepAlive(m_socket->socketDescriptor());
     const QJsonObject auth{{u"type"_s, u"auth"_s}, {u"token"_s, m_token}};
     m_socket->write(QJsonDocument(auth).toJson(QJsonDocument::Compact) + "\r\n");
@@ -117,7 +124,7 @@ void TlsFeed::readLines()
         }
         handleMessage(document.object());
         // A slot may have stopped the feed or sent it to another device, and a rejection ends it.
-        if (socket != m_socket || !m_wanted) {
+        if (socket != m_socket || m_state == State::Idle) {
             return;
         }
     }
@@ -126,11 +133,11 @@ void TlsFeed::readLines()
 void TlsFeed::handleMessage(const QJsonObject &message)
 {
     const QString type = message.value("type"_L1).toString();
-    if (!m_authed) {
+    if (!isAuthenticated()) {
         handleFirstMessage(type);
     } else if (type == "auth_fail"_L1) {
         m_lastError = tr("The device rejected the connection.");
-        m_refused = true;
+        m_state = State::Refused;
     } else {
         Q_EMIT envelope(message);
     }
@@ -140,24 +147,23 @@ void TlsFeed::handleFirstMessage(const QString &type)
 {
     m_attemptTimer.stop();
     if (type == "auth_ok"_L1) {
-        m_authed = true;
+        m_state = State::Live;
         m_backoff = m_timing.firstBackoff;
         m_lastError.clear();
         Q_EMIT connectedChanged(true, QString());
         return;
     }
-    m_lastError =
-        tr("The device rejected the connection. Re-run device setup to refresh its access.");
-    m_wanted = false;
-    m_attemptOver = true;
+    m_state = State::Idle;
     m_socket->abort();
-    Q_EMIT connectedChanged(false, m_lastError);
+    Q_EMIT connectedChanged(
+        false,
+        tr("The device rejected the connection. Re-run device setup to refresh its access."));
 }
 
 void TlsFeed::onError()
 {
     // A device that hangs up after its "auth_fail" has given the better reason already.
-    if (!m_refused || m_socket->error() != QAbstractSocket::RemoteHostClosedError) {
+    if (m_state != State::Refused || m_socket->error() != QAbstractSocket::RemoteHostClosedError) {
         m_lastError =
             tr("Could not reach the device on your network (%1).").arg(m_socket->errorString());
     }
@@ -174,7 +180,7 @@ void TlsFeed::endIfUnconnected()
 
 void TlsFeed::onDisconnected()
 {
-    endAttempt(m_authed || !m_encrypted);
+    endAttempt();
 }
 
 void TlsFeed::onAttemptTimeout()
@@ -182,23 +188,24 @@ void TlsFeed::onAttemptTimeout()
     m_lastError = tr("Could not reach the device on your network (%1).")
                       .arg(tr("The device did not answer in time"));
     dropSocket();
-    endAttempt(true);
+    m_state = State::Connecting; // even a device that did not answer the token was not reached
+    endAttempt();
 }
 
-void TlsFeed::endAttempt(bool report)
+void TlsFeed::endAttempt()
 {
-    if (std::exchange(m_attemptOver, true)) {
+    if (m_state == State::Idle || m_state == State::Waiting) {
         return;
     }
+    // A device that hangs up before it answered the token is merely tried again.
+    const bool isNews = m_state != State::Authenticating;
+    m_state = State::Waiting;
     m_attemptTimer.stop();
-    m_authed = false;
-    if (m_wanted && !m_reconnectTimer.isActive()) {
-        m_reconnectTimer.start(m_backoff);
-        m_backoff = std::min(m_backoff * 2, m_timing.maxBackoff);
-    }
-    // Last, for a slot may start over with another device.
-    if (report) {
-        Q_EMIT connectedChanged(false, m_lastError);
+    m_reconnectTimer.start(m_backoff);
+    m_backoff = std::min(m_backoff * 2, m_timing.maxBackoff);
+    if (isNews) {
+        const QString reason = m_lastError; // a slot may start over with another device
+        Q_EMIT connectedChanged(false, reason);
     }
 }
 

@@ -57,6 +57,16 @@ Q_SIGNALS:
     void envelope(const QJsonObject &envelope);
 
 private:
+    enum class State {
+        Idle,           // not wanted, or refused for good
+        Connecting,     // up to the end of the TLS handshake
+        Authenticating, // waiting for the answer to the token
+        Live,
+        Refused, // "auth_fail" came on a live connection, whose end is near
+        Waiting, // for the next attempt
+    };
+
+    [[nodiscard]] bool isAuthenticated() const;
     void openSocket();
     void dropSocket();
     void sendAuth();
@@ -67,7 +77,7 @@ private:
     void onDisconnected();
     void onAttemptTimeout();
     void endIfUnconnected();
-    void endAttempt(bool report);
+    void endAttempt();
 
     const Timing m_timing;
     QSslSocket *m_socket = nullptr; // child of the feed, a new one for each attempt
@@ -75,11 +85,7 @@ private:
     quint16 m_port = defaultPort;
     QString m_token;
     LineBuffer m_buffer;
-    bool m_encrypted = false;
-    bool m_authed = false;
-    bool m_refused = false; // "auth_fail" came on an authenticated connection
-    bool m_wanted = false;
-    bool m_attemptOver = true; // the end of the present attempt has been dealt with
+    State m_state = State::Idle;
     QString m_lastError;
     QTimer m_reconnectTimer;
     QTimer m_attemptTimer;

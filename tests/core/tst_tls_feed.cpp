@@ -240,6 +240,40 @@ private Q_SLOTS:
         QTRY_COMPARE(r.events, (QStringList{u"up"_s, u"{\"a\":1}"_s, u"down "_s, u"up"_s}));
     }
 
+    void listenerThatStartsOverLeavesTheReasonToTheNext()
+    {
+        Device device;
+        TlsFeed feed(quick, nullptr);
+        QStringList reasons;
+        connect(&feed, &TlsFeed::connectedChanged, this, [&](bool up) {
+            if (!up) {
+                feed.connectTo(u"127.0.0.1"_s, device.port(), u"t"_s);
+            }
+        });
+        connect(&feed, &TlsFeed::connectedChanged, this,
+                [&](bool, const QString &reason) { reasons.append(reason.left(5)); });
+        feed.connectTo(u"127.0.0.1"_s, device.port(), u"t"_s);
+        QTRY_COMPARE(reasons.size(), 1);
+        device.client->abort();
+        QTRY_COMPARE(reasons, (QStringList{QString(), u"Could"_s, QString()}));
+    }
+
+    void floodArrivesWholeBeforeTheEnd()
+    {
+        constexpr int count = 20000;
+        Device device;
+        for (int i = 0; i < count; ++i) {
+            device.greeting += "{\"a\":" + QByteArray::number(i) + "}\n";
+        }
+        Recorded r;
+        r.to(device);
+        QTRY_VERIFY(!r.events.isEmpty());
+        device.client->disconnectFromHost();
+        QTRY_VERIFY(r.events.size() >= count + 2);
+        QCOMPARE(r.events[count], u"{\"a\":%1}"_s.arg(count - 1));
+        QVERIFY(r.events[count + 1].startsWith(u"down "_s));
+    }
+
     void portZeroMeansTheDefault()
     {
         QTcpServer server;
