@@ -10,6 +10,7 @@
 
 #include <QSignalBlocker>
 
+#include <tuple>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -53,29 +54,24 @@ SourceManager::~SourceManager()
 
 void SourceManager::useCloud(const QString &deviceId)
 {
-    if (!changeRoute(Mode::Cloud, deviceId, deviceId)) {
-        return;
-    }
+    const Announcement news = beginRoute(Mode::Cloud, deviceId, deviceId);
     m_failCount = 0;
-    setStatus(false, tr("Connecting to %1…").arg(m_label));
     m_pollTimer.start();
+    announce(news, tr("Connecting to %1…").arg(deviceId));
     pollCloud();
 }
 
 void SourceManager::useLan(const QString &deviceId, const LanDevice &device)
 {
-    if (!changeRoute(Mode::Lan, deviceId, device.name.isEmpty() ? deviceId : device.name)) {
-        return;
-    }
-    setStatus(false, tr("Connecting to %1 on your network…").arg(m_label));
+    const QString label = device.name.isEmpty() ? deviceId : device.name;
+    const Announcement news = beginRoute(Mode::Lan, deviceId, label);
     m_feed->connectTo(device.host, TlsFeed::defaultPort, device.token);
+    announce(news, tr("Connecting to %1 on your network…").arg(label));
 }
 
 void SourceManager::useSession(DeviceSession *session, const QString &label)
 {
-    if (!changeRoute(Mode::Session, session->deviceId(), label, session)) {
-        return;
-    }
+    const Announcement news = beginRoute(Mode::Session, session->deviceId(), label, session);
     connect(session, &DeviceSession::envelope, this, &SourceManager::onSessionEnvelope);
     connect(session, &DeviceSession::stateChanged, this, &SourceManager::onSessionStateChanged);
     connect(session, &QObject::destroyed, this, [this] {
@@ -83,14 +79,15 @@ void SourceManager::useSession(DeviceSession *session, const QString &label)
             onSessionStateChanged(DeviceSession::State::Lost, {});
         }
     });
-    setStatus(false, tr("Connected to %1, waiting for scoreboard data…").arg(m_label));
+    announce(news, tr("Connected to %1, waiting for scoreboard data…").arg(label));
 }
 
-// False when somebody who heard of the change has chosen yet another route.
-bool SourceManager::changeRoute(Mode mode, const QString &deviceId, const QString &label,
-                                DeviceSession *session)
+// Ends the old route and enters the new one without a signal, so that the caller can wire it before
+// anybody hears of it.
+SourceManager::Announcement SourceManager::beginRoute(Mode mode, const QString &deviceId,
+                                                      const QString &label, DeviceSession *session)
 {
-    const unsigned generation = ++m_generation;
+    m_generation.next();
     m_pollTimer.stop();
     m_pollInFlight = false;
     {
@@ -102,15 +99,29 @@ bool SourceManager::changeRoute(Mode mode, const QString &deviceId, const QStrin
         old->disconnect(this);
     }
     m_sessionUp = session != nullptr;
+    const bool isOther =
+        std::tie(mode, deviceId, label) != std::tie(m_mode, m_deviceId, m_label) || old != session;
     m_mode = mode;
     m_deviceId = deviceId;
     m_label = label;
-    if (old && old != session && old->parent() == this) {
-        Q_EMIT sessionLeft(old);
-    }
+    return {old, isOther};
+}
+
+// Tells of the route that stands. A slot may choose another route at any of these signals; that one
+// has then been announced, so the rest of this announcement finds nothing new or repeats it.
+void SourceManager::announce(const Announcement &news, const QString &text)
+{
+    const bool isNews = news.isOtherRoute || m_isLive || text != m_statusText;
+    m_isLive = false;
+    m_statusText = text;
     m_live->clear();
-    m_live->setSourceLabel(m_label);
-    return generation == m_generation;
+    m_live->setSourceLabel(QString(m_label));
+    if (isNews) {
+        Q_EMIT statusChanged();
+    }
+    if (news.left && news.left != m_session && news.left->parent() == this) {
+        Q_EMIT sessionLeft(news.left);
+    }
 }
 
 void SourceManager::setStatus(bool live, const QString &text)
@@ -133,17 +144,12 @@ void SourceManager::pollCloud()
         return;
     }
     m_pollInFlight = true;
-    m_portal->deviceState(m_deviceId, [self = QPointer(this), generation = m_generation,
-                                       signOuts = m_signOuts](const PortalResult &result) {
-        if (!self || generation != self->m_generation) {
-            return;
+    m_portal->deviceState(m_deviceId, m_generation.guard([this](const PortalResult &result) {
+        m_pollInFlight = false;
+        if (!result.isOfEndedSession()) {
+            onCloudReply(result);
         }
-        self->m_pollInFlight = false;
-        // Of what was under way at a sign-out, only the portal's own word for it is news.
-        if (signOuts == self->m_signOuts || result.status == 401) {
-            self->onCloudReply(result);
-        }
-    });
+    }));
 }
 
 void SourceManager::onCloudReply(const PortalResult &result)
@@ -159,13 +165,12 @@ void SourceManager::onCloudReply(const PortalResult &result)
         return;
     }
     const bool online = result.data.value("online"_L1).toBool(true);
-    const unsigned generation = m_generation;
+    const auto isSameRoute = m_generation.watch();
     m_live->ingest(result.data);
-    if (generation != m_generation) {
-        return; // a slot has changed the route
+    if (isSameRoute()) {
+        setStatus(online, online ? tr("Live from %1").arg(m_label)
+                                 : tr("%1 is offline. Showing its last scores.").arg(m_label));
     }
-    setStatus(online, online ? tr("Live from %1").arg(m_label)
-                             : tr("%1 is offline. Showing its last scores.").arg(m_label));
 }
 
 void SourceManager::onCloudFailure(const PortalResult &result)
@@ -192,7 +197,6 @@ void SourceManager::onSignedInChanged(bool signedIn)
     if (signedIn || m_mode != Mode::Cloud) {
         return;
     }
-    ++m_signOuts;
     m_pollTimer.stop();
     setStatus(false, tr("Signed out. Sign in to see live scores."));
 }
@@ -202,8 +206,8 @@ void SourceManager::onFeedEnvelope(const QJsonObject &envelope)
     if (m_mode != Mode::Lan) {
         return;
     }
-    const unsigned generation = m_generation;
-    if (m_live->ingest(envelope) && !m_isLive && generation == m_generation) {
+    const auto isSameRoute = m_generation.watch();
+    if (m_live->ingest(envelope) && isSameRoute() && !m_isLive) {
         setStatus(true, tr("Live from %1 over your network").arg(m_label));
     }
 }
@@ -222,8 +226,8 @@ void SourceManager::onFeedConnectedChanged(bool connected, const QString &reason
 
 void SourceManager::onSessionEnvelope(const QJsonObject &envelope)
 {
-    const unsigned generation = m_generation;
-    if (m_live->ingest(envelope) && !m_isLive && generation == m_generation) {
+    const auto isSameRoute = m_generation.watch();
+    if (m_live->ingest(envelope) && isSameRoute() && !m_isLive) {
         setStatus(true, tr("Live from %1").arg(m_label));
     }
 }

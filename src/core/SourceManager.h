@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "common/Generation.h"
 #include "device/DeviceSession.h"
 
 #include <QJsonObject>
@@ -52,8 +53,7 @@ public:
     /// Follows a device through its feed on the local network.
     void useLan(const QString &deviceId, const LanDevice &device);
     /// Follows the device of a session, over whatever link that has, until another route is chosen.
-    /// Whoever has no more use for the session of its own makes it the manager's child; see
-    /// sessionLeft().
+    /// A caller that is done with the session makes it the manager's child; see sessionLeft().
     void useSession(DeviceSession *session, const QString &label);
 
     [[nodiscard]] Mode mode() const { return m_mode; }
@@ -66,15 +66,23 @@ public:
     [[nodiscard]] QString statusText() const { return m_statusText; }
 
 Q_SIGNALS:
-    /// isLive() or statusText() has changed.
+    /// isLive(), statusText() or the route has changed.
     void statusChanged();
     /// Another route has been chosen, and a session that is the manager's child feeds nothing any
-    /// more. The receiver takes it over, for it may still carry a tunnel, or ends it.
+    /// more. The receiver takes it over, because it may still carry a tunnel, or ends it.
     void sessionLeft(tallyforge::DeviceSession *session);
 
 private:
-    [[nodiscard]] bool changeRoute(Mode mode, const QString &deviceId, const QString &label,
-                                   DeviceSession *session = nullptr);
+    /// What is to be told of a change of route, once the new one is wired.
+    struct Announcement
+    {
+        QPointer<DeviceSession> left; ///< the session of the old route, if it had one
+        bool isOtherRoute;            ///< by its mode, device, name or session
+    };
+
+    [[nodiscard]] Announcement beginRoute(Mode mode, const QString &deviceId, const QString &label,
+                                          DeviceSession *session = nullptr);
+    void announce(const Announcement &news, const QString &text);
     void setStatus(bool live, const QString &text);
     void pollCloud();
     void onCloudReply(const PortalResult &result);
@@ -97,8 +105,7 @@ private:
     QTimer m_pollTimer;
     bool m_pollInFlight = false;
     int m_failCount = 0;
-    unsigned m_generation = 0; // counts route changes; a reply to an older one is dropped
-    unsigned m_signOuts = 0;
+    Generation m_generation; // of the route: a reply to an older one is dropped
     TlsFeed *m_feed;
     QPointer<DeviceSession> m_session; // of the present route
     bool m_sessionUp = false;          // as far as it has told

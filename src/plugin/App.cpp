@@ -56,14 +56,6 @@ QString configPath(const char *file)
     return result;
 }
 
-PortalResult signedOutMeanwhile()
-{
-    PortalResult result;
-    result.status = 401;
-    result.message = PortalClient::friendly(result.status, {}, {});
-    return result;
-}
-
 } // namespace
 
 void App::init(const QString &portalUrl)
@@ -237,7 +229,6 @@ void App::onSignedInChanged(bool signedIn)
     std::unique_lock lock(lifetime().mutex);
     m_graphics.signedIn = signedIn;
     if (!signedIn) {
-        ++m_signOuts;
         m_graphics.outputs.clear();
     }
     lock.unlock();
@@ -257,8 +248,7 @@ void App::onSignedInChanged(bool signedIn)
 
 void App::refreshDevices(const Callback &callback)
 {
-    m_portal.listDevices([this, callback, asked = m_signOuts](const PortalResult &reply) {
-        const PortalResult result = asked == m_signOuts ? reply : signedOutMeanwhile();
+    m_portal.listDevices([this, callback](const PortalResult &result) {
         if (result.ok) {
             m_devices = PortalClient::parseDevices(result.data);
             Q_EMIT devicesChanged();
@@ -278,11 +268,10 @@ void App::refreshOutputs(const Callback &callback)
         }
         return;
     }
-    m_portal.listGraphicsOutputs([this, callback, asked = m_signOuts](const PortalResult &reply) {
-        const PortalResult result = asked == m_signOuts ? reply : signedOutMeanwhile();
+    m_portal.listGraphicsOutputs([this, callback](const PortalResult &result) {
         if (result.ok) {
             setOutputs(PortalClient::parseOutputs(result.data, m_portal.baseUrl()));
-        } else {
+        } else if (!result.isOfEndedSession()) {
             setOutputsError(result.message);
         }
         if (callback) {

@@ -134,8 +134,7 @@ private:
     SourceManager *m_sources = nullptr; // child
     HostedServer *m_server = nullptr;   // child
     QList<PortalDevice> m_devices;
-    Graphics m_graphics;     // changes under the lock that keeps other threads' readers out
-    unsigned m_signOuts = 0; // a list that was asked for before the last one isn't ours any more
+    Graphics m_graphics; // changes under the lock that keeps other threads' readers out
 };
 
 } // namespace tallyforge

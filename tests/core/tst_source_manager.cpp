@@ -11,6 +11,7 @@
 
 #include <QElapsedTimer>
 #include <QSignalSpy>
+#include <QSslSocket>
 #include <QTest>
 
 using namespace tallyforge;
@@ -233,6 +234,50 @@ private Q_SLOTS:
         link->lose(u"x"_s);
         QCOMPARE(b.texts.last(), text);
         QCOMPARE(b.live.fieldNames(), QStringList());
+    }
+
+    void routeChosenInASlot_data()
+    {
+        QTest::addColumn<SourceManager::Mode>("first");
+        QTest::addColumn<SourceManager::Mode>("second");
+        const char *names[] = {"", "cloud", "lan", "session"};
+        for (int first = 1; first <= 3; ++first) {
+            for (int second = 1; second <= 3; ++second) {
+                QTest::addRow("%s, then %s", names[first], names[second])
+                    << SourceManager::Mode(first) << SourceManager::Mode(second);
+            }
+        }
+    }
+    void routeChosenInASlot()
+    {
+        QFETCH(SourceManager::Mode, first);
+        QFETCH(SourceManager::Mode, second);
+        Rig b;
+        FakeLink *links[] = {new FakeLink, new FakeLink};
+        DeviceSession sessions[] = {{links[0], nullptr}, {links[1], nullptr}};
+        const auto use = [&](SourceManager::Mode mode, int number) {
+            const QString name = number ? u"second"_s : u"first"_s;
+            switch (mode) {
+            case SourceManager::Mode::Cloud:
+                return b.manager.useCloud(name);
+            case SourceManager::Mode::Lan:
+                return b.manager.useLan(name, {u"127.0.0.1"_s, u"t"_s, QString()});
+            default:
+                return b.manager.useSession(&sessions[number], name);
+            }
+        };
+        connect(&b.manager, &SourceManager::statusChanged, this, [&] { use(second, 1); }, Qt::SingleShotConnection);
+        use(first, 0);
+        QCOMPARE(b.manager.mode(), second);
+        QCOMPARE(b.manager.label() + b.live.sourceLabel(), u"secondsecond"_s);
+        QVERIFY2(b.texts.last().contains(u"second"_s), qPrintable(b.texts.last()));
+        Q_EMIT links[0]->envelope(scores(9));
+        QCOMPARE(b.live.fieldNames(), QStringList());
+        QTest::qWait(20); // for a request that should not be sent, and the end of old sockets
+        QCOMPARE(b.feed().findChildren<QSslSocket *>().size(), second == SourceManager::Mode::Lan ? 1 : 0);
+        for (const QByteArray &asked : b.portalSide.asked()) {
+            QVERIFY2(!asked.contains("first"), asked);
+        }
     }
 
     void lateReplyToAnOlderRouteIsDropped()
