@@ -129,6 +129,7 @@ QString PortalClient::friendly(int status, const QString &code, const QString &d
 
 void PortalClient::signIn(const QString &email, const QString &password, const Callback &callback)
 {
+    endCalls(PortalCall::Kind::SignIn); // the user's newest wish counts
     const QJsonObject body{{u"email"_s, email.trimmed()}, {u"password"_s, password}};
     tryToSignIn(u"POST"_s, u"/auth/login"_s, &body, true, callback);
 }
@@ -136,6 +137,7 @@ void PortalClient::signIn(const QString &email, const QString &password, const C
 void PortalClient::signInWithCode(const QString &challengeId, const QString &code,
                                   const Callback &callback)
 {
+    endCalls(PortalCall::Kind::SignIn);
     const QJsonObject body{{u"challenge_id"_s, challengeId}, {u"code"_s, code.trimmed()}};
     tryToSignIn(u"POST"_s, u"/auth/login/totp"_s, &body, false, callback);
 }
@@ -156,13 +158,13 @@ void PortalClient::restoreSession(const Callback &callback)
 void PortalClient::tryToSignIn(const QString &verb, const QString &path, const QJsonObject *body,
                                bool codeMayFollow, const Callback &callback)
 {
-    endCalls(PortalCall::Kind::SignIn);
     const PortalCall *call = send(PortalCall::Kind::SignIn, verb, path, body);
     connect(call, &PortalCall::finished, this,
             [this, codeMayFollow, callback](const PortalResult &result) {
                 const bool asksForCode =
                     codeMayFollow && result.data.value("totp_required"_L1).toBool();
                 if (result.ok && !asksForCode) {
+                    endCalls(PortalCall::Kind::SignIn);
                     endCalls(PortalCall::Kind::InSession);
                     finishSignIn(result);
                 }

@@ -21,8 +21,8 @@ namespace tallyforge {
 ///
 /// A reply belongs to the session under which it was asked. When that session ends, by a sign-out,
 /// a 401 or the next sign-in, its calls under way are given up, and their callbacks get a failure
-/// of the code PortalResult::sessionEndedCode. The same happens to a sign-in under way when another
-/// one is asked for, and at a sign-out.
+/// of the code PortalResult::sessionEndedCode. The same happens to a sign-in under way when the
+/// user asks for another one, when another one is accepted, and at a sign-out.
 ///
 /// Main thread only; nothing is logged here.
 class PortalClient final : public QObject
