@@ -11,15 +11,16 @@
 #include "tests/support/FakeModule.h"
 #include "tests/support/HttpStub.h"
 #include "tests/support/Pty.h"
-#include "ui/Dock.h"
-#include "ui/DockRegistration.h"
-#include "ui/NarrowWidgets.h"
-#include "ui/ScoreLine.h"
-#include "ui/UpdateBanner.h"
-#include "ui/UpdateFooter.h"
+#include "ui/dock/Dock.h"
+#include "ui/dock/DockRegistration.h"
+#include "ui/dock/ScoreLine.h"
+#include "ui/dock/UpdateBanner.h"
+#include "ui/dock/UpdateFooter.h"
 
 #include <QAccessible>
 #include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
 #include <QDateTime>
 #include <QDesktopServices>
 #include <QJsonDocument>

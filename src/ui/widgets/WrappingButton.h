@@ -3,21 +3,14 @@
 
 #pragma once
 
+#include "ui/widgets/WrappedText.h"
+
 #include <QCheckBox>
-#include <QComboBox>
 #include <QEvent>
-#include <QGroupBox>
 #include <QPushButton>
-#include <QStyleOption>
-#include <QVBoxLayout>
+#include <QStyleOptionButton>
 
 namespace tallyforge {
-
-/// The text with line breaks where it has to be wrapped for a width in pixels; a longer word stays
-/// whole.
-[[nodiscard]] QString wrapText(const QString &text, const QFont &font, int width);
-/// The width of the longest word, below which wrapText() can't go.
-[[nodiscard]] int widestWord(const QString &text, const QFont &font);
 
 /// A button whose text is wrapped where it doesn't fit, so that it asks for no more width than its
 /// longest word. The style draws it as it draws any other.
@@ -77,37 +70,5 @@ private:
 
 using WrappingButton = Wrapping<QPushButton, QStyle::CT_PushButton>;
 using WrappingCheckBox = Wrapping<QCheckBox, QStyle::CT_CheckBox>;
-
-/// A combo box that never grows with its items: names that don't fit lose their middle. The wheel
-/// scrolls the page over it, and changes no choice.
-class ElidingComboBox final : public QComboBox
-{
-    Q_OBJECT
-
-public:
-    explicit ElidingComboBox(QWidget *parent = nullptr);
-
-protected:
-    void initStyleOption(QStyleOptionComboBox *option) const override;
-    void wheelEvent(QWheelEvent *event) override;
-};
-
-/// A group of the page, one widget below the other. A title that doesn't fit is elided.
-class Group : public QGroupBox
-{
-    Q_OBJECT
-
-public:
-    explicit Group(const QString &title, QWidget *parent = nullptr);
-
-    [[nodiscard]] QSize minimumSizeHint() const override;
-
-protected:
-    void initStyleOption(QStyleOptionGroupBox *option) const override;
-    [[nodiscard]] QVBoxLayout *column() const { return m_column; }
-
-private:
-    QVBoxLayout *const m_column; // of the group
-};
 
 } // namespace tallyforge

@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
-#include "ui/UpdateBanner.h"
+#include "ui/dock/UpdateBanner.h"
 
 #include "common/BuildConfig.h"
-#include "ui/Hint.h"
-#include "ui/NarrowWidgets.h"
+#include "ui/widgets/ThemedLabel.h"
+#include "ui/widgets/WrappingButton.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QProgressBar>
+#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 

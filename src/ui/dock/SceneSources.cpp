@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
-#include "ui/SceneSources.h"
+#include "ui/dock/SceneSources.h"
 
 #include <QString>
 
@@ -45,11 +45,6 @@ void addSourceToScene(const char *kind, const QString &baseName, const char *tex
         obs_scene_add(scene, source);
         obs_frontend_open_source_properties(source);
     }
-}
-
-bool outputActive()
-{
-    return obs_frontend_streaming_active() || obs_frontend_recording_active();
 }
 
 } // namespace tallyforge

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
-#include "ui/ScoreView.h"
+#include "ui/dock/ScoreView.h"
 
-#include "ui/Hint.h"
+#include "ui/widgets/ThemedLabel.h"
 
 #include <QEvent>
 

@@ -1,19 +1,18 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
-#include "ui/Dock.h"
+#include "ui/dock/Dock.h"
 
 #include "common/BuildConfig.h"
 #include "plugin/App.h"
-#include "ui/DevicesGroup.h"
-#include "ui/SceneGroup.h"
-#include "ui/SceneSources.h"
-#include "ui/ScoreboardGroup.h"
-#include "ui/ServerGroup.h"
-#include "ui/SignInForm.h"
-#include "ui/SignedInRow.h"
-#include "ui/UpdateBanner.h"
-#include "ui/UpdateFooter.h"
+#include "ui/dock/DevicesGroup.h"
+#include "ui/dock/SceneGroup.h"
+#include "ui/dock/ScoreboardGroup.h"
+#include "ui/dock/ServerGroup.h"
+#include "ui/dock/SignInForm.h"
+#include "ui/dock/SignedInRow.h"
+#include "ui/dock/UpdateBanner.h"
+#include "ui/dock/UpdateFooter.h"
 
 #include <QDesktopServices>
 #include <QPaintEvent>
@@ -24,6 +23,8 @@
 #include <QStyleOption>
 #include <QUrl>
 #include <QVBoxLayout>
+
+#include <obs-frontend-api.h>
 
 #include <chrono>
 
@@ -154,7 +155,7 @@ void Dock::refreshUpdate()
     view.packageUrl = updater.info().url;
     view.progress = updater.progress();
     view.canInstallInPlace = updater.canInstallInPlace();
-    view.outputActive = outputActive();
+    view.outputActive = obs_frontend_streaming_active() || obs_frontend_recording_active();
     view.lastCheck = m_app.settings().lastUpdateCheck();
     m_banner->refresh(view);
     m_footer->refresh(view);

@@ -3,14 +3,15 @@
 
 #pragma once
 
-#include "ui/NarrowWidgets.h"
+#include "ui/widgets/Group.h"
 
+class QCheckBox;
 class QSpinBox;
 
 namespace tallyforge {
 
-class ThemedLabel;
 class App;
+class ThemedLabel;
 
 /// Switches the server for other programs on and off, and tells how it fares.
 class ServerGroup final : public Group

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "ui/DeviceDialogs.h"
+#include "ui/dock/DeviceDialogs.h"
 
 #include <QTimer>
 #include <QWidget>

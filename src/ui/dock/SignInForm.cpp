@@ -1,15 +1,17 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
-#include "ui/SignInForm.h"
+#include "ui/dock/SignInForm.h"
 
 #include "portal/PortalClient.h"
-#include "ui/Hint.h"
+#include "ui/widgets/ThemedLabel.h"
+#include "ui/widgets/WrappingButton.h"
 
 #include <QDesktopServices>
 #include <QLineEdit>
 #include <QPointer>
 #include <QUrl>
+#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 

@@ -1,16 +1,18 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
-#include "ui/UpdateFooter.h"
+#include "ui/dock/UpdateFooter.h"
 
 #include "common/BuildConfig.h"
 #include "plugin/App.h"
-#include "ui/Hint.h"
-#include "ui/UpdateBanner.h"
+#include "ui/dock/UpdateBanner.h"
+#include "ui/widgets/ThemedLabel.h"
+#include "ui/widgets/WrappingButton.h"
 
 #include <QDateTime>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 

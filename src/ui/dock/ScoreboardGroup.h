@@ -3,13 +3,16 @@
 
 #pragma once
 
-#include "ui/NarrowWidgets.h"
+#include "ui/widgets/Group.h"
+
+class QCheckBox;
+class QComboBox;
 
 namespace tallyforge {
 
-class ThemedLabel;
-class ScoreView;
 class App;
+class ScoreView;
+class ThemedLabel;
 
 /// Chooses the scoreboard that is followed, and the way to it, and shows what comes from there.
 class ScoreboardGroup final : public Group

@@ -14,6 +14,7 @@ class QPushButton;
 namespace tallyforge {
 
 class ThemedLabel;
+
 /// All of the updater that the page shows.
 struct UpdateView
 {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
-#include "ui/SignedInRow.h"
+#include "ui/dock/SignedInRow.h"
 
 #include "portal/PortalClient.h"
 

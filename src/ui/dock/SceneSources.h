@@ -13,7 +13,4 @@ namespace tallyforge {
 /// this kind, nothing happens.
 void addSourceToScene(const char *kind, const QString &baseName, const char *textTemplate);
 
-/// Whether OBS is streaming or recording.
-[[nodiscard]] bool outputActive();
-
 } // namespace tallyforge

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "ui/NarrowWidgets.h"
+#include "ui/widgets/Group.h"
 
 namespace tallyforge {
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
-#include "ui/DockRegistration.h"
+#include "ui/dock/DockRegistration.h"
 
 #include "plugin/App.h"
 #include "plugin/Log.h"
-#include "ui/Dock.h"
+#include "ui/dock/Dock.h"
 
 #include <QApplication>
 #include <QPointer>

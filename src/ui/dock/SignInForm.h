@@ -3,14 +3,15 @@
 
 #pragma once
 
-#include "ui/NarrowWidgets.h"
+#include "ui/widgets/Group.h"
 
 class QLineEdit;
+class QPushButton;
 
 namespace tallyforge {
 
-class ThemedLabel;
 class PortalClient;
+class ThemedLabel;
 struct PortalResult;
 
 /// Signs in to the account: with email and password, and where the account asks for it, with a code

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
-#include "ui/SceneGroup.h"
+#include "ui/dock/SceneGroup.h"
 
-#include "ui/Hint.h"
-#include "ui/SceneSources.h"
+#include "ui/dock/SceneSources.h"
+#include "ui/widgets/ThemedLabel.h"
+#include "ui/widgets/WrappingButton.h"
+
+#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 

@@ -3,15 +3,17 @@
 
 #pragma once
 
-#include "ui/DeviceDialogs.h"
-#include "ui/NarrowWidgets.h"
+#include "ui/dock/DeviceDialogs.h"
+#include "ui/widgets/Group.h"
 
 #include <QPointer>
 
+class QPushButton;
+
 namespace tallyforge {
 
-class ThemedLabel;
 class App;
+class ThemedLabel;
 
 /// Opens the dialogs about devices, and tells of the USB devices that use this computer's internet.
 class DevicesGroup final : public Group

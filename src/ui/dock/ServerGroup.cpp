@@ -1,17 +1,19 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
-#include "ui/ServerGroup.h"
+#include "ui/dock/ServerGroup.h"
 
 #include "core/HostedServer.h"
 #include "plugin/App.h"
-#include "ui/Hint.h"
+#include "ui/widgets/PassingWheel.h"
+#include "ui/widgets/ThemedLabel.h"
+#include "ui/widgets/WrappingButton.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QSignalBlocker>
 #include <QSpinBox>
-#include <QWheelEvent>
+#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 
@@ -19,22 +21,17 @@ namespace tallyforge {
 
 namespace {
 
-// Over it, the wheel scrolls the page: a port that changes in passing would cut programs off.
-class PortBox final : public QSpinBox
+class PortBox final : public PassingWheel<QSpinBox>
 {
 public:
     PortBox()
     {
         constexpr int lowest = 1024;
         constexpr int highest = 65535;
-        setFocusPolicy(Qt::StrongFocus); // not the wheel's
         setRange(lowest, highest);
         setKeyboardTracking(false); // a half-typed number is none yet
         setLocale(QLocale::c());    // the same digits as in every other program
     }
-
-protected:
-    void wheelEvent(QWheelEvent *event) override { event->ignore(); }
 };
 
 } // namespace

@@ -1,17 +1,19 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
-#include "ui/ScoreboardGroup.h"
+#include "ui/dock/ScoreboardGroup.h"
 
 #include "plugin/App.h"
-#include "ui/Hint.h"
-#include "ui/ScoreLine.h"
-#include "ui/ScoreView.h"
+#include "ui/dock/ScoreLine.h"
+#include "ui/dock/ScoreView.h"
+#include "ui/widgets/ElidingComboBox.h"
+#include "ui/widgets/ThemedLabel.h"
+#include "ui/widgets/WrappingButton.h"
 
-#include <QLabel>
 #include <QScopedValueRollback>
 #include <QSignalBlocker>
 #include <QTextDocument>
+#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
-#include "ui/DevicesGroup.h"
+#include "ui/dock/DevicesGroup.h"
 
 #include "plugin/App.h"
-#include "ui/Hint.h"
+#include "ui/widgets/ThemedLabel.h"
+#include "ui/widgets/WrappingButton.h"
+
+#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 

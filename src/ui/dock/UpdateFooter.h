@@ -3,12 +3,14 @@
 
 #pragma once
 
-#include "ui/NarrowWidgets.h"
+#include "ui/widgets/Group.h"
+
+class QPushButton;
 
 namespace tallyforge {
 
-class ThemedLabel;
 class App;
+class ThemedLabel;
 struct UpdateView;
 
 /// The plug-in's version, and the search for newer ones.
