@@ -78,7 +78,7 @@ class TestDock : public QObject
     bool isRed(const QString &name) { return find(name)->styleSheet().contains(u"#d9534f"_s); }
     void press(const QString &name) { find<QAbstractButton>(name)->click(); }
 
-    void open(const QJsonObject &settings = {}, const DeviceDialogs &dialogs = {})
+    void start(const QJsonObject &settings = {}, const DeviceDialogs &dialogs = {})
     {
         QFile file(m_dir->filePath(u"settings.json"_s));
         QVERIFY(file.open(QIODevice::WriteOnly) && file.write(QJsonDocument(settings).toJson()) > 0);
@@ -86,12 +86,24 @@ class TestDock : public QObject
         App::init(m_portal->url());
         m_dock = std::make_unique<Dock>(*App::get(), "", dialogs);
     }
+    void showDock()
+    {
+        m_dock->show();
+        QTRY_VERIFY(find(u"Scoreboard"_s) && find(u"Scoreboard"_s)->isVisible());
+    }
+    void open(const QJsonObject &settings = {}, const DeviceDialogs &dialogs = {})
+    {
+        start(settings, dialogs);
+        showDock();
+    }
+    // Shown late: the account has answered before there is a page.
     void openSignedIn(const QJsonObject &settings = {}, const DeviceDialogs &dialogs = {})
     {
         m_answers["/auth/me"] = {200, userBody};
-        open(settings, dialogs);
+        start(settings, dialogs);
         QSignalSpy listed(App::get(), &App::devicesChanged);
         QTRY_COMPARE(listed.count(), 1);
+        showDock();
     }
     QByteArray lastPost()
     {
@@ -131,6 +143,20 @@ private Q_SLOTS:
         m_dock.reset();
         App::shutdown();
         qApp->setStyleSheet({});
+    }
+
+    void neverShown()
+    {
+        start();
+        m_dock->show(); // as OBS does while it puts its window together
+        m_dock->hide();
+        App::get()->live().ingest({{u"home_score"_s, 1}});
+        App::get()->settings().setServerPort(2000);
+        QTest::qWait(0);
+        QVERIFY(m_dock->children().isEmpty());
+        showDock();
+        QCOMPARE(text(u"Score"_s), u"1 – 0"_s);
+        QCOMPARE(find<QSpinBox>(u"ServerPort"_s)->value(), 2000);
     }
 
     void signIn()
@@ -506,7 +532,6 @@ private Q_SLOTS:
         const QJsonObject lan{{u"d1"_s, QJsonObject{{u"host"_s, u"127.0.0.1"_s}, {u"token"_s, u"t"_s}}}};
         const auto none = [](auto &&...) { return nullptr; };
         open({{u"lan"_s, lan}, {u"selected_device"_s, u"d1"_s}}, {none, none});
-        m_dock->show();
         QTRY_COMPARE(shown(u"UseLan"_s) && shown(u"Device"_s), signedIn);
         QStringList order;
         for (QWidget *next = m_dock->nextInFocusChain(); next != m_dock.get(); next = next->nextInFocusChain()) {

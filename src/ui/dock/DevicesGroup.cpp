@@ -13,8 +13,9 @@ using namespace Qt::StringLiterals;
 
 namespace tallyforge {
 
-DevicesGroup::DevicesGroup(App &app, const DeviceDialogs &dialogs, QWidget *dialogParent)
-    : Group(tr("Devices"))
+DevicesGroup::DevicesGroup(App &app, const DeviceDialogs &dialogs, QWidget *dialogParent,
+                           QWidget *parent)
+    : Group(tr("Devices"), parent)
     , m_app(app)
     , m_dialogs(dialogs)
     , m_dialogParent(dialogParent)
@@ -22,11 +23,12 @@ DevicesGroup::DevicesGroup(App &app, const DeviceDialogs &dialogs, QWidget *dial
     setObjectName(u"tallyforgeDevices"_s);
     addButtons();
 
-    m_relays = new ThemedLabel;
+    m_relays = new ThemedLabel(this);
     m_relays->setObjectName(u"tallyforgeRelays"_s);
     m_relays->hide();
     column()->addWidget(m_relays);
-    m_stopRelays = new WrappingButton(tr("Stop sharing this computer's internet with USB devices"));
+    m_stopRelays =
+        new WrappingButton(tr("Stop sharing this computer's internet with USB devices"), this);
     m_stopRelays->setObjectName(u"tallyforgeStopRelays"_s);
     m_stopRelays->hide();
     column()->addWidget(m_stopRelays);
@@ -36,14 +38,14 @@ DevicesGroup::DevicesGroup(App &app, const DeviceDialogs &dialogs, QWidget *dial
 void DevicesGroup::addButtons()
 {
     const QString later = tr("This comes with a later version of the plugin.");
-    auto *setup = new WrappingButton(tr("Set up or manage a device…"));
+    auto *setup = new WrappingButton(tr("Set up or manage a device…"), this);
     setup->setObjectName(u"tallyforgeSetUpDevice"_s);
     setup->setEnabled(bool(m_dialogs.setup));
     setup->setToolTip(m_dialogs.setup ? QString() : later);
     column()->addWidget(setup);
     connect(setup, &QPushButton::clicked, this, &DevicesGroup::openSetup);
 
-    m_manage = new WrappingButton(tr("Manage the selected device through my account…"));
+    m_manage = new WrappingButton(tr("Manage the selected device through my account…"), this);
     m_manage->setObjectName(u"tallyforgeManageDevice"_s);
     m_manage->setEnabled(false);
     m_manage->setToolTip(m_dialogs.manage ? QString() : later);

@@ -22,7 +22,7 @@ class DevicesGroup final : public Group
 
 public:
     /// app isn't owned and must outlive the group. The dialogs become children of dialogParent.
-    DevicesGroup(App &app, const DeviceDialogs &dialogs, QWidget *dialogParent);
+    DevicesGroup(App &app, const DeviceDialogs &dialogs, QWidget *dialogParent, QWidget *parent);
 
     void setSignedIn(bool signedIn);
     /// The account's device that can be managed, empty for none.

@@ -3,50 +3,30 @@
 
 #include "ui/dock/Dock.h"
 
-#include "common/BuildConfig.h"
-#include "plugin/App.h"
-#include "ui/dock/DevicesGroup.h"
-#include "ui/dock/SceneGroup.h"
-#include "ui/dock/ScoreboardGroup.h"
-#include "ui/dock/ServerGroup.h"
-#include "ui/dock/SignInForm.h"
-#include "ui/dock/SignedInRow.h"
-#include "ui/dock/UpdateBanner.h"
-#include "ui/dock/UpdateFooter.h"
+#include "ui/dock/HomePage.h"
 
-#include <QDesktopServices>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QScrollArea>
 #include <QStackedWidget>
 #include <QStyle>
 #include <QStyleOption>
-#include <QUrl>
+#include <QTimer>
 #include <QVBoxLayout>
 
-#include <obs-frontend-api.h>
-
-#include <chrono>
+#include <initializer_list>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace tallyforge {
 
-namespace {
-
-constexpr std::chrono::seconds relayInterval{2}; // traffic that no signal tells of
-constexpr int pageMargin = 4;                    // pixels, as in OBS's own docks
-
-} // namespace
-
-Dock::Dock(App &app, const char *textTemplate, const DeviceDialogs &dialogs)
+Dock::Dock(App &app, const char *textTemplate, DeviceDialogs dialogs)
     : m_app(app)
+    , m_textTemplate(textTemplate)
+    , m_dialogs(std::move(dialogs))
 {
     setObjectName(u"tallyforgeDock"_s);
-    frame(buildHome(textTemplate, dialogs));
-    connectServices();
-    refreshAll();
-    refreshUpdate();
 }
 
 // What lies below, OBS's part of the dock, costs more to draw than a new score: it is spared that
@@ -69,101 +49,47 @@ void Dock::paintEvent(QPaintEvent *event)
     style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
 }
 
-QWidget *Dock::buildHome(const char *textTemplate, const DeviceDialogs &dialogs)
+// Not at once: while OBS puts its window together it shows a dock that it hides right after, and
+// one that was left open is shown before the window is.
+void Dock::showEvent(QShowEvent *event)
 {
-    auto *home = new QWidget;
-    auto *column = new QVBoxLayout(home);
-    column->setContentsMargins(pageMargin, pageMargin, pageMargin, pageMargin);
-    const auto add = [column](auto *widget) {
-        column->addWidget(widget);
-        return widget;
-    };
-    m_banner = add(new UpdateBanner);
-    m_signIn = add(new SignInForm(m_app.portal()));
-    m_signedIn = add(new SignedInRow(m_app.portal()));
-    m_scoreboard = add(new ScoreboardGroup(m_app));
-    add(new SceneGroup(textTemplate));
-    m_devices = add(new DevicesGroup(m_app, dialogs, this));
-    m_server = add(new ServerGroup(m_app));
-    m_footer = add(new UpdateFooter(m_app));
-    column->addStretch();
-    return home;
+    QWidget::showEvent(event);
+    if (!m_home) {
+        QTimer::singleShot(0, this, &Dock::makePage);
+    }
 }
 
-void Dock::frame(QWidget *home)
+// From the outside in, see PageStyle; and with the dock's own size, so that texts are measured for
+// the right width at once.
+void Dock::makePage()
 {
-    auto *pages = new QStackedWidget;
-    pages->addWidget(home);
-    auto *page = new QWidget;
-    auto *inner = new QVBoxLayout(page);
-    inner->setContentsMargins({});
-    inner->addWidget(pages);
-    inner->addStretch();
+    if (m_home || !isVisible()) {
+        return;
+    }
+    m_scrolled = new QScrollArea(this);
+    m_scrolled->setWidgetResizable(true);
+    m_scrolled->setFrameShape(QFrame::NoFrame);
+    m_page = new QWidget(m_scrolled->viewport());
+    m_pages = new QStackedWidget(m_page);
+    m_home = new HomePage(m_app, m_textTemplate, m_dialogs, this, m_pages);
+    for (QWidget *widget : std::initializer_list<QWidget *>{m_scrolled, m_page, m_pages, m_home}) {
+        widget->resize(size());
+    }
+    QTimer::singleShot(0, this, &Dock::placePage); // other work may go in between
+}
 
-    auto *scrolled = new QScrollArea;
-    scrolled->setWidgetResizable(true);
-    scrolled->setFrameShape(QFrame::NoFrame);
-    scrolled->setWidget(page);
+void Dock::placePage()
+{
+    auto *inner = new QVBoxLayout(m_page);
+    inner->setContentsMargins({});
+    inner->addWidget(m_pages);
+    inner->addStretch();
+    m_pages->addWidget(m_home);
+    m_scrolled->setWidget(m_page);
+
     auto *outer = new QVBoxLayout(this);
     outer->setContentsMargins({});
-    outer->addWidget(scrolled);
-}
-
-void Dock::connectServices()
-{
-    connect(&m_app.portal(), &PortalClient::signedInChanged, this, &Dock::refreshAll);
-    connect(&m_app, &App::devicesChanged, m_scoreboard, &ScoreboardGroup::refreshDevices);
-    connect(m_app.sources(), &SourceManager::statusChanged, m_scoreboard,
-            &ScoreboardGroup::refreshStatus);
-    // Another program may have chosen another device.
-    connect(m_app.sources(), &SourceManager::statusChanged, m_scoreboard,
-            &ScoreboardGroup::refreshDevices);
-    connect(&m_app.live(), &LiveData::changed, m_scoreboard, &ScoreboardGroup::refreshScore);
-    connect(m_scoreboard, &ScoreboardGroup::deviceChanged, m_devices, &DevicesGroup::setDevice);
-    connect(&m_app, &App::serverStateChanged, m_server, &ServerGroup::refresh);
-    connect(&m_app, &App::usbRelaysChanged, m_devices, &DevicesGroup::refreshRelays);
-    connect(&m_relayTimer, &QTimer::timeout, m_devices, &DevicesGroup::refreshRelays);
-    m_relayTimer.start(relayInterval);
-
-    const PluginUpdater &updater = m_app.updater();
-    connect(&updater, &PluginUpdater::stateChanged, this, &Dock::refreshUpdate);
-    connect(m_banner, &UpdateBanner::installRequested, &updater, &PluginUpdater::install);
-    connect(m_banner, &UpdateBanner::downloadPageRequested, this, &Dock::openDownloadPage);
-}
-
-void Dock::refreshAll()
-{
-    const bool signedIn = m_app.portal().signedIn();
-    m_signIn->setVisible(!signedIn);
-    m_signedIn->refresh();
-    m_scoreboard->setSignedIn(signedIn);
-    m_devices->setSignedIn(signedIn);
-    m_scoreboard->refreshDevices();
-    m_scoreboard->refreshStatus();
-    m_scoreboard->refreshScore();
-    m_server->refresh();
-}
-
-void Dock::refreshUpdate()
-{
-    const PluginUpdater &updater = m_app.updater();
-    UpdateView view;
-    view.state = updater.state();
-    view.message = updater.message();
-    view.version = updater.info().version;
-    view.notes = updater.info().notes;
-    view.packageUrl = updater.info().url;
-    view.progress = updater.progress();
-    view.canInstallInPlace = updater.canInstallInPlace();
-    view.outputActive = obs_frontend_streaming_active() || obs_frontend_recording_active();
-    view.lastCheck = m_app.settings().lastUpdateCheck();
-    m_banner->refresh(view);
-    m_footer->refresh(view);
-}
-
-void Dock::openDownloadPage() const
-{
-    QDesktopServices::openUrl(QUrl(build_config::downloadPageUrl()));
+    outer->addWidget(m_scrolled);
 }
 
 } // namespace tallyforge

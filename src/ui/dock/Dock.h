@@ -5,51 +5,44 @@
 
 #include "ui/dock/DeviceDialogs.h"
 
-#include <QTimer>
 #include <QWidget>
+
+class QScrollArea;
+class QStackedWidget;
 
 namespace tallyforge {
 
 class App;
-class DevicesGroup;
-class ScoreboardGroup;
-class ServerGroup;
-class SignedInRow;
-class SignInForm;
-class UpdateBanner;
-class UpdateFooter;
+class HomePage;
 
-/// The plug-in's home in OBS's window: one page of groups that show the services' state and pass
-/// the user's wishes on. It has no data of its own, and works without a sign-in as well.
+/// The plug-in's home in OBS's window. It is hidden in most runs, so that all that is to be seen in
+/// it, a HomePage, is made soon after it is shown for the first time.
 class Dock final : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// app isn't owned and must outlive the dock. textTemplate is what a new text source shows.
-    Dock(App &app, const char *textTemplate, const DeviceDialogs &dialogs = {});
+    /// app isn't owned and must outlive the dock. textTemplate, kept as it is, is what a new text
+    /// source shows.
+    Dock(App &app, const char *textTemplate, DeviceDialogs dialogs = {});
 
 protected:
     bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
 private:
-    [[nodiscard]] QWidget *buildHome(const char *textTemplate, const DeviceDialogs &dialogs);
-    void frame(QWidget *home);
-    void connectServices();
-    void refreshAll();
-    void refreshUpdate();
-    void openDownloadPage() const;
+    void makePage();
+    void placePage();
 
     App &m_app;
-    UpdateBanner *m_banner = nullptr;
-    SignInForm *m_signIn = nullptr;
-    SignedInRow *m_signedIn = nullptr;
-    ScoreboardGroup *m_scoreboard = nullptr;
-    DevicesGroup *m_devices = nullptr;
-    ServerGroup *m_server = nullptr;
-    UpdateFooter *m_footer = nullptr;
-    QTimer m_relayTimer;
+    const char *const m_textTemplate;
+    const DeviceDialogs m_dialogs;
+    // Null until the dock has been shown.
+    QScrollArea *m_scrolled = nullptr;
+    QWidget *m_page = nullptr; // what is scrolled
+    QStackedWidget *m_pages = nullptr;
+    HomePage *m_home = nullptr;
 };
 
 } // namespace tallyforge

@@ -14,7 +14,7 @@ class SceneGroup final : public Group
 
 public:
     /// textTemplate is what a new text source shows; it must outlive the group.
-    explicit SceneGroup(const char *textTemplate, QWidget *parent = nullptr);
+    explicit SceneGroup(const char *textTemplate, QWidget *parent);
 };
 
 } // namespace tallyforge

@@ -11,17 +11,10 @@ using namespace Qt::StringLiterals;
 
 namespace tallyforge {
 
-namespace {
-
-constexpr qreal scale = 1.25;
-
-} // namespace
-
 ScoreView::ScoreView(QWidget *parent)
     : QWidget(parent)
-    , m_label(new ThemedLabel({}, ThemedLabel::Tone::Normal, scale))
+    , m_label(new ThemedLabel(this, ThemedLabel::Tone::Normal, ThemedLabel::Size::Large))
 {
-    m_label->setParent(this);
     m_label->setObjectName(u"tallyforgeScore"_s);
     m_label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     makeBold(m_label);

@@ -16,7 +16,7 @@ class ScoreView final : public QWidget
     Q_OBJECT
 
 public:
-    explicit ScoreView(QWidget *parent = nullptr);
+    explicit ScoreView(QWidget *parent);
 
     /// Plain text; the view is hidden while there is none.
     void showText(const QString &text);

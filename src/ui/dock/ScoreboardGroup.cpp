@@ -34,20 +34,20 @@ ScoreboardGroup::ScoreboardGroup(App &app, QWidget *parent)
     , m_app(app)
 {
     setObjectName(u"tallyforgeScoreboard"_s);
-    m_devices = new ElidingComboBox;
+    m_devices = new ElidingComboBox(this);
     m_devices->setObjectName(u"tallyforgeDevice"_s);
     m_devices->setAccessibleName(tr("Scoreboard"));
     connect(m_devices, &QComboBox::activated, this, &ScoreboardGroup::onActivated);
 
-    m_lan = new WrappingCheckBox(tr("Use my local network (works without internet)"));
+    m_lan = new WrappingCheckBox(tr("Use my local network (works without internet)"), this);
     m_lan->setObjectName(u"tallyforgeUseLan"_s);
     m_lan->hide();
     connect(m_lan, &QCheckBox::toggled, this, &ScoreboardGroup::onLanToggled);
 
-    m_status = new ThemedLabel;
+    m_status = new ThemedLabel(this);
     m_status->setObjectName(u"tallyforgeStatus"_s);
     m_status->setTextFormat(Qt::RichText);
-    m_score = new ScoreView;
+    m_score = new ScoreView(this);
 
     const auto all = {static_cast<QWidget *>(m_devices), static_cast<QWidget *>(m_lan),
                       static_cast<QWidget *>(m_status), static_cast<QWidget *>(m_score)};
@@ -72,8 +72,8 @@ void ScoreboardGroup::refreshDevices()
     listDevices();
     showFollowedDevice();
     m_devices->setToolTip(Qt::convertFromPlainText(m_devices->currentText()));
-    Q_EMIT deviceChanged(device());
     refreshLan();
+    Q_EMIT deviceChanged(device());
 }
 
 // A list that is the same already stays, for it may be open.

@@ -21,7 +21,7 @@ class ScoreboardGroup final : public Group
 
 public:
     /// app isn't owned and must outlive the group.
-    explicit ScoreboardGroup(App &app, QWidget *parent = nullptr);
+    explicit ScoreboardGroup(App &app, QWidget *parent);
 
     /// The device that is shown in the list, empty when the account has none.
     [[nodiscard]] QString device() const;

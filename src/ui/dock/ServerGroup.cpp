@@ -24,7 +24,8 @@ namespace {
 class PortBox final : public PassingWheel<QSpinBox>
 {
 public:
-    PortBox()
+    explicit PortBox(QWidget *parent)
+        : PassingWheel(parent)
     {
         constexpr int lowest = 1024;
         constexpr int highest = 65535;
@@ -41,14 +42,14 @@ ServerGroup::ServerGroup(App &app, QWidget *parent)
     , m_app(app)
 {
     setObjectName(u"tallyforgeServer"_s);
-    m_enabled = new WrappingCheckBox(tr("Send scores over TCP"));
+    m_enabled = new WrappingCheckBox(tr("Send scores over TCP"), this);
     m_enabled->setObjectName(u"tallyforgeServerEnabled"_s);
     column()->addWidget(m_enabled);
     addPort();
-    m_allowNetwork = new WrappingCheckBox(tr("Let other computers on my network connect"));
+    m_allowNetwork = new WrappingCheckBox(tr("Let other computers on my network connect"), this);
     m_allowNetwork->setObjectName(u"tallyforgeServerAllowNetwork"_s);
     column()->addWidget(m_allowNetwork);
-    m_status = hint();
+    m_status = hint({}, this);
     m_status->setObjectName(u"tallyforgeServerStatus"_s);
     column()->addWidget(m_status);
 
@@ -59,8 +60,8 @@ ServerGroup::ServerGroup(App &app, QWidget *parent)
 
 void ServerGroup::addPort()
 {
-    auto *label = new QLabel(tr("Port"));
-    m_port = new PortBox;
+    auto *label = new QLabel(tr("Port"), this);
+    m_port = new PortBox(this);
     m_port->setObjectName(u"tallyforgeServerPort"_s);
     label->setBuddy(m_port);
     auto *row = new QHBoxLayout;

@@ -20,7 +20,7 @@ class ServerGroup final : public Group
 
 public:
     /// app isn't owned and must outlive the group.
-    explicit ServerGroup(App &app, QWidget *parent = nullptr);
+    explicit ServerGroup(App &app, QWidget *parent);
 
     void refresh();
 

@@ -22,9 +22,9 @@ namespace {
 constexpr int longestCode = 12;
 
 // A placeholder alone isn't read out by every screen reader.
-QLineEdit *field(const QString &name, const QString &placeholder)
+QLineEdit *field(const QString &name, const QString &placeholder, QWidget *parent)
 {
-    auto *edit = new QLineEdit;
+    auto *edit = new QLineEdit(parent);
     edit->setObjectName(name);
     edit->setPlaceholderText(placeholder);
     edit->setAccessibleName(placeholder);
@@ -40,16 +40,17 @@ SignInForm::SignInForm(PortalClient &portal, QWidget *parent)
     setObjectName(u"tallyforgeSignIn"_s);
     column()->addWidget(hint(tr("Sign in to see your account's devices and graphics. Not needed to "
                                 "set up or manage a device, or to show scores from one connected "
-                                "to this computer.")));
+                                "to this computer."),
+                             this));
     addFields();
 
-    m_button = new WrappingButton(tr("Sign in"));
+    m_button = new WrappingButton(tr("Sign in"), this);
     m_button->setObjectName(u"tallyforgeSignInButton"_s);
     m_button->setDefault(true);
     column()->addWidget(m_button);
     connect(m_button, &QPushButton::clicked, this, &SignInForm::doSignIn);
 
-    m_message = new ThemedLabel;
+    m_message = new ThemedLabel(this);
     m_message->setObjectName(u"tallyforgeSignInMessage"_s);
     column()->addWidget(m_message);
     m_message->showText({});
@@ -58,10 +59,10 @@ SignInForm::SignInForm(PortalClient &portal, QWidget *parent)
 
 void SignInForm::addFields()
 {
-    m_email = field(u"tallyforgeEmail"_s, tr("Email"));
-    m_password = field(u"tallyforgePassword"_s, tr("Password"));
+    m_email = field(u"tallyforgeEmail"_s, tr("Email"), this);
+    m_password = field(u"tallyforgePassword"_s, tr("Password"), this);
     m_password->setEchoMode(QLineEdit::Password);
-    m_code = field(u"tallyforgeCode"_s, tr("6-digit code from your authenticator app"));
+    m_code = field(u"tallyforgeCode"_s, tr("6-digit code from your authenticator app"), this);
     m_code->setMaxLength(longestCode);
     m_code->hide();
     for (QLineEdit *edit : {m_email, m_password, m_code}) {
@@ -80,7 +81,8 @@ void SignInForm::addLinks()
 {
     auto *links =
         new QLabel(u"<a href=\"signup\">%1</a> &nbsp;·&nbsp; <a href=\"reset\">%2</a>"_s.arg(
-            tr("Create an account"), tr("Forgot password?")));
+                       tr("Create an account"), tr("Forgot password?")),
+                   this);
     links->setObjectName(u"tallyforgeAccountLinks"_s);
     links->setWordWrap(true);
     links->setMinimumWidth(1);
@@ -94,7 +96,7 @@ void SignInForm::doSignIn()
     if (!m_button->isEnabled()) {
         return; // Return pressed while a request is out
     }
-    m_message->setTone(ThemedLabel::Tone::Normal);
+    m_message->setError(false);
     m_button->setEnabled(false);
     const auto answer = [self = QPointer(this)](const PortalResult &result) {
         if (self) {
@@ -112,7 +114,7 @@ void SignInForm::onAnswer(const PortalResult &result)
 {
     m_button->setEnabled(true);
     if (!result.ok) {
-        m_message->setTone(ThemedLabel::Tone::Error);
+        m_message->setError(true);
         m_message->showText(result.message);
     } else if (result.data.value("totp_required"_L1).toBool()) {
         askForCode(result.data.value("challenge_id"_L1).toString());

@@ -22,7 +22,7 @@ class SignInForm final : public Group
 
 public:
     /// portal isn't owned and must outlive the form.
-    explicit SignInForm(PortalClient &portal, QWidget *parent = nullptr);
+    explicit SignInForm(PortalClient &portal, QWidget *parent);
 
 private:
     void addFields();

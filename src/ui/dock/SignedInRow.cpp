@@ -17,8 +17,8 @@ namespace tallyforge {
 SignedInRow::SignedInRow(PortalClient &portal, QWidget *parent)
     : QWidget(parent)
     , m_portal(portal)
-    , m_label(new QLabel)
-    , m_signOut(new QPushButton(tr("Sign out")))
+    , m_label(new QLabel(this))
+    , m_signOut(new QPushButton(tr("Sign out"), this))
     , m_row(new QHBoxLayout(this))
 {
     setObjectName(u"tallyforgeSignedIn"_s);

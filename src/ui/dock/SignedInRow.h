@@ -20,7 +20,7 @@ class SignedInRow final : public QWidget
 
 public:
     /// portal isn't owned and must outlive the row.
-    explicit SignedInRow(PortalClient &portal, QWidget *parent = nullptr);
+    explicit SignedInRow(PortalClient &portal, QWidget *parent);
 
     void refresh();
 

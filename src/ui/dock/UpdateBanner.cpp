@@ -74,11 +74,11 @@ bool UpdateView::isBusy() const
 
 UpdateBanner::UpdateBanner(QWidget *parent)
     : QFrame(parent)
-    , m_title(new ThemedLabel)
-    , m_notes(hint())
-    , m_progress(new QProgressBar)
-    , m_install(new WrappingButton(tr("Update now")))
-    , m_download(new WrappingButton(tr("Open the download page")))
+    , m_title(new ThemedLabel(this))
+    , m_notes(hint({}, this))
+    , m_progress(new QProgressBar(this))
+    , m_install(new WrappingButton(tr("Update now"), this))
+    , m_download(new WrappingButton(tr("Open the download page"), this))
 {
     setObjectName(u"tallyforgeUpdateBanner"_s);
     m_title->setObjectName(u"tallyforgeUpdateTitle"_s);

@@ -42,7 +42,7 @@ class UpdateBanner final : public QFrame
     Q_OBJECT
 
 public:
-    explicit UpdateBanner(QWidget *parent = nullptr);
+    explicit UpdateBanner(QWidget *parent);
 
     void refresh(const UpdateView &view);
 

@@ -22,9 +22,9 @@ UpdateFooter::UpdateFooter(App &app, QWidget *parent)
     : Group(tr("Tallyforge plugin"), parent)
 {
     setObjectName(u"tallyforgePlugin"_s);
-    auto *version = new QLabel(tr("Version %1").arg(build_config::version()));
+    auto *version = new QLabel(tr("Version %1").arg(build_config::version()), this);
     version->setObjectName(u"tallyforgeVersion"_s);
-    m_check = new WrappingButton(tr("Check for updates"));
+    m_check = new WrappingButton(tr("Check for updates"), this);
     m_check->setObjectName(u"tallyforgeCheckForUpdates"_s);
     connect(m_check, &QPushButton::clicked, &app, [&app] { app.checkForUpdates(true); });
     auto *row = new QHBoxLayout;
@@ -32,11 +32,11 @@ UpdateFooter::UpdateFooter(App &app, QWidget *parent)
     row->addWidget(m_check);
     column()->addLayout(row);
 
-    m_status = hint();
+    m_status = hint({}, this);
     m_status->setObjectName(u"tallyforgeUpdateStatus"_s);
     column()->addWidget(m_status);
 
-    auto *automatic = new WrappingCheckBox(tr("Check for updates automatically"));
+    auto *automatic = new WrappingCheckBox(tr("Check for updates automatically"), this);
     automatic->setObjectName(u"tallyforgeAutoCheckUpdates"_s);
     automatic->setChecked(app.settings().autoCheckUpdates());
     connect(automatic, &QCheckBox::toggled, &app,
@@ -54,8 +54,7 @@ void UpdateFooter::refresh(const UpdateView &view)
                     .arg(QDateTime::fromSecsSinceEpoch(view.lastCheck).toString(Qt::TextDate));
     }
     m_status->showText(text);
-    m_status->setTone(view.state == State::Failed ? ThemedLabel::Tone::Error
-                                                  : ThemedLabel::Tone::Quiet);
+    m_status->setError(view.state == State::Failed);
 }
 
 } // namespace tallyforge

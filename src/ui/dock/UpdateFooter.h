@@ -20,7 +20,7 @@ class UpdateFooter final : public Group
 
 public:
     /// app isn't owned and must outlive the group.
-    explicit UpdateFooter(App &app, QWidget *parent = nullptr);
+    explicit UpdateFooter(App &app, QWidget *parent);
 
     void refresh(const UpdateView &view);
 

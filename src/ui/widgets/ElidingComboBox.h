@@ -15,7 +15,7 @@ class ElidingComboBox final : public PassingWheel<QComboBox>
     Q_OBJECT
 
 public:
-    explicit ElidingComboBox(QWidget *parent = nullptr);
+    explicit ElidingComboBox(QWidget *parent);
 
 protected:
     void initStyleOption(QStyleOptionComboBox *option) const override;

@@ -15,7 +15,7 @@ class Group : public QGroupBox
     Q_OBJECT
 
 public:
-    explicit Group(const QString &title, QWidget *parent = nullptr);
+    explicit Group(const QString &title, QWidget *parent);
 
     [[nodiscard]] QSize minimumSizeHint() const override;
 

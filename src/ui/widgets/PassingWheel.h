@@ -13,7 +13,7 @@ namespace tallyforge {
 template <class Input> class PassingWheel : public Input
 {
 public:
-    explicit PassingWheel(QWidget *parent = nullptr)
+    explicit PassingWheel(QWidget *parent)
         : Input(parent)
     {
         this->setFocusPolicy(Qt::StrongFocus);

@@ -3,47 +3,22 @@
 
 #include "ui/widgets/ThemedLabel.h"
 
-#include <QColor>
 #include <QEvent>
 #include <QFont>
-#include <QPalette>
 
 using namespace Qt::StringLiterals;
 
 namespace tallyforge {
 
-namespace {
-
-constexpr qreal hintScale = 0.92;
-
-// "palette(placeholder-text)" would be this colour, but of the application's palette, which OBS's
-// themes leave as it is: black on black in a dark one.
-QString quietColour(const QWidget *surroundings)
-{
-    constexpr qreal strength = 0.65;
-    const QColor text = surroundings->palette().color(QPalette::Active, QPalette::WindowText);
-    return u"color: rgba(%1, %2, %3, %4);"_s.arg(text.red())
-        .arg(text.green())
-        .arg(text.blue())
-        .arg(strength);
-}
-
-} // namespace
-
-ThemedLabel::ThemedLabel(const QString &text, Tone tone, qreal scale)
-    : QLabel(text)
-    , m_tone(tone)
-    , m_scale(scale)
+ThemedLabel::ThemedLabel(QWidget *parent, Tone tone, Size size)
+    : QLabel(parent)
 {
     setTextFormat(Qt::PlainText);
     setWordWrap(true);
     setMinimumWidth(1);
-}
-
-void ThemedLabel::setTone(Tone tone)
-{
-    m_tone = tone;
-    adapt();
+    if (tone != Tone::Normal || size != Size::Normal) {
+        setProperty("class", QString(className(tone) + u' ' + className(size)).trimmed());
+    }
 }
 
 void ThemedLabel::showText(const QString &text)
@@ -52,41 +27,59 @@ void ThemedLabel::showText(const QString &text)
     setVisible(!text.isEmpty());
 }
 
-bool ThemedLabel::event(QEvent *event)
+// Errors are rare, so that this may cost a style sheet of the label's own.
+void ThemedLabel::setError(bool isError)
 {
-    const bool done = QLabel::event(event);
-    if (event->type() == QEvent::Polish || event->type() == QEvent::StyleChange) {
-        adapt();
-    }
-    return done;
-}
-
-// By a style sheet, since a theme's goes before the label's own font and palette. Setting one costs
-// a polish, which comes back here.
-void ThemedLabel::adapt()
-{
-    const QWidget *surroundings = parentWidget();
-    if (!surroundings) {
-        return;
-    }
-    QString sheet;
-    if (m_tone == Tone::Error) {
-        sheet = u"color: #d9534f;"_s;
-    } else if (m_tone == Tone::Quiet) {
-        sheet = quietColour(surroundings);
-    }
-    const qreal size = surroundings->font().pointSizeF();
-    if (m_scale != 1 && size > 0) {
-        sheet += u" font-size: %1pt;"_s.arg(size * m_scale);
-    }
+    const QString sheet = isError ? u"color: #d9534f;"_s : QString();
     if (styleSheet() != sheet) {
         setStyleSheet(sheet);
     }
 }
 
-ThemedLabel *hint(const QString &text)
+bool ThemedLabel::event(QEvent *event)
 {
-    auto *label = new ThemedLabel(text, ThemedLabel::Tone::Quiet, hintScale);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+        m_heights.clear();
+    }
+    return QLabel::event(event);
+}
+
+int ThemedLabel::heightForWidth(int width) const
+{
+    if (m_measured != text()) {
+        m_measured = text();
+        m_heights.clear();
+    }
+    auto known = m_heights.constFind(width);
+    if (known == m_heights.cend()) {
+        known = m_heights.insert(width, QLabel::heightForWidth(width));
+    }
+    return *known;
+}
+
+QLatin1StringView ThemedLabel::className(Tone tone)
+{
+    return tone == Tone::Quiet ? "tallyforgeQuiet"_L1 : QLatin1StringView();
+}
+
+QLatin1StringView ThemedLabel::className(Size size)
+{
+    switch (size) {
+    case Size::Small:
+        return "tallyforgeSmall"_L1;
+    case Size::Title:
+        return "tallyforgeTitle"_L1;
+    case Size::Large:
+        return "tallyforgeLarge"_L1;
+    default:
+        return {};
+    }
+}
+
+ThemedLabel *hint(const QString &text, QWidget *parent)
+{
+    auto *label = new ThemedLabel(parent, ThemedLabel::Tone::Quiet, ThemedLabel::Size::Small);
+    label->setText(text);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     return label;
 }

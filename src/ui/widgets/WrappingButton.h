@@ -17,7 +17,7 @@ namespace tallyforge {
 template <class Button, QStyle::ContentsType contents> class Wrapping final : public Button
 {
 public:
-    explicit Wrapping(const QString &text, QWidget *parent = nullptr)
+    explicit Wrapping(const QString &text, QWidget *parent)
         : Button(text, parent)
     {
         QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Minimum);
