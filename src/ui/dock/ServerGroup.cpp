@@ -95,8 +95,9 @@ void ServerGroup::refresh()
     const QSignalBlocker networkBlocker(m_allowNetwork);
     const SettingsStore &settings = m_app.settings();
     m_enabled->setChecked(settings.serverEnabled());
-    if (m_port->value() != settings.serverPort()) { // or what the user is typing would go
-        m_port->setValue(settings.serverPort());
+    if (const int port = settings.serverPort(); m_storedPort != port) {
+        m_storedPort = port;
+        m_port->setValue(port);
     }
     m_allowNetwork->setChecked(settings.serverAllowNetwork());
     m_status->setText(statusText());

@@ -32,6 +32,7 @@ private:
     App &m_app;
     QCheckBox *m_enabled = nullptr;
     QSpinBox *m_port = nullptr;
+    int m_storedPort = 0; // as last shown; until it changes the box belongs to the user
     QCheckBox *m_allowNetwork = nullptr;
     ThemedLabel *m_status = nullptr;
 };

@@ -71,9 +71,8 @@ void SignInForm::addFields()
     for (const QLineEdit *edit : {m_password, m_code}) {
         connect(edit, &QLineEdit::returnPressed, this, &SignInForm::doSignIn);
     }
-    // Whoever changes these wants to start over, not to answer an earlier question.
     for (const QLineEdit *edit : {m_email, m_password}) {
-        connect(edit, &QLineEdit::textEdited, m_code, &QWidget::hide);
+        connect(edit, &QLineEdit::textEdited, this, &SignInForm::startOver);
     }
 }
 
@@ -119,7 +118,8 @@ void SignInForm::onAnswer(const PortalResult &result)
     } else if (result.data.value("totp_required"_L1).toBool()) {
         askForCode(result.data.value("challenge_id"_L1).toString());
     } else {
-        reset();
+        m_password->clear();
+        endSecondStep();
     }
 }
 
@@ -131,9 +131,16 @@ void SignInForm::askForCode(const QString &challengeId)
     m_message->showText(tr("Enter the code from your authenticator app."));
 }
 
-void SignInForm::reset()
+// A user who changes email or password in the second step no longer answers its question.
+void SignInForm::startOver()
 {
-    m_password->clear();
+    if (!m_code->isHidden()) {
+        endSecondStep();
+    }
+}
+
+void SignInForm::endSecondStep()
+{
     m_code->clear();
     m_code->hide();
     m_challengeId.clear();

@@ -30,7 +30,8 @@ private:
     void doSignIn();
     void onAnswer(const PortalResult &result);
     void askForCode(const QString &challengeId);
-    void reset();
+    void startOver();
+    void endSecondStep();
     void openLink(const QString &link) const;
 
     PortalClient &m_portal;
