@@ -120,7 +120,7 @@ def measure_all(build, folder, only):
                 build / "bench/bench-fan_out", folder),
             "the download of an update": lambda: update_download.measure(
                 build / "bench/bench-update_download", folder),
-            "the dock (about 2 minutes)": lambda: dock_cost.measure(
+            "the dock (about 4 minutes)": lambda: dock_cost.measure(
                 build, folder, simulator, DEVICE, screen),
             "costs in a real OBS (about 3 minutes)": obs,
         }

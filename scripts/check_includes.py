@@ -25,13 +25,14 @@ MAY_INCLUDE = {
     "core": {"common", "platform", "device", "portal"},
     "plugin": BELOW_APP,
     "sources": BELOW_APP | {"plugin"},
-    "ui": BELOW_APP | {"plugin"},
+    "ui/widgets": set(),
+    "ui/dock": BELOW_APP | {"plugin", "ui/widgets"},
     "helper": {"common"},
 }
 # The entry points wire everything.
-EXTRA = {"plugin/module.cpp": {"sources", "ui"}}
+EXTRA = {"plugin/module.cpp": {"sources", "ui/dock"}}
 
-KNOWS_OBS = {"plugin", "sources", "ui"}
+KNOWS_OBS = {"plugin", "sources", "ui/dock"}
 OBS_HEADER = re.compile(r"(libobs/)?(obs[\w-]*\.(h|hpp)|(util|graphics|media-io|callback)/[\w./-]+\.h)$")
 INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*([<"])([^>"]+)[>"]', re.MULTILINE)
 

@@ -9,7 +9,7 @@
 #include "plugin/Log.h"
 #include "plugin/Translation.h"
 #include "sources/sources.h"
-#include "ui/DockRegistration.h"
+#include "ui/dock/DockRegistration.h"
 
 #include <QCoreApplication>
 #include <QDir>

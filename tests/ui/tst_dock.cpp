@@ -11,15 +11,16 @@
 #include "tests/support/FakeModule.h"
 #include "tests/support/HttpStub.h"
 #include "tests/support/Pty.h"
-#include "ui/Dock.h"
-#include "ui/DockRegistration.h"
-#include "ui/NarrowWidgets.h"
-#include "ui/ScoreLine.h"
-#include "ui/UpdateBanner.h"
-#include "ui/UpdateFooter.h"
+#include "ui/dock/Dock.h"
+#include "ui/dock/DockRegistration.h"
+#include "ui/dock/ScoreLine.h"
+#include "ui/dock/UpdateBanner.h"
+#include "ui/dock/UpdateFooter.h"
 
 #include <QAccessible>
 #include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
 #include <QDateTime>
 #include <QDesktopServices>
 #include <QJsonDocument>
@@ -77,7 +78,7 @@ class TestDock : public QObject
     bool isRed(const QString &name) { return find(name)->styleSheet().contains(u"#d9534f"_s); }
     void press(const QString &name) { find<QAbstractButton>(name)->click(); }
 
-    void open(const QJsonObject &settings = {}, const DeviceDialogs &dialogs = {})
+    void start(const QJsonObject &settings = {}, const DeviceDialogs &dialogs = {})
     {
         QFile file(m_dir->filePath(u"settings.json"_s));
         QVERIFY(file.open(QIODevice::WriteOnly) && file.write(QJsonDocument(settings).toJson()) > 0);
@@ -85,12 +86,24 @@ class TestDock : public QObject
         App::init(m_portal->url());
         m_dock = std::make_unique<Dock>(*App::get(), "", dialogs);
     }
+    void showDock()
+    {
+        m_dock->show();
+        QTRY_VERIFY(find(u"Scoreboard"_s) && find(u"Scoreboard"_s)->isVisible());
+    }
+    void open(const QJsonObject &settings = {}, const DeviceDialogs &dialogs = {})
+    {
+        start(settings, dialogs);
+        showDock();
+    }
+    // Shown late: the account has answered before there is a page.
     void openSignedIn(const QJsonObject &settings = {}, const DeviceDialogs &dialogs = {})
     {
         m_answers["/auth/me"] = {200, userBody};
-        open(settings, dialogs);
+        start(settings, dialogs);
         QSignalSpy listed(App::get(), &App::devicesChanged);
         QTRY_COMPARE(listed.count(), 1);
+        showDock();
     }
     QByteArray lastPost()
     {
@@ -132,6 +145,20 @@ private Q_SLOTS:
         qApp->setStyleSheet({});
     }
 
+    void neverShown()
+    {
+        start();
+        m_dock->show(); // as OBS does while it puts its window together
+        m_dock->hide();
+        App::get()->live().ingest({{u"home_score"_s, 1}});
+        App::get()->settings().setServerPort(2000);
+        QTest::qWait(0);
+        QVERIFY(m_dock->children().isEmpty());
+        showDock();
+        QCOMPARE(text(u"Score"_s), u"1 – 0"_s);
+        QCOMPARE(find<QSpinBox>(u"ServerPort"_s)->value(), 2000);
+    }
+
     void signIn()
     {
         open();
@@ -165,7 +192,11 @@ private Q_SLOTS:
                     u"That code was not accepted. Enter the current 6-digit code from your authenticator app."_s);
             QCOMPARE(lastPost(), "/auth/login/totp {\"challenge_id\":\"h\",\"code\":\"" + wrong.toUtf8() + "\"}");
         }
-        code->hide(); // a challenge without its field is stale
+        QTest::keyClick(password, Qt::Key_End);
+        QVERIFY(!code->isHidden() && shown(u"SignInMessage"_s));
+        QTest::keyClick(password, Qt::Key_X); // starts over
+        QTest::keyClick(password, Qt::Key_Backspace);
+        QVERIFY(code->isHidden() && !shown(u"SignInMessage"_s));
         answers("/auth/login", 200, R"({"totp_required":true,"challenge_id":"i"})",
                 u"Enter the code from your authenticator app."_s);
         QCOMPARE(lastPost(), byPassword);
@@ -334,10 +365,10 @@ private Q_SLOTS:
         auto *box = find<QSpinBox>(u"ServerPort"_s);
         Q_EMIT box->editingFinished(); // the focus has passed
         QCOMPARE(App::get()->server()->clientCount(), 1);
-        box->findChild<QLineEdit *>()->setText(u"20"_s);
-        program.abort(); // somebody goes while a number is being typed
+        box->stepUp();
+        program.abort(); // a program goes while the user changes the number
         QTRY_COMPARE(App::get()->server()->clientCount(), 0);
-        QCOMPARE(box->text(), u"20"_s);
+        QCOMPARE(box->value(), port + 1);
 
         QTcpServer taken;
         taken.listen(QHostAddress::LocalHost);
@@ -505,7 +536,6 @@ private Q_SLOTS:
         const QJsonObject lan{{u"d1"_s, QJsonObject{{u"host"_s, u"127.0.0.1"_s}, {u"token"_s, u"t"_s}}}};
         const auto none = [](auto &&...) { return nullptr; };
         open({{u"lan"_s, lan}, {u"selected_device"_s, u"d1"_s}}, {none, none});
-        m_dock->show();
         QTRY_COMPARE(shown(u"UseLan"_s) && shown(u"Device"_s), signedIn);
         QStringList order;
         for (QWidget *next = m_dock->nextInFocusChain(); next != m_dock.get(); next = next->nextInFocusChain()) {

@@ -5,7 +5,7 @@
 
 #include "tests/support/FakeFrontend.h"
 #include "tests/support/ObsHost.h"
-#include "ui/SceneSources.h"
+#include "ui/dock/SceneSources.h"
 
 #include <QTest>
 

@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#include "ui/dock/DevicesGroup.h"
+
+#include "plugin/App.h"
+#include "ui/widgets/ThemedLabel.h"
+#include "ui/widgets/WrappingButton.h"
+
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace tallyforge {
+
+DevicesGroup::DevicesGroup(App &app, const DeviceDialogs &dialogs, QWidget *dialogParent,
+                           QWidget *parent)
+    : Group(tr("Devices"), parent)
+    , m_app(app)
+    , m_dialogs(dialogs)
+    , m_dialogParent(dialogParent)
+{
+    setObjectName(u"tallyforgeDevices"_s);
+    addButtons();
+
+    m_relays = new ThemedLabel(this);
+    m_relays->setObjectName(u"tallyforgeRelays"_s);
+    m_relays->hide();
+    column()->addWidget(m_relays);
+    m_stopRelays =
+        new WrappingButton(tr("Stop sharing this computer's internet with USB devices"), this);
+    m_stopRelays->setObjectName(u"tallyforgeStopRelays"_s);
+    m_stopRelays->hide();
+    column()->addWidget(m_stopRelays);
+    connect(m_stopRelays, &QPushButton::clicked, &m_app, &App::stopUsbRelays);
+}
+
+void DevicesGroup::addButtons()
+{
+    const QString later = tr("This comes with a later version of the plugin.");
+    auto *setup = new WrappingButton(tr("Set up or manage a device…"), this);
+    setup->setObjectName(u"tallyforgeSetUpDevice"_s);
+    setup->setEnabled(bool(m_dialogs.setup));
+    setup->setToolTip(m_dialogs.setup ? QString() : later);
+    column()->addWidget(setup);
+    connect(setup, &QPushButton::clicked, this, &DevicesGroup::openSetup);
+
+    m_manage = new WrappingButton(tr("Manage the selected device through my account…"), this);
+    m_manage->setObjectName(u"tallyforgeManageDevice"_s);
+    m_manage->setEnabled(false);
+    m_manage->setToolTip(m_dialogs.manage ? QString() : later);
+    column()->addWidget(m_manage);
+    connect(m_manage, &QPushButton::clicked, this, &DevicesGroup::openManage);
+}
+
+void DevicesGroup::setSignedIn(bool signedIn)
+{
+    m_manage->setVisible(signedIn);
+}
+
+void DevicesGroup::setDevice(const QString &id)
+{
+    m_device = id;
+    m_manage->setEnabled(m_dialogs.manage && !id.isEmpty());
+}
+
+void DevicesGroup::openSetup()
+{
+    if (!m_setupDialog) {
+        m_setupDialog = m_dialogs.setup(m_dialogParent);
+        m_setupDialog->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    m_setupDialog->show();
+    m_setupDialog->raise();
+    m_setupDialog->activateWindow();
+}
+
+void DevicesGroup::openManage()
+{
+    if (!m_device.isEmpty()) {
+        QWidget *dialog = m_dialogs.manage(m_device, m_dialogParent);
+        dialog->setAttribute(Qt::WA_DeleteOnClose);
+        dialog->show();
+    }
+}
+
+void DevicesGroup::refreshRelays()
+{
+    const QStringList lines = m_app.usbRelaySummaries();
+    if (!lines.isEmpty()) {
+        m_relays->setText(tr("USB cloud relay") + u'\n' + lines.join(u'\n'));
+    }
+    m_relays->setVisible(!lines.isEmpty());
+    m_stopRelays->setVisible(!lines.isEmpty());
+}
+
+} // namespace tallyforge

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#pragma once
+
+#include "ui/dock/DeviceDialogs.h"
+
+#include <QWidget>
+
+class QScrollArea;
+class QStackedWidget;
+
+namespace tallyforge {
+
+class App;
+class HomePage;
+
+/// The plug-in's home in OBS's window. It is hidden in most runs, so that all that is to be seen in
+/// it, a HomePage, is made soon after it is shown for the first time.
+class Dock final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// app isn't owned and must outlive the dock. textTemplate, kept as it is, is what a new text
+    /// source shows.
+    Dock(App &app, const char *textTemplate, DeviceDialogs dialogs = {});
+
+protected:
+    bool event(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+
+private:
+    void makePage();
+    void placePage();
+
+    App &m_app;
+    const char *const m_textTemplate;
+    const DeviceDialogs m_dialogs;
+    // Null until the dock has been shown.
+    QScrollArea *m_scrolled = nullptr;
+    QWidget *m_page = nullptr; // what is scrolled
+    QStackedWidget *m_pages = nullptr;
+    HomePage *m_home = nullptr;
+};
+
+} // namespace tallyforge

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#include "ui/widgets/Group.h"
+
+#include <QStyleOptionGroupBox>
+#include <QVBoxLayout>
+
+namespace tallyforge {
+
+Group::Group(const QString &title, QWidget *parent)
+    : QGroupBox(title, parent)
+    , m_column(new QVBoxLayout(this))
+{
+    constexpr QMargins margins{8, 2, 8, 4}; // pixels, beside what a theme leaves around the title
+    m_column->setContentsMargins(margins);
+}
+
+QSize Group::minimumSizeHint() const
+{
+    return m_column->totalMinimumSize(); // of the content alone
+}
+
+void Group::initStyleOption(QStyleOptionGroupBox *option) const
+{
+    constexpr int margins = 8; // pixels, on both sides together
+    QGroupBox::initStyleOption(option);
+    option->text = fontMetrics().elidedText(title(), Qt::ElideRight, width() - margins);
+}
+
+} // namespace tallyforge

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#pragma once
+
+#include <QGroupBox>
+
+class QVBoxLayout;
+
+namespace tallyforge {
+
+/// A group of the page, one widget below the other. A title that doesn't fit is elided.
+class Group : public QGroupBox
+{
+    Q_OBJECT
+
+public:
+    explicit Group(const QString &title, QWidget *parent);
+
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+protected:
+    void initStyleOption(QStyleOptionGroupBox *option) const override;
+    [[nodiscard]] QVBoxLayout *column() const { return m_column; }
+
+private:
+    QVBoxLayout *const m_column; // of the group
+};
+
+} // namespace tallyforge
