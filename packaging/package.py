@@ -17,6 +17,7 @@ from pathlib import Path
 SCHEMA = 1
 MANIFEST = "latest.json"
 OLDEST_DATE = (1980, 1, 1, 0, 0, 0)   # the first that a zip can hold: the same files, the same zip
+RESERVED = (".old", ".part")   # the updater's own names while it replaces files
 HEADING = re.compile(r"## (?P<version>\S+)(?:, (?P<date>\d{4}-\d\d-\d\d))?\s*")
 
 
@@ -36,6 +37,8 @@ def _entries(folder):
         kind = path.lstat().st_mode
         if not (stat.S_ISDIR(kind) or stat.S_ISREG(kind)):
             raise PackageError(f"{path} is neither a file nor a folder: the updater would refuse it.")
+        if path.suffix in RESERVED:
+            raise PackageError(f"{path} has a name that the updater needs for itself.")
         runs = stat.S_ISDIR(kind) or kind & stat.S_IXUSR
         yield path, stat.S_IFMT(kind) | (0o755 if runs else 0o644)
 

@@ -5,6 +5,7 @@
 
 #include "common/PrivateFile.h"
 #include "platform/Disk.h"
+#include "platform/Sha256.h"
 #include "updater/FileTree.h"
 
 #include <QCoreApplication>
@@ -25,10 +26,16 @@ namespace tallyforge {
 
 namespace {
 
+constexpr auto oldSuffix = ".old"_L1;
+constexpr auto partSuffix = ".part"_L1;
+constexpr qint64 sumStretch = 65536;
+
 struct Step
 {
     QString file; // relative to the bundle
     bool hadOld = false;
+    QByteArray newSum; // of the file's content, in hexadecimal digits
+    QByteArray oldSum; // the same of the file that was there
 };
 
 QString recordPath(const QString &target)
@@ -38,20 +45,35 @@ QString recordPath(const QString &target)
 
 QString oldPath(const QString &dst)
 {
-    return dst + u".old"_s;
+    return dst + oldSuffix;
 }
 
 // A copy gets its name only when it is whole.
 QString copyPath(const QString &dst)
 {
-    return dst + u".part"_s;
+    return dst + partSuffix;
+}
+
+// Empty when the file can't be read.
+QByteArray sumOf(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return {};
+    }
+    platform::Sha256 sum;
+    while (!file.atEnd()) {
+        sum.addData(file.read(sumStretch));
+    }
+    return sum.result().toHex();
 }
 
 bool saveRecord(const QString &target, const QList<Step> &steps)
 {
     QByteArray record;
     for (const Step &step : steps) {
-        record += (step.hadOld ? '=' : '+') + step.file.toUtf8() + '\0';
+        record += (step.hadOld ? '=' : '+') + step.newSum + ' ' + step.oldSum + ' ' +
+                  step.file.toUtf8() + '\0';
     }
     return savePrivateFile(recordPath(target), record) &&
            platform::syncToDisk(QFileInfo(recordPath(target)).path());
@@ -73,12 +95,39 @@ std::optional<QList<Step>> loadRecord(const QString &target)
     QList<Step> steps;
     const QByteArrayList lines = file.readAll().split('\0');
     for (const QByteArray &line : lines) {
-        const QString path = QString::fromUtf8(line.sliced(line.isEmpty() ? 0 : 1));
-        if (isBelowBundle(path)) {
-            steps.append({path, line.startsWith('=')});
+        const qsizetype first = line.indexOf(' ');
+        const qsizetype second = line.indexOf(' ', first + 1);
+        const QString path = QString::fromUtf8(line.sliced(second + 1));
+        if (first > 0 && second > 0 && isBelowBundle(path)) {
+            steps.append({path, line.startsWith('='), line.sliced(1, first - 1),
+                          line.sliced(first + 1, second - first - 1)});
         }
     }
     return steps;
+}
+
+enum class Found {
+    Interrupted, // some files are new, others old or missing
+    Complete,    // all files are new
+    Foreign,     // somebody has put another version there since
+};
+
+Found compare(const QString &target, const QList<Step> &steps)
+{
+    const QDir bundle(target);
+    bool allNew = true;
+    for (const Step &step : steps) {
+        const QString dst = bundle.filePath(step.file);
+        const QByteArray sum = QFileInfo(dst).isFile() ? sumOf(dst) : QByteArray();
+        if (sum != step.newSum) {
+            allNew = false;
+            const bool mayBe = step.hadOld ? sum == step.oldSum || !isThere(dst) : !isThere(dst);
+            if (!mayBe) {
+                return Found::Foreign;
+            }
+        }
+    }
+    return allNew ? Found::Complete : Found::Interrupted;
 }
 
 // The old file gets a second name, so that there is no moment without a file at the first.
@@ -120,12 +169,15 @@ bool undo(const QString &target, const QList<Step> &steps)
     return undone && QFile::remove(recordPath(target));
 }
 
-QList<Step> planReplacement(const QStringList &files, const QDir &bundle)
+QList<Step> planReplacement(const QStringList &files, const QDir &source, const QDir &bundle)
 {
     QList<Step> steps;
     steps.reserve(files.size());
     for (const QString &file : files) {
-        steps.append({file, isThere(bundle.filePath(file))});
+        const QString dst = bundle.filePath(file);
+        const bool hadOld = isThere(dst);
+        steps.append(
+            {file, hadOld, sumOf(source.filePath(file)), hadOld ? sumOf(dst) : QByteArray()});
     }
     return steps;
 }
@@ -138,6 +190,11 @@ bool removeEarlier(const Step &step, const QDir &bundle)
 }
 
 } // namespace
+
+bool isReservedName(const QString &name)
+{
+    return name.endsWith(oldSuffix) || name.endsWith(partSuffix);
+}
 
 QString besideBundle(const QString &target, QLatin1StringView purpose)
 {
@@ -152,7 +209,7 @@ QString replaceFiles(const QString &source, const QString &target)
         return QCoreApplication::translate("PluginUpdater", "the package is empty");
     }
     const QDir bundle(target);
-    const QList<Step> steps = planReplacement(files, bundle);
+    const QList<Step> steps = planReplacement(files, QDir(source), bundle);
     const QString inUse = QCoreApplication::translate("PluginUpdater", "%1 is in use");
     const QString notWritten = QCoreApplication::translate("PluginUpdater", "could not write %1");
     for (const Step &step : steps) {
@@ -182,7 +239,10 @@ QString replaceFiles(const QString &source, const QString &target)
 bool undoInterruptedReplacement(const QString &target)
 {
     const auto steps = loadRecord(target);
-    return steps ? undo(target, *steps) : !isThere(recordPath(target));
+    if (steps && compare(target, *steps) == Found::Interrupted) {
+        return undo(target, *steps);
+    }
+    return removeTree(recordPath(target)).isEmpty();
 }
 
 } // namespace tallyforge

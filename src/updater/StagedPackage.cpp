@@ -3,6 +3,7 @@
 
 #include "updater/StagedPackage.h"
 
+#include "updater/FileReplacement.h"
 #include "updater/FileTree.h"
 
 #include <QCoreApplication>
@@ -22,7 +23,7 @@ namespace {
 enum class Content {
     Ordinary,
     Link, ///< something there leads, or may lead, elsewhere
-    Odd,  ///< a device, a pipe, or what can't be looked into
+    Odd,  ///< a device, a pipe, a name that the installation needs, or something unreadable
 };
 
 QString onlyFolder(const QString &extracted)
@@ -55,7 +56,8 @@ Content judge(const fs::directory_entry &entry, const std::string &top)
     if (fs::is_symlink(status) || (isFile && fs::hard_link_count(entry.path(), error) > 1)) {
         return Content::Link;
     }
-    if (!isFile && !fs::is_directory(status)) {
+    if ((!isFile && !fs::is_directory(status)) ||
+        isReservedName(QString::fromStdString(entry.path().filename().string()))) {
         return Content::Odd;
     }
     if (!fs::canonical(entry.path(), error).string().starts_with(top)) {

@@ -35,6 +35,7 @@ def packages(top):
     yield "file-beside", [*good, ("file", b"", FILE)]
     yield "hidden-beside", [*good, (".file", b"", FILE)]
     yield "file-alone", [("bundle", b"", FILE)]
+    yield "name-of-an-old-file", [*good, ("bundle/data/text.ini.old", b"", FILE)]
     yield "link-alone", [link("bundle", "/usr")]
     yield "no-binary", [DATA]
     yield "binary-is-folder", [DATA, (BINARY[0] + "/", b"", FOLDER)]

@@ -171,6 +171,15 @@ private Q_SLOTS:
         QCOMPARE(readTree(bundle.plugins).size(), bundle.oldTree.size() + 2);
     }
 
+    void unreadableRecord()
+    {
+        const BundleFixture bundle;
+        bundle.reset();
+        writeTree(bundle.plugins, {{u".tallyforge-obs.undo/a folder"_s, {}}});
+        QCOMPARE(installTree(bundle.source(), bundle.target, bundle.backup(), false).error, QString());
+        QVERIFY(bundle.isTidy());
+    }
+
     void removeTree_data()
     {
         QTest::addColumn<QString>("path");

@@ -89,6 +89,7 @@ private Q_SLOTS:
             {u"file-beside"_s, {u"shape"_s}},
             {u"hidden-beside"_s, {u"shape"_s}},
             {u"file-alone"_s, {u"shape"_s}},
+            {u"name-of-an-old-file"_s, {u"shape"_s}},
             {u"link-alone"_s, {u"shape"_s}},
             {u"no-binary"_s, {u"plugin"_s}},
             {u"binary-is-folder"_s, {u"plugin"_s}},
