@@ -65,13 +65,22 @@ struct Applied
     InstallResult result;
 };
 
-Applied applyStaged(const UpdateConfig &config, const QString &binaryPath)
+QString parentOf(const QString &path)
+{
+    return QFileInfo(QFileInfo(path).path()).canonicalFilePath();
+}
+
+Applied applyStaged(const UpdateConfig &config, const QString &binaryPath,
+                    std::shared_ptr<platform::FolderLock> lock)
 {
     const QDir staging(config.stagingDir);
     const QString extracted = staging.filePath(u"extracted"_s);
     const StagedPackage package = inspectExtracted(extracted, binaryPath);
     if (!package.message.isEmpty()) {
         return {package.message, {}};
+    }
+    if (parentOf(config.stagingDir) == parentOf(config.pluginRoot)) {
+        lock.reset(); // the installation takes the same lock
     }
     Applied applied;
     applied.result =
@@ -102,9 +111,10 @@ PluginUpdater::~PluginUpdater() = default;
 void PluginUpdater::setConfig(const UpdateConfig &config)
 {
     m_config = config;
-    // A link with a slash behind it would be taken for the folder that it points to.
-    m_config.stagingDir =
-        config.stagingDir.isEmpty() ? QString() : QDir::cleanPath(config.stagingDir);
+    // With a slash behind it, a link would be taken for the folder that it points to, and a folder
+    // for its own parent. An empty path stays empty.
+    m_config.stagingDir = QDir::cleanPath(config.stagingDir);
+    m_config.pluginRoot = QDir::cleanPath(config.pluginRoot);
 }
 
 void PluginUpdater::check(bool manual)
@@ -284,20 +294,23 @@ void PluginUpdater::takeUnpacked(ArchiveUnpacker::Result result)
         end(State::Failed, tr("The update could not be unpacked. Nothing was changed."));
         return;
     }
-    m_worker.run([config = m_config, binary = binaryPath()] { return applyStaged(config, binary); },
-                 [this](const Applied &applied) {
-                     if (!applied.refusal.isEmpty()) {
-                         end(State::Failed, applied.refusal);
-                     } else if (!applied.result.ok) {
-                         end(State::Failed, tr("The update could not be installed (%1). The "
-                                               "current version was left in place.")
-                                                .arg(applied.result.error));
-                     } else {
-                         end(State::Installed,
-                             tr("Version %1 is installed. Restart OBS to start using it.")
-                                 .arg(m_info.version));
-                     }
-                 });
+    m_worker.run(
+        [config = m_config, binary = binaryPath(),
+         lock = std::exchange(m_stagingLock, {})]() mutable {
+            return applyStaged(config, binary, std::move(lock));
+        },
+        [this](const Applied &applied) {
+            if (!applied.refusal.isEmpty()) {
+                end(State::Failed, applied.refusal);
+            } else if (!applied.result.ok) {
+                end(State::Failed, tr("The update could not be installed (%1). The "
+                                      "current version was left in place.")
+                                       .arg(applied.result.error));
+            } else {
+                end(State::Installed, tr("Version %1 is installed. Restart OBS to start using it.")
+                                          .arg(m_info.version));
+            }
+        });
 }
 
 QString PluginUpdater::staged(const QString &name) const

@@ -32,10 +32,11 @@ public:
     /// gone. A task touches nothing that isn't its own.
     template <typename Task, typename Then> void run(Task task, Then then)
     {
-        m_pool.start([context = m_context, task = std::move(task), then = std::move(then)] {
-            QMetaObject::invokeMethod(
-                context, [result = task(), then] { then(result); }, Qt::QueuedConnection);
-        });
+        m_pool.start(
+            [context = m_context, task = std::move(task), then = std::move(then)]() mutable {
+                QMetaObject::invokeMethod(
+                    context, [result = task(), then] { then(result); }, Qt::QueuedConnection);
+            });
     }
 
 private:
