@@ -268,6 +268,7 @@ void StreamRelay::closeStream(unsigned char id, bool notifyDevice)
     m_streams.erase(found);
     if (socket != nullptr) {
         socket->disconnect(this);
+        socket->flush(); // the device may end a stream right behind the data
         socket->abort();
         socket->deleteLater();
     }

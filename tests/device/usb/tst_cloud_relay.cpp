@@ -134,9 +134,12 @@ private Q_SLOTS:
         QFETCH(Action, drop);
         Recorded r;
         QVERIFY(r.connected());
-        connect(&r.relay, &CloudRelay::toDevice, this, [&] { drop(r); }, Qt::SingleShotConnection);
+        connect(
+            &r.relay, &CloudRelay::toDevice, this, [&] { r.relay.fromDevice("last"), drop(r); },
+            Qt::SingleShotConnection);
         r.peer.client->write("x");
         QTRY_VERIFY(!r.peer.hasClient());
+        QCOMPARE(r.peer.received, "hellolast");
         QVERIFY(!r.relay.status().connected);
 
         const int refusing = std::make_unique<TcpPeer>()->port();

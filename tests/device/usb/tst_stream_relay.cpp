@@ -250,6 +250,7 @@ private Q_SLOTS:
         connect(&r.relay, &StreamRelay::toDevice, this, [&, ended = false]() mutable {
             if (!r.data.isEmpty() && !std::exchange(ended, true)) {
                 r.send(2, stream::Open, "b");
+                r.send(1, stream::Data, "last");
                 end(r);
             }
         });
@@ -257,6 +258,7 @@ private Q_SLOTS:
         r.relay.fromDevice(credit(1, 2000));
         QTRY_VERIFY(!r.data.isEmpty());
         QTRY_VERIFY(!r.a.hasClient() && !r.b.hasClient());
+        QCOMPARE(r.a.received, "last"); // reaches the network all the same
         QCOMPARE(r.relay.status().activeStreams, 0);
         r.send(3, stream::Open, "a");
         QTRY_VERIFY(r.sent.contains(reopened));
