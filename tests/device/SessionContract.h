@@ -489,6 +489,8 @@ private Q_SLOTS: // NOLINT(readability-redundant-access-specifiers): moc needs i
             AWAIT(session->rpc()->pending(), 4);
         }
         if (ending == "lost") {
+            // Qt leaves a request without an end when its connection is reset before the request is sent.
+            AWAIT(m_device.requests.isEmpty(), false);
             unplug();
         } else if (ending == "stopped") {
             m_session->stop();
