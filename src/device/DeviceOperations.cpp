@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
-// What DeviceSession does with a device that is signed in to: each wish in one or a few calls.
+// The operations of a DeviceSession on a device after the sign-in: each is one or a few calls.
 
 #include "device/DeviceSession.h"
 

@@ -27,7 +27,7 @@ bool meansWrongPassword(const QString &code)
                        [&code](QLatin1StringView known) { return code == known; });
 }
 
-// What the device says of itself now, else what it said when the link opened.
+// The device's present text about itself, else its text from when the link opened.
 QString firstText(const QString &now, const QString &atOpening)
 {
     return now.isEmpty() ? atOpening : now;

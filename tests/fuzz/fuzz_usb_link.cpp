@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
-// A whole USB link: frames of all types from a device, what its user does meanwhile, what the
-// network does, and all of it from inside a slot. The port and the clock are the fuzzer's, so that
+// A whole USB link: frames of all types from a device, calls of the link's user, events of the
+// network, and all of them from inside a slot. The port and the clock are the fuzzer's, so that
 // an hour on the cable takes no time. A step's upper bit puts it off to the next signal.
 
 #include "device/RpcTransport.h"
@@ -154,7 +154,7 @@ public:
         open();
     }
 
-    // Nothing waits for a receiver any more, and what went out are whole frames.
+    // Nothing waits for a receiver any more, and the bytes that went out are whole frames.
     void finish()
     {
         pass(6s);

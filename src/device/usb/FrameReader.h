@@ -25,7 +25,7 @@ public:
     /// The port isn't owned and must outlive the reader.
     FrameReader(SerialPort *serial, QObject *parent);
 
-    /// Forgets what has come so far.
+    /// Forgets all bytes and frames that have come so far.
     void reset();
 
 Q_SIGNALS:

@@ -35,7 +35,7 @@ public:
     [[nodiscard]] bool isOpen() const { return m_handle != nullptr; }
     /// Whether bytes that were written wait for the driver.
     [[nodiscard]] bool isWriting() const;
-    /// Lets the system keep what the device sends until reading is on again, as it is after open().
+    /// While reading is off, the system keeps the device's bytes. open() turns it on.
     void setReading(bool on) { m_reading = on; }
 
 Q_SIGNALS:

@@ -22,8 +22,8 @@
 
 namespace tallyforge {
 
-/// A device, or a wireless receiver, on a USB cable. The link greets what is behind the port until
-/// it answers, sorts the frames that come in, and lends the device this computer's internet
+/// A device, or a wireless receiver, on a USB cable. The link sends greetings until
+/// it gets an answer, sorts the frames that come in, and lends the device this computer's internet
 /// connection for as long as the link lives. For a receiver, the object of opened() has the member
 /// "receiver": true.
 class UsbLink final : public DeviceLink

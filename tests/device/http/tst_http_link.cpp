@@ -165,7 +165,7 @@ private Q_SLOTS:
             QVERIFY(method == u"getStatus" || r.device.requests.size() == 1); // or it would restart twice
         }
         QSignalSpy failed(&r.link, &DeviceLink::failed);
-        r.link.open(); // whatever the status, it's a sign of life
+        r.link.open(); // any status is a sign of life
         QTRY_COMPARE(r.opened.count() + failed.count(), 2);
         QCOMPARE(failed.count(), answer.status == 0 ? 1 : 0);
     }

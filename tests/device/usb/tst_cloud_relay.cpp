@@ -114,7 +114,7 @@ private Q_SLOTS:
         QCOMPARE(r.relay.status().lastError, QString());
     }
 
-    // What drops a connection (done by a slot that reads from it) and a dial that failed. Only the next bytes dial
+    // All that drops a connection (done by a slot that reads from it) and a dial that failed. Only the next bytes dial
     // again, and nothing of before goes out with them.
     void drops_data()
     {

@@ -95,7 +95,7 @@ private Q_SLOTS:
         QCOMPARE(relay.status().destinations, QStringList());
     }
 
-    // What mustn't dial, and the reason that the device is told, if any.
+    // Messages that mustn't dial, and the reason that the device is told, if any.
     void refusals_data()
     {
         QTest::addColumn<QByteArray>("message");
@@ -203,7 +203,7 @@ private Q_SLOTS:
             expected += size > 0 ? piece : QByteArray();
             sum += piece.size();
         }
-        // The device's answer to the opened message comes after what waited for it.
+        // The device's answer to the opened message comes after the data that waited.
         connect(&r.relay, &StreamRelay::toDevice, this, [&] { r.send(1, stream::Data, "end"); });
         QTRY_VERIFY(r.a.received.endsWith("end"));
         QVERIFY(r.a.received == expected + "end");

@@ -92,7 +92,7 @@ private Q_SLOTS:
         missing.close();
     }
 
-    // What a slot does in the middle of open() is the later word, and nothing is heard after it.
+    // A slot that closes the link in the middle of open() has the later word, and no signal follows.
     void slotClosesWhileItOpens()
     {
         for (const bool early : {true, false}) {
