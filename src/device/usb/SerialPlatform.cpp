@@ -24,8 +24,8 @@ namespace tallyforge::serial_platform {
 struct Handle
 {
     int fd = -1;
-    QByteArray waiting = {};       // the driver has no room for it yet
-    QElapsedTimer sinceTaken = {}; // since the driver took something, while bytes wait
+    QByteArray waiting;       // the driver has no room for it yet
+    QElapsedTimer sinceTaken; // since the driver took something, while bytes wait
 };
 
 namespace {
@@ -113,7 +113,9 @@ Handle *openPort(const QString &path, int baud, QString *error)
         return nullptr;
     }
     configure(fd, settings, baud);
-    return new Handle{.fd = fd};
+    auto *handle = new Handle;
+    handle->fd = fd;
+    return handle;
 }
 
 void closePort(Handle *handle)
