@@ -359,6 +359,25 @@
     </message>
 </context>
 <context>
+    <name>tallyforge::ReceiverRequest</name>
+    <message>
+        <source>The receiver did not answer</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The receiver refused the settings</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Another receiver request is still in progress</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Give a key, ask for a new key, or choose a channel</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>tallyforge::RpcClient</name>
     <message>
         <source>Not connected to a device</source>
@@ -669,23 +688,7 @@
 <context>
     <name>tallyforge::UsbLink</name>
     <message>
-        <source>The receiver did not answer</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>This USB port did not answer like a Tallyforge device. Check the cable and that the device has finished starting.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The receiver refused the settings</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Another receiver request is still in progress</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Give a key, ask for a new key, or choose a channel</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -359,6 +359,25 @@
     </message>
 </context>
 <context>
+    <name>tallyforge::ReceiverRequest</name>
+    <message>
+        <source>The receiver did not answer</source>
+        <translation>Der Empfänger hat nicht geantwortet</translation>
+    </message>
+    <message>
+        <source>The receiver refused the settings</source>
+        <translation>Der Empfänger hat die Einstellungen abgelehnt</translation>
+    </message>
+    <message>
+        <source>Another receiver request is still in progress</source>
+        <translation>Eine andere Anfrage an den Empfänger läuft noch</translation>
+    </message>
+    <message>
+        <source>Give a key, ask for a new key, or choose a channel</source>
+        <translation>Geben Sie einen Schlüssel an, fordern Sie einen neuen an oder wählen Sie einen Kanal</translation>
+    </message>
+</context>
+<context>
     <name>tallyforge::RpcClient</name>
     <message>
         <source>Not connected to a device</source>
@@ -669,24 +688,8 @@
 <context>
     <name>tallyforge::UsbLink</name>
     <message>
-        <source>The receiver did not answer</source>
-        <translation>Der Empfänger hat nicht geantwortet</translation>
-    </message>
-    <message>
         <source>This USB port did not answer like a Tallyforge device. Check the cable and that the device has finished starting.</source>
         <translation>An diesem USB-Anschluss hat kein Tallyforge-Gerät geantwortet. Überprüfen Sie das Kabel und ob das Gerät fertig gestartet ist.</translation>
-    </message>
-    <message>
-        <source>The receiver refused the settings</source>
-        <translation>Der Empfänger hat die Einstellungen abgelehnt</translation>
-    </message>
-    <message>
-        <source>Another receiver request is still in progress</source>
-        <translation>Eine andere Anfrage an den Empfänger läuft noch</translation>
-    </message>
-    <message>
-        <source>Give a key, ask for a new key, or choose a channel</source>
-        <translation>Geben Sie einen Schlüssel an, fordern Sie einen neuen an oder wählen Sie einen Kanal</translation>
     </message>
 </context>
 <context>

@@ -25,14 +25,14 @@ public:
     virtual void open() = 0;
     /// Ends the connection in silence. Nobody may delete the link meanwhile.
     virtual void close() = 0;
-    /// What carries requests over this link, and belongs to it.
+    /// The carrier of requests over this link; the link owns it.
     [[nodiscard]] virtual RpcTransport *transport() = 0;
     /// Whether the device must be asked for its live state; otherwise it sends envelope() by
     /// itself.
     [[nodiscard]] virtual bool pollsState() const = 0;
 
 Q_SIGNALS:
-    /// The device has answered; info is what it said of itself.
+    /// The device has answered; info is its description of itself.
     void opened(const QJsonObject &info);
     /// An open link has gone down by itself.
     void closed(const QString &reason);

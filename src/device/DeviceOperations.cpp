@@ -1,17 +1,11 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
-// What DeviceSession does with a device that is signed in to: each wish in one or a few calls.
+// The operations of a DeviceSession on a device after the sign-in: each is one or a few calls.
 
 #include "device/DeviceSession.h"
 
-#include "device/DeviceLink.h"
-
-#include <QJsonArray>
 #include <QPointer>
-#include <QSet>
-
-#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -35,55 +29,6 @@ RpcClient::Callback outcomeTo(const DeviceSession::Done &callback)
 {
     return
         [callback](const RpcResult &result) { finish(callback, result.ok, result.errorMessage); };
-}
-
-// One entry for each name, the first that came, by falling strength.
-QList<WifiNetwork> parseNetworks(const QJsonObject &result)
-{
-    QList<WifiNetwork> networks;
-    QSet<QString> seen;
-    const QJsonArray entries = result.value("networks"_L1).toArray();
-    for (const QJsonValueConstRef value : entries) {
-        const QJsonObject entry = value.toObject();
-        const QString ssid = entry.value("ssid"_L1).toString();
-        if (ssid.isEmpty() || seen.contains(ssid)) {
-            continue;
-        }
-        seen.insert(ssid);
-        networks.append(
-            {ssid, entry.value("rssi"_L1).toInt(), entry.value("auth"_L1).toVariant().toString()});
-    }
-    std::stable_sort(networks.begin(), networks.end(),
-                     [](const WifiNetwork &a, const WifiNetwork &b) { return a.rssi > b.rssi; });
-    return networks;
-}
-
-WirelessLink parseWirelessLink(const QJsonObject &espnow)
-{
-    const auto text = [&espnow](const char *key) {
-        return espnow.value(QLatin1StringView(key)).toString();
-    };
-    WirelessLink link;
-    link.available = !espnow.isEmpty();
-    // A device that is set to transmit counts as transmitting before it has restarted into that.
-    link.transmitting = text("role") == "tx"_L1 || text("configured_role") == "tx"_L1;
-    link.peerMac = text("peer_mac");
-    link.paired = !link.peerMac.isEmpty() && espnow.value("key_set"_L1).toBool();
-    link.startError = text("start_error");
-    return link;
-}
-
-QList<ControllerChoice> parseControllers(const QJsonObject &result)
-{
-    QList<ControllerChoice> choices;
-    const QJsonArray entries = result.value("controllers"_L1).toArray();
-    for (const QJsonValueConstRef value : entries) {
-        const ControllerChoice choice = ControllerChoice::fromJson(value.toObject());
-        if (!choices.contains(choice)) {
-            choices.append(choice);
-        }
-    }
-    return choices;
 }
 
 } // namespace
@@ -110,7 +55,7 @@ void DeviceSession::scanWifi(const std::function<void(bool ok, const QList<WifiN
                                                       const QString &note)> &callback)
 {
     const auto onReply = [this, callback](const RpcResult &result) {
-        const QList<WifiNetwork> networks = parseNetworks(result.result);
+        const QList<WifiNetwork> networks = WifiNetwork::listFrom(result.result);
         if (!result.ok || !networks.isEmpty()) {
             finish(callback, result.ok, networks, result.errorMessage);
             return;
@@ -131,7 +76,8 @@ void DeviceSession::scanWifi(const std::function<void(bool ok, const QList<WifiN
 void DeviceSession::wirelessLink(const std::function<void(const WirelessLink &link)> &callback)
 {
     m_rpc.call(u"getEspNow"_s, {}, [this, callback](const RpcResult &result) {
-        const WirelessLink link = parseWirelessLink(result.result.value("espnow"_L1).toObject());
+        const WirelessLink link =
+            WirelessLink::fromJson(result.result.value("espnow"_L1).toObject());
         m_wirelessActive = link.transmitting;
         finish(callback, link);
     });
@@ -247,7 +193,7 @@ void DeviceSession::listControllers(
         &callback)
 {
     m_rpc.call(u"getControllerList"_s, {}, [callback](const RpcResult &result) {
-        finish(callback, result.ok, parseControllers(result.result), result.errorMessage);
+        finish(callback, result.ok, ControllerChoice::listFrom(result.result), result.errorMessage);
     });
 }
 

@@ -18,7 +18,6 @@ namespace {
 
 constexpr int loginTimeoutMs = RpcClient::defaultTimeoutMs;
 constexpr int loginViaReceiverTimeoutMs = 30000;
-constexpr int pollTimeoutsUntilClose = 3;
 
 bool meansWrongPassword(const QString &code)
 {
@@ -28,7 +27,7 @@ bool meansWrongPassword(const QString &code)
                        [&code](QLatin1StringView known) { return code == known; });
 }
 
-// What the device says of itself now, else what it said when the link opened.
+// The device's present text about itself, else its text from when the link opened.
 QString firstText(const QString &now, const QString &atOpening)
 {
     return now.isEmpty() ? atOpening : now;
@@ -46,6 +45,7 @@ DeviceSession::DeviceSession(DeviceLink *link, const Timing &timing, QObject *pa
     , m_timing(timing)
     , m_link(link)
     , m_rpc(link->transport(), nullptr)
+    , m_poll(&m_rpc, timing.poll, timing.pollAnswer, nullptr)
 {
     m_link->setParent(this);
     connect(m_link, &DeviceLink::opened, this, &DeviceSession::onLinkOpened);
@@ -53,23 +53,26 @@ DeviceSession::DeviceSession(DeviceLink *link, const Timing &timing, QObject *pa
     connect(m_link, &DeviceLink::envelope, this, &DeviceSession::envelope);
     connect(m_link, &DeviceLink::failed, this,
             [this](const QString &, const QString &message) { onLinkFailed(message); });
-    m_pollTimer.setInterval(m_timing.poll);
-    connect(&m_pollTimer, &QTimer::timeout, this, &DeviceSession::pollOnce);
+    connect(&m_poll, &StatePoll::envelope, this, &DeviceSession::envelope);
+    connect(&m_poll, &StatePoll::unauthorized, this, &DeviceSession::onPollUnauthorized);
+    connect(&m_poll, &StatePoll::silent, this, &DeviceSession::onPollSilent);
 }
 
 DeviceSession::~DeviceSession()
 {
     stop();
-    // Should a callback have started it once more.
-    m_link->close();
+    m_link->close(); // a callback may have started the session once more
     m_rpc.abortAll(u"disconnected"_s, tr("Disconnected"));
 }
 
-// The text is a copy of its own, for a slot may start the session over, which clears the members.
+// The text is a copy, because a slot may start the session over, which clears the members.
 void DeviceSession::setState(State state,
                              QString detail) // NOLINT(performance-unnecessary-value-param)
 {
     m_state = state;
+    if (state != State::Ready) {
+        m_poll.stop();
+    }
     Q_EMIT stateChanged(state, detail);
 }
 
@@ -90,29 +93,26 @@ QString DeviceSession::wifiIp() const
     return m_status.value("wifi_sta_ip"_L1).toString();
 }
 
-// What belongs to one connection is over; the number is the next one's.
-unsigned DeviceSession::endConnection()
+void DeviceSession::endConnection()
 {
-    m_pollTimer.stop();
-    m_pollInFlight = false;
-    return ++m_connection;
+    m_generation.next();
+    m_poll.stop();
 }
 
 // Ends the connection in silence. False when a callback of a call under way has deleted the
 // session, stopped it or started it anew.
 bool DeviceSession::hangUp()
 {
-    const unsigned connection = endConnection();
-    const QPointer<DeviceSession> self = this;
-    const auto failCalls = [&] {
-        m_rpc.abortAll(u"disconnected"_s, tr("Disconnected"));
-        return self && connection == m_connection;
-    };
-    if (!failCalls()) {
+    endConnection();
+    const auto isCurrent = m_generation.watch();
+    m_rpc.abortAll(u"disconnected"_s, tr("Disconnected"));
+    if (!isCurrent()) {
         return false;
     }
     m_link->close();
-    return failCalls(); // what the callbacks have asked for while the link was open
+    // The callbacks may have made calls while the link was still open.
+    m_rpc.abortAll(u"disconnected"_s, tr("Disconnected"));
+    return isCurrent();
 }
 
 void DeviceSession::start(const QList<QString> &candidates)
@@ -121,17 +121,16 @@ void DeviceSession::start(const QList<QString> &candidates)
     if (m_rpc.pending() > 0 && !hangUp()) {
         return;
     }
-    const unsigned connection = endConnection();
-    m_pollTimeouts = 0;
+    endConnection();
     m_candidates = candidates;
     m_mustChangePassword = false;
     m_receiverMode = false;
     m_viaReceiver = false;
     m_restarting = false;
     m_detail.clear();
-    const QPointer<DeviceSession> self = this;
+    const auto isCurrent = m_generation.watch();
     setState(State::Connecting, {});
-    if (self && connection == m_connection) {
+    if (isCurrent()) {
         m_link->open();
     }
 }
@@ -154,10 +153,9 @@ void DeviceSession::submitPassword(const QString &password)
 
 void DeviceSession::signIn()
 {
-    const QPointer<DeviceSession> self = this;
-    const unsigned connection = m_connection;
+    const auto isCurrent = m_generation.watch();
     setState(State::SigningIn, {});
-    if (self && connection == m_connection && m_state == State::SigningIn) {
+    if (isCurrent() && m_state == State::SigningIn) {
         tryNextPassword();
     }
 }
@@ -194,10 +192,10 @@ void DeviceSession::onLinkFailed(const QString &message)
 
 void DeviceSession::onLinkClosed(const QString &reason)
 {
-    const unsigned connection = endConnection();
-    const QPointer<DeviceSession> self = this;
+    endConnection();
+    const auto isCurrent = m_generation.watch();
     m_rpc.abortAll(u"disconnected"_s, tr("The connection to the device was lost"));
-    if (!self || connection != m_connection) {
+    if (!isCurrent()) {
         return; // a callback has deleted, stopped or restarted the session
     }
     if (m_restarting) {
@@ -205,16 +203,6 @@ void DeviceSession::onLinkClosed(const QString &reason)
     } else if (m_state != State::Idle) {
         setState(State::Lost, reason);
     }
-}
-
-// A step of the session's own that a lost link or a stop must not take any further.
-RpcClient::Callback DeviceSession::whileConnected(const RpcClient::Callback &callback)
-{
-    return [this, connection = m_connection, callback](const RpcResult &result) {
-        if (connection == m_connection) {
-            callback(result);
-        }
-    };
 }
 
 void DeviceSession::tryNextPassword()
@@ -225,7 +213,7 @@ void DeviceSession::tryNextPassword()
     }
     const QString password = m_candidates.takeFirst();
     m_rpc.call(u"login"_s, {{u"password"_s, password}},
-               whileConnected(
+               m_generation.guard(
                    [this, password](const RpcResult &result) { onLoginReply(password, result); }),
                m_viaReceiver ? loginViaReceiverTimeoutMs : loginTimeoutMs);
 }
@@ -257,22 +245,19 @@ void DeviceSession::onLoginReply(const QString &password, const RpcResult &resul
 void DeviceSession::afterLogin(const RpcResult &result)
 {
     m_mustChangePassword = result.result.value("must_change_password"_L1).toBool();
-    refreshStatus([this, connection = m_connection](bool, const QString &) {
-        if (connection != m_connection) {
-            return;
-        }
+    refreshStatus(m_generation.guard([this](bool, const QString &) {
         if (m_mustChangePassword) {
             setState(State::NeedsNewPassword, {});
         } else {
             becomeReady();
         }
-    });
+    }));
 }
 
 void DeviceSession::becomeReady()
 {
     if (m_link->pollsState()) {
-        m_pollTimer.start();
+        m_poll.start();
     }
     setState(State::Ready, {});
 }
@@ -291,32 +276,19 @@ void DeviceSession::refreshStatus(const Done &callback)
     });
 }
 
-void DeviceSession::pollOnce()
+// The sign-in may have expired. The state stays while the password that worked is tried again.
+void DeviceSession::onPollUnauthorized()
 {
-    // Never behind the user's own operations.
-    if (m_state != State::Ready || m_pollInFlight || m_rpc.pending() > 0) {
-        return;
-    }
-    m_pollInFlight = true;
-    m_rpc.call(u"getState"_s, {},
-               whileConnected([this](const RpcResult &result) { onPollReply(result); }),
-               static_cast<int>(m_timing.pollAnswer.count()));
-}
-
-void DeviceSession::onPollReply(const RpcResult &result)
-{
-    m_pollInFlight = false;
-    if (result.ok) {
-        m_pollTimeouts = 0;
-        Q_EMIT envelope(result.result);
-    } else if (result.errorCode == "unauthorized"_L1 && !m_password.isEmpty()) {
+    if (!m_password.isEmpty()) {
         m_candidates = {m_password};
         tryNextPassword();
-    } else if (result.errorCode == "timeout"_L1 && ++m_pollTimeouts >= pollTimeoutsUntilClose) {
-        m_pollTimeouts = 0;
-        m_link->close();
-        onLinkClosed({}); // which a link that is closed from here doesn't say
     }
+}
+
+void DeviceSession::onPollSilent()
+{
+    m_link->close();
+    onLinkClosed({}); // a link that is closed from here emits nothing
 }
 
 } // namespace tallyforge

@@ -3,14 +3,15 @@
 
 #pragma once
 
+#include "common/Generation.h"
 #include "device/DeviceTypes.h"
 #include "device/RpcClient.h"
+#include "device/StatePoll.h"
 
 #include <QJsonObject>
 #include <QList>
 #include <QObject>
 #include <QString>
-#include <QTimer>
 
 #include <chrono>
 #include <functional>
@@ -20,15 +21,15 @@ namespace tallyforge {
 class DeviceLink;
 
 /// One device over any link: opens it, signs in, keeps the device's status, and asks for its live
-/// data where the link doesn't bring them. Whoever holds a session decides what follows an end of
-/// the connection; the session never starts over by itself, but start() may be called again at any
-/// time.
+/// data where the link doesn't bring them. The session never starts over by itself after the end of
+/// a connection; its owner may call start() again at any time.
 ///
-/// All callbacks come on the main thread, exactly once, and may be empty, use the session again or
-/// delete it. Its deletion fails the calls under way; a callback that comes out of that must not
-/// delete it once more, as deleteLater() never does. Two end in silence with it: a Wi-Fi
-/// verification that waits for its next look, and an operation whose own signal or progress text
-/// has led to the deletion. Error texts are sentences for the user, empty on success.
+/// All callbacks come on the main thread, exactly once. They may be empty, use the session again or
+/// delete it. The deletion of a session fails its calls under way; their callbacks must not delete
+/// it a second time (deleteLater() never does). Two callbacks never come after the deletion: that
+/// of a Wi-Fi verification that waits for its next look, and that of an operation whose own signal
+/// or progress text has led to the deletion. Error texts are sentences for the user, empty on
+/// success.
 class DeviceSession final : public QObject
 {
     Q_OBJECT
@@ -128,7 +129,7 @@ Q_SIGNALS:
 
 private:
     void setState(State state, QString detail);
-    [[nodiscard]] unsigned endConnection();
+    void endConnection();
     void signIn();
     [[nodiscard]] bool hangUp();
     void onLinkOpened(const QJsonObject &info);
@@ -138,14 +139,15 @@ private:
     void onLoginReply(const QString &password, const RpcResult &result);
     void afterLogin(const RpcResult &result);
     void becomeReady();
-    void pollOnce();
-    void onPollReply(const RpcResult &result);
+    void onPollUnauthorized();
+    void onPollSilent();
     void judgeWifi(const QString &ssid, int attempt, const Progress &progress, const Done &done);
-    [[nodiscard]] RpcClient::Callback whileConnected(const RpcClient::Callback &callback);
 
     const Timing m_timing;
     DeviceLink *const m_link; // child
+    Generation m_generation;  // begins with each start and each end of the connection
     RpcClient m_rpc;
+    StatePoll m_poll; // runs in State::Ready
     State m_state = State::Idle;
     QString m_detail;
     QJsonObject m_status;
@@ -157,10 +159,6 @@ private:
     bool m_viaReceiver = false; // the session reaches a device through its receiver
     bool m_wirelessActive = false;
     bool m_restarting = false;
-    QTimer m_pollTimer;
-    bool m_pollInFlight = false;
-    int m_pollTimeouts = 0;    // in a row
-    unsigned m_connection = 0; // counts starts and ends; see whileConnected()
 };
 
 } // namespace tallyforge

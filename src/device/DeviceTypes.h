@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QJsonObject>
+#include <QList>
 #include <QString>
 
 namespace tallyforge {
@@ -14,6 +15,9 @@ struct WifiNetwork
     QString ssid;
     int rssi = 0; ///< signal strength in dBm
     QString auth; ///< the kind of security, in the device's word
+
+    /// The networks of a scan: one for each name, the first that came, by falling strength.
+    [[nodiscard]] static QList<WifiNetwork> listFrom(const QJsonObject &scan);
 };
 
 /// A device's radio link to a wireless receiver.
@@ -24,6 +28,8 @@ struct WirelessLink
     bool paired = false;       ///< a receiver's address and a key are stored
     QString peerMac;
     QString startError; ///< why the radio didn't start, if it didn't
+
+    [[nodiscard]] static WirelessLink fromJson(const QJsonObject &espnow);
 };
 
 /// The scoreboard that a device reads from. All empty: no preference.
@@ -34,20 +40,10 @@ struct ControllerChoice
     QString sport;
     QString inputType;
 
-    [[nodiscard]] QJsonObject toJson() const
-    {
-        return {{QStringLiteral("manufacturer"), manufacturer},
-                {QStringLiteral("model"), model},
-                {QStringLiteral("sport"), sport},
-                {QStringLiteral("input_type"), inputType}};
-    }
-    [[nodiscard]] static ControllerChoice fromJson(const QJsonObject &object)
-    {
-        return {object.value(QLatin1StringView("manufacturer")).toString(),
-                object.value(QLatin1StringView("model")).toString(),
-                object.value(QLatin1StringView("sport")).toString(),
-                object.value(QLatin1StringView("input_type")).toString()};
-    }
+    [[nodiscard]] QJsonObject toJson() const;
+    [[nodiscard]] static ControllerChoice fromJson(const QJsonObject &object);
+    /// A device's list in its order, each choice once.
+    [[nodiscard]] static QList<ControllerChoice> listFrom(const QJsonObject &reply);
     bool operator==(const ControllerChoice &) const = default;
 };
 

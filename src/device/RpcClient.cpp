@@ -80,7 +80,7 @@ void RpcClient::sendCurrent()
     m_nextId = m_nextId == std::numeric_limits<qint32>::max() ? 1 : m_nextId + 1;
     const QJsonObject request{
         {u"id"_s, m_currentId}, {u"method"_s, m_current.method}, {u"params"_s, m_current.params}};
-    // Before sending, for a carrier may report its failure from inside send().
+    // Before sending, because a carrier may report its failure from inside send().
     m_timer.start(m_current.timeoutMs);
     m_transport->send(QJsonDocument(request).toJson(QJsonDocument::Compact));
 }

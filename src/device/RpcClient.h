@@ -16,11 +16,11 @@ namespace tallyforge {
 
 class RpcTransport;
 
-/// What became of a call to a device.
+/// The outcome of a call to a device.
 struct RpcResult
 {
     bool ok = false;      ///< the device answered that it did as asked
-    QJsonObject result;   ///< what it answered, empty on failure
+    QJsonObject result;   ///< the device's answer, empty on failure
     QString errorCode;    ///< a machine word, empty on success
     QString errorMessage; ///< a sentence for the user, empty on success
 };

@@ -9,8 +9,8 @@
 
 namespace tallyforge {
 
-/// Carries one whole JSON text at a time to a device, and one back. It knows nothing of what the
-/// texts mean. Main thread.
+/// Carries one whole JSON text at a time to a device, and one back. It doesn't know the
+/// texts' meaning. Main thread.
 class RpcTransport : public QObject
 {
     Q_OBJECT

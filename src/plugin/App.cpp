@@ -218,9 +218,16 @@ void App::logStatus() const
 // A device may follow the change of route to the cloud over the very cable that brought its data.
 void App::onSessionLeft(DeviceSession *session)
 {
-    if (!keepUsbRelay(session)) {
-        session->stop();
-        session->deleteLater();
+    // Callbacks of the sessions that end here may delete it.
+    const QPointer<DeviceSession> left = session;
+    if (keepUsbRelay(session)) {
+        return;
+    }
+    if (left) {
+        left->stop();
+    }
+    if (left) {
+        left->deleteLater();
     }
 }
 

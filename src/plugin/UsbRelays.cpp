@@ -23,7 +23,7 @@ bool hasEnded(DeviceSession::State state)
            state == DeviceSession::State::Restarting;
 }
 
-// Deleted later, for they may be in the middle of a call of their own.
+// Deleted later, because they may be in the middle of a call of their own.
 void end(const QList<QPointer<DeviceSession>> &sessions)
 {
     for (const QPointer<DeviceSession> &session : sessions) {
@@ -31,7 +31,7 @@ void end(const QList<QPointer<DeviceSession>> &sessions)
             session->stop();
         }
         if (session) {
-            session->link()->close(); // whatever a callback has begun meanwhile
+            session->link()->close(); // a callback may have opened it anew
             session->deleteLater();
         }
     }
@@ -54,7 +54,8 @@ bool UsbRelays::keep(DeviceSession *offered)
         return false;
     }
     if (m_relays.contains(session)) {
-        return true; // making room for it would end it
+        session->setParent(this); // it may have been another one's meanwhile
+        return true;
     }
     release(link->path());
     if (!session) {

@@ -152,7 +152,7 @@ private Q_SLOTS:
         QCOMPARE(m_results.constLast(), u"d ok {}"_s);
     }
 
-    // Whoever is called back may be done with the client, in every way that a call can end.
+    // A callback may destroy the client, in every way that a call can end.
     void callbackDestroysTheClient_data()
     {
         QTest::addColumn<int>("ending");

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
-// A link that polls and has no way to go: whatever happens, happens within the call that causes it.
+// A link that polls and sends nothing anywhere: each effect comes within the call that causes it.
 
 #include "device/DeviceLink.h"
 #include "tests/device/SessionContract.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
-// A whole USB link: frames of all types from a device, what its user does meanwhile, what the
-// network does, and all of it from inside a slot. The port and the clock are the fuzzer's, so that
+// A whole USB link: frames of all types from a device, calls of the link's user, events of the
+// network, and all of them from inside a slot. The port and the clock are the fuzzer's, so that
 // an hour on the cable takes no time. A step's upper bit puts it off to the next signal.
 
 #include "device/RpcTransport.h"
@@ -33,14 +33,15 @@ std::chrono::nanoseconds clockTime = 1h;
 struct Wire
 {
     QByteArray toHost, toDevice;
-    int opened = 0; // ports that are open
-    bool unplugged = false, broken = false;
+    QByteArray waiting; // for the driver
+    int opened = 0;     // ports that are open
+    bool unplugged = false, broken = false, full = false;
 } wire;
 
 } // namespace
 
-// In place of the system's. Qt's timers have no other clock.
-extern "C" int clock_gettime(clockid_t clock, timespec *time)
+// In place of the system's, for Qt's library as well. Its timers have no other clock.
+extern "C" [[gnu::visibility("default")]] int clock_gettime(clockid_t clock, timespec *time)
 {
     if (clock != CLOCK_MONOTONIC) {
         return static_cast<int>(syscall(SYS_clock_gettime, clock, time));
@@ -63,6 +64,7 @@ Handle *openPort(const QString &, int, QString *)
     }
     ++wire.opened;
     wire.toHost.clear();
+    wire.waiting.clear();
     wire.unplugged = false;
     return new Handle;
 }
@@ -86,10 +88,25 @@ qint64 readSome(Handle *, char *buffer, qint64 size)
     return bytes.size();
 }
 
-bool writeAll(Handle *, const QByteArray &bytes)
+bool writeAll(Handle *handle, const QByteArray &bytes)
 {
-    wire.toDevice += wire.broken ? QByteArray() : bytes;
-    return !wire.broken;
+    wire.waiting += bytes;
+    return wire.full || keepWriting(handle);
+}
+
+bool keepWriting(Handle *)
+{
+    const QByteArray bytes = std::exchange(wire.waiting, {});
+    if (wire.broken || wire.full) {
+        return false;
+    }
+    wire.toDevice += bytes;
+    return true;
+}
+
+bool isWriting(const Handle *)
+{
+    return !wire.waiting.isEmpty();
 }
 
 QList<SerialPortInfo> list()
@@ -137,7 +154,7 @@ public:
         open();
     }
 
-    // Nothing waits for a receiver any more, and what went out are whole frames.
+    // Nothing waits for a receiver any more, and the bytes that went out are whole frames.
     void finish()
     {
         pass(6s);
@@ -227,6 +244,7 @@ private:
         case 6:
             wire.unplugged = (what & 0x10) != 0;
             wire.broken = (what & 0x20) != 0;
+            wire.full = (what & 0x40) != 0;
             break;
         default:
             if (m_inTunnel == 0) {

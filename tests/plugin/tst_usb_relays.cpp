@@ -153,6 +153,10 @@ private Q_SLOTS:
         }
         app.sources()->useCloud(u"D"_s);
         QTRY_VERIFY(!plain.session);
+        app.sources()->useSession(tunnel.session, u"Gym"_s); // which is kept by now
+        tunnel.session->setParent(app.sources());
+        app.sources()->useCloud(u"D"_s);
+        QVERIFY(tunnel.session->parent() != app.sources());
         QCOMPARE(app.usbRelaySummaries(), QStringList{u"D: ready, waiting for the device"_s});
     }
 

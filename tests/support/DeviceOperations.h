@@ -14,7 +14,7 @@ namespace tallyforge::test {
 
 using namespace Qt::StringLiterals;
 
-/// Any operation's callback: it hands on what it is given, as one text. Empty where nobody listens.
+/// Any operation's callback: it hands its arguments on as one text. Empty without a listener.
 struct Callback
 {
     std::function<void(const QString &)> listener;
@@ -54,13 +54,13 @@ struct Callback
     }
 };
 
-/// What one of a session's operations asks of a device that answers like this, and what its callback is given, with
-/// "[transmits]" where the session then takes the device for one that does.
+/// One of a session's operations: its requests to a device with this script, and its callback's arguments, with
+/// "[transmits]" if the session then believes that the device transmits.
 struct Operation
 {
     using Run = std::function<void(DeviceSession &, const Callback &)>;
 
-    const char *name; ///< with a colon before what is special about it
+    const char *name; ///< a colon stands before the special case
     QByteArrayList script;
     QStringList requests;
     QStringList outcomes;

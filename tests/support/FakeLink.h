@@ -8,7 +8,7 @@
 
 namespace tallyforge::test {
 
-/// A link that does what the test says; it opens as soon as it is asked to, unless it is told not to.
+/// A link in the test's hands; open() opens it at once, unless opensAtOnce is false.
 class FakeLink final : public DeviceLink
 {
 public:

@@ -12,7 +12,7 @@
 
 namespace tallyforge::test {
 
-/// A carrier that keeps what it is given; the test answers, or lets it fail.
+/// A carrier that keeps each request; the test answers it, or lets it fail.
 class FakeTransport final : public RpcTransport
 {
 public:
@@ -27,7 +27,7 @@ public:
             onSend(request);
         }
     }
-    /// Answers a request (by default the last one) with "ok" and whatever members are given.
+    /// Answers a request (by default the last one) with "ok" and the given members.
     void answer(QJsonObject reply, qsizetype request = -1)
     {
         const QJsonObject &asked = request < 0 ? sent.constLast() : sent.at(request);

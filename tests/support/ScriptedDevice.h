@@ -14,14 +14,14 @@
 
 namespace tallyforge::test {
 
-/// What stands at the far end of any carrier: it writes down what it is asked and answers as it was told, for each
-/// method in order. What it was told nothing about succeeds.
+/// A device at the far end of any carrier: it writes down each request and gives each method's scripted answers in
+/// order. A method without an answer succeeds.
 class ScriptedDevice
 {
 public:
     using Reply = std::function<void(const QJsonObject &)>;
 
-    /// What to answer: "method {…}" for a success with that result, "method never", or "method code: message"
+    /// The answers: "method {…}" for a success with that result, "method never", or "method code: message"
     /// for a refusal.
     void tell(const QByteArrayList &lines)
     {
@@ -48,7 +48,7 @@ public:
             reply(replyOf(answer));
         }
     }
-    /// Answers what has not been answered yet, too late perhaps.
+    /// Answers all requests that wait for an answer, too late perhaps.
     void answerHeld()
     {
         const QList<Reply> replies = std::exchange(held, {});
@@ -58,7 +58,7 @@ public:
     }
 
     QHash<QString, QByteArrayList> script;
-    QJsonObject info;     ///< what it says of itself where the carrier lets it
+    QJsonObject info;     ///< its description of itself, for a carrier that brings one
     bool greets = true;   ///< it lets links open
     QStringList requests; ///< method and parameters of all but those for the live data,
     int polls = 0;        ///< whose number this is

@@ -18,8 +18,8 @@ namespace tallyforge {
 
 namespace {
 
-// QUrlQuery takes "%41" for an "A" and leaves "+", which a form's reader takes for a blank; a Wi-Fi
-// password may hold either, so that it's encoded before.
+// A Wi-Fi password may hold "%41", which QUrlQuery takes for an "A", or "+", which QUrlQuery leaves
+// and a form's reader takes for a blank. So all texts are encoded before.
 QByteArray formBody(const QJsonObject &params)
 {
     const auto encoded = [](const QString &text) {
@@ -44,16 +44,18 @@ QByteArray cookieOf(const QByteArray &setCookie)
 } // namespace
 
 HttpAdminTransport::HttpAdminTransport(const LanAddress &address,
-                                       std::chrono::milliseconds transfer, QObject *parent)
+                                       std::chrono::milliseconds transfer,
+                                       std::chrono::milliseconds limit, QObject *parent)
     : RpcTransport(parent)
     , m_address(address)
     , m_transfer(transfer)
+    , m_limit(limit)
 {
 }
 
 void HttpAdminTransport::close()
 {
-    ++m_openings;
+    m_generation.next();
     m_open = false;
     m_cookie.clear();
     m_csrf.clear();
@@ -64,27 +66,30 @@ void HttpAdminTransport::send(const QByteArray &json)
     const QJsonObject request = QJsonDocument::fromJson(json).object();
     const int id = request.value("id"_L1).toInt();
     if (!m_open) {
-        Q_EMIT message(
-            HttpAnswer::failure(u"disconnected"_s, tr("Not connected to a device")).toJson(id));
+        refuse(id, u"disconnected"_s, tr("Not connected to a device"));
         return;
     }
     const QString method = request.value("method"_L1).toString();
     const HttpRoute route = httpRouteFor(method);
     if (!route.found) {
-        Q_EMIT message(
-            HttpAnswer::failure(
-                u"not_available_here"_s,
-                tr("This is only available over USB or Bluetooth, not over the network."))
-                .toJson(id));
+        refuse(id, u"not_available_here"_s,
+               tr("This is only available over USB or Bluetooth, not over the network."));
         return;
     }
     QNetworkReply *reply = start(route, request.value("params"_L1).toObject());
-    // Queued, for a reply that runs out of time is still at work when it says so, and whoever hears
-    // of it may delete the session with all that belongs to it.
+    // Queued: a reply that runs out of time is still at work when it emits finished(), and a slot
+    // of message() may delete the session with all that belongs to it.
     connect(
         reply, &QNetworkReply::finished, this,
-        [this, reply, id, method, opening = m_openings] { finish(reply, id, method, opening); },
+        [this, reply, id, method, isCurrent = m_generation.watch()] {
+            finish(reply, id, method, isCurrent());
+        },
         Qt::QueuedConnection);
+}
+
+void HttpAdminTransport::refuse(int id, const QString &code, const QString &text)
+{
+    Q_EMIT message(HttpAnswer::failure(code, text).toJson(id));
 }
 
 QNetworkReply *HttpAdminTransport::start(const HttpRoute &route, const QJsonObject &params)
@@ -98,24 +103,26 @@ QNetworkReply *HttpAdminTransport::start(const HttpRoute &route, const QJsonObje
         request.setRawHeader("X-CSRF-Token", m_csrf);
     }
     if (route.verb == "GET") {
-        return bounded(m_network.get(request));
+        return bounded(m_network.get(request), m_limit);
     }
     const QByteArray type = route.form ? QByteArrayLiteral("application/x-www-form-urlencoded")
                                        : QByteArrayLiteral("application/json");
     request.setHeader(QNetworkRequest::ContentTypeHeader, type);
     return bounded(
         m_network.post(request, route.form ? formBody(params)
-                                           : QJsonDocument(params).toJson(QJsonDocument::Compact)));
+                                           : QJsonDocument(params).toJson(QJsonDocument::Compact)),
+        m_limit);
 }
 
 void HttpAdminTransport::finish(QNetworkReply *reply, int id, const QString &method,
-                                unsigned opening)
+                                bool mayTakeSession)
 {
-    // The status alone decides: an answer that broke off has had its effect on the device.
+    // The status alone decides, because a request whose answer broke off has had its effect on the
+    // device.
     const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     const QByteArray body = reply->isReadable() ? reply->read(maxHttpAnswer) : QByteArray();
     const HttpAnswer answer = HttpAnswer::read(method, status, body);
-    if (answer.ok && method == "login"_L1 && opening == m_openings) {
+    if (answer.ok && method == "login"_L1 && mayTakeSession) {
         takeSession(reply->rawHeader("Set-Cookie"), answer);
     }
     reply->deleteLater();

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "common/Generation.h"
 #include "device/RpcTransport.h"
 #include "device/http/LanAddress.h"
 
@@ -28,9 +29,9 @@ class HttpAdminTransport final : public RpcTransport
     Q_OBJECT
 
 public:
-    /// transfer is how long a request may stand still.
+    /// transfer is how long a request may stand still, limit how long it may take as a whole.
     HttpAdminTransport(const LanAddress &address, std::chrono::milliseconds transfer,
-                       QObject *parent);
+                       std::chrono::milliseconds limit, QObject *parent);
 
     [[nodiscard]] bool isOpen() const override { return m_open; }
     void send(const QByteArray &json) override;
@@ -40,15 +41,17 @@ public:
     void close();
 
 private:
+    void refuse(int id, const QString &code, const QString &text);
     [[nodiscard]] QNetworkReply *start(const HttpRoute &route, const QJsonObject &params);
-    void finish(QNetworkReply *reply, int id, const QString &method, unsigned opening);
+    void finish(QNetworkReply *reply, int id, const QString &method, bool mayTakeSession);
     void takeSession(const QByteArray &setCookie, const HttpAnswer &login);
 
     const LanAddress m_address;
     const std::chrono::milliseconds m_transfer;
+    const std::chrono::milliseconds m_limit;
     QNetworkAccessManager m_network;
     bool m_open = false;
-    unsigned m_openings = 0; // counts close(): a sign-in that outlives it yields nothing
+    Generation m_generation; // ends with close(); a sign-in that outlives it yields nothing
     QByteArray m_cookie;     // name=value
     QByteArray m_csrf;
 };

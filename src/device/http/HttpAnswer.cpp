@@ -13,11 +13,6 @@ namespace tallyforge {
 
 namespace {
 
-class Texts
-{
-    Q_DECLARE_TR_FUNCTIONS(tallyforge::HttpAnswer)
-};
-
 QString textOf(const QJsonObject &object, const char *key)
 {
     return object.value(QLatin1StringView(key)).toString();
@@ -40,7 +35,7 @@ QString codeFor(int status, const QJsonObject &body)
         return body.value("code"_L1).toString(u"bad_request"_s);
     case 401:
         return u"unauthorized"_s;
-    case 403: // a CSRF token that is out of date is mended by a new sign-in, like a cookie
+    case 403: // a new sign-in replaces a CSRF token that is out of date, as it does a cookie
         return textOf(body, "error") == "csrf_invalid"_L1 ? u"unauthorized"_s : u"forbidden"_s;
     case 429:
         return u"rate_limited"_s;
@@ -59,7 +54,9 @@ QString messageFor(int status, const QJsonObject &body)
     if (const QString error = textOf(body, "error"); !error.isEmpty()) {
         return error;
     }
-    return Texts::tr("The device answered with an error (%1).").arg(status);
+    return QCoreApplication::translate("tallyforge::HttpAnswer",
+                                       "The device answered with an error (%1).")
+        .arg(status);
 }
 
 // The device restarts over these, maybe before it has answered.
@@ -76,7 +73,9 @@ HttpAnswer HttpAnswer::read(const QString &method, int status, const QByteArray 
         return {true, {{u"status"_s, u"ok"_s}}, {}, {}};
     }
     if (status == 0) {
-        return failure(u"unreachable"_s, Texts::tr("Could not reach the device on your network."));
+        return failure(u"unreachable"_s,
+                       QCoreApplication::translate("tallyforge::HttpAnswer",
+                                                   "Could not reach the device on your network."));
     }
     const QJsonObject object = readBody(body);
     if (status >= 200 && status <= 299) {

@@ -9,7 +9,7 @@
 
 namespace tallyforge {
 
-/// What a device answered to one method over HTTP, in the terms of its RPC.
+/// A device's answer to one method over HTTP, in the terms of its RPC.
 struct HttpAnswer
 {
     bool ok = false;

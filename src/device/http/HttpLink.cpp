@@ -21,7 +21,7 @@ HttpLink::HttpLink(const QString &address, const Timing &timing, QObject *parent
     : DeviceLink(parent)
     , m_timing(timing)
     , m_address(LanAddress::fromText(address))
-    , m_transport(new HttpAdminTransport(m_address, timing.transfer, this))
+    , m_transport(new HttpAdminTransport(m_address, timing.transfer, timing.request, this))
 {
 }
 
@@ -33,14 +33,14 @@ RpcTransport *HttpLink::transport()
 void HttpLink::open()
 {
     close();
-    QNetworkReply *reply =
-        bounded(m_network.get(httpRequest(m_address, u"/api/status"_s, m_timing.probe)));
-    // Queued, as the transport's: a slot may delete the link.
+    QNetworkReply *reply = bounded(
+        m_network.get(httpRequest(m_address, u"/api/status"_s, m_timing.probe)), m_timing.probe);
+    // Queued, as in the transport, because a slot may delete the link.
     connect(
         reply, &QNetworkReply::finished, this,
-        [this, reply, generation = m_generation] {
+        [this, reply, isCurrent = m_generation.watch()] {
             reply->deleteLater();
-            if (generation == m_generation) {
+            if (isCurrent()) {
                 onProbed(reply);
             }
         },
@@ -62,7 +62,7 @@ void HttpLink::onProbed(QNetworkReply *reply)
 
 void HttpLink::close()
 {
-    ++m_generation;
+    m_generation.next();
     m_transport->close();
 }
 

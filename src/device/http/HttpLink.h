@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "common/Generation.h"
 #include "device/DeviceLink.h"
 #include "device/http/LanAddress.h"
 
@@ -18,7 +19,7 @@ namespace tallyforge {
 class HttpAdminTransport;
 
 /// A device on the local network, by its plain HTTP interface. Nothing comes from the device by
-/// itself: envelope() and closed() are never emitted, and whoever wants live data asks for them.
+/// itself: envelope() and closed() are never emitted, and live data must be asked for.
 class HttpLink final : public DeviceLink
 {
     Q_OBJECT
@@ -28,6 +29,7 @@ public:
     {
         std::chrono::milliseconds probe{8000};     ///< for a sign of life when the link opens
         std::chrono::milliseconds transfer{30000}; ///< without any progress of a request
+        std::chrono::milliseconds request{45000};  ///< for a whole request; no call waits as long
     };
 
     /// address is what normalizeLanHost() gives, "host" or "host:port".
@@ -35,7 +37,7 @@ public:
     HttpLink(const QString &address, const Timing &timing, QObject *parent);
 
     [[nodiscard]] QString kind() const override { return QStringLiteral("lan"); }
-    /// Asks the device for a sign of life: whatever it answers, the link is open.
+    /// Asks the device for a sign of life. Any answer opens the link.
     void open() override;
     /// Also forgets the sign-in; requests that are under way are still answered.
     void close() override;
@@ -49,7 +51,7 @@ private:
     const LanAddress m_address;
     HttpAdminTransport *const m_transport; // child
     QNetworkAccessManager m_network;       // of the probe
-    unsigned m_generation = 0;             // counts open() and close()
+    Generation m_generation;               // begins with open() and close()
 };
 
 } // namespace tallyforge

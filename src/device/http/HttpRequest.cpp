@@ -6,6 +6,7 @@
 #include "device/http/LanAddress.h"
 
 #include <QNetworkReply>
+#include <QTimer>
 #include <QUrl>
 
 using namespace Qt::StringLiterals;
@@ -22,19 +23,28 @@ QNetworkRequest httpRequest(const LanAddress &address, const QString &path,
         url.setPort(address.port);
     }
     url.setPath(path);
-    // What is no host leaves none in the URL, and a proxy might answer to such a one: an empty URL
-    // fails by itself.
+    // A text that isn't a host leaves none in the URL, and a proxy might answer such a request. An
+    // empty URL fails by itself.
     QNetworkRequest request(url.host().isEmpty() ? QUrl() : url);
     request.setTransferTimeout(transfer);
-    // The one cookie that counts is kept by the transport, and only a sign-in may change it.
+    // The device's secrets would go to any host that a redirect names.
+    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
+                         QNetworkRequest::SameOriginRedirectPolicy);
+    // The transport keeps the one cookie that counts, and only a sign-in may change it.
     request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
     request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
     return request;
 }
 
-QNetworkReply *bounded(QNetworkReply *reply)
+QNetworkReply *bounded(QNetworkReply *reply, std::chrono::milliseconds limit)
 {
-    reply->setReadBufferSize(maxHttpAnswer);
+    reply->setReadBufferSize(maxHttpAnswer + 1);
+    QObject::connect(reply, &QNetworkReply::readyRead, reply, [reply] {
+        if (reply->bytesAvailable() > maxHttpAnswer) {
+            reply->abort();
+        }
+    });
+    QTimer::singleShot(limit, reply, &QNetworkReply::abort);
     return reply;
 }
 

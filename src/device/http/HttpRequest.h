@@ -14,14 +14,16 @@ namespace tallyforge {
 
 struct LanAddress;
 
-/// Bytes of an answer that are read; a device's own answers are a fraction of it.
-inline constexpr qint64 maxHttpAnswer = 1 << 20;
+/// Bytes of an answer that are read: as many as a device may send over a cable.
+inline constexpr qint64 maxHttpAnswer = 65536;
 
-/// A request to a path of the device, without a sign-in. transfer is how long it may stand still.
+/// A request to a path of the device, without a sign-in. It follows redirects within the device
+/// only. transfer is how long it may stand still.
 [[nodiscard]] QNetworkRequest httpRequest(const LanAddress &address, const QString &path,
                                           std::chrono::milliseconds transfer);
 
-/// Holds an answer to maxHttpAnswer: more of it stands still until it runs out of time.
-QNetworkReply *bounded(QNetworkReply *reply);
+/// Aborts the reply once it has taken longer than limit or is larger than maxHttpAnswer. Its status
+/// stays known.
+QNetworkReply *bounded(QNetworkReply *reply, std::chrono::milliseconds limit);
 
 } // namespace tallyforge

@@ -18,7 +18,7 @@ struct LanAddress
 };
 
 /// The host that a user may have meant: a device's number or name is completed, a scheme and a path
-/// around a host are dropped, a port stays. Empty for what can't be one.
+/// around a host are dropped, a port stays. Empty for a text that can't be one.
 [[nodiscard]] QString normalizeLanHost(const QString &text);
 
 } // namespace tallyforge

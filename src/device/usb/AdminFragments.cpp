@@ -17,7 +17,7 @@ namespace {
 
 constexpr qsizetype headerSize = 3;
 constexpr qsizetype stretchSize = UsbFrame::maxPayload - headerSize;
-constexpr qsizetype textLimit = 65536; // what the size's two bytes can't say any more
+constexpr qsizetype textLimit = 65536; // the first size that two bytes can't hold
 
 } // namespace
 

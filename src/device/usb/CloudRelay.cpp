@@ -12,6 +12,7 @@ namespace tallyforge {
 namespace {
 
 constexpr qsizetype maxPending = 262144;
+constexpr qint64 readAhead = 65536; // read in one turn of the event loop; the next brings the rest
 
 } // namespace
 
@@ -63,10 +64,11 @@ void CloudRelay::dropSocket()
 {
     m_connected = false;
     m_pending.clear();
-    // Forgotten first: what abort() calls must not find it again.
+    // Forgotten first, because slots that abort() calls must not find it again.
     const QPointer<QTcpSocket> socket = std::exchange(m_socket, nullptr);
     if (socket != nullptr) {
         socket->disconnect(this);
+        socket->flush(); // the device takes its bytes for sent
         socket->abort();
         socket->deleteLater();
     }
@@ -78,8 +80,8 @@ void CloudRelay::fromDevice(const QByteArray &bytes)
         return;
     }
     m_bytesToCloud += bytes.size();
-    // Both, for a socket calls itself connected before the waiting bytes have gone, and still while
-    // it reports its end.
+    // Both are asked, because a socket calls itself connected before the waiting bytes have gone,
+    // and still does while it reports its end.
     if (m_connected && m_socket != nullptr &&
         m_socket->state() == QAbstractSocket::ConnectedState) {
         m_socket->write(bytes);
@@ -101,11 +103,12 @@ void CloudRelay::ensureConnected()
         return;
     }
     m_socket = socket;
-    // A socket that was dropped is disconnected, so these are always the present one's.
+    // A dropped socket has no connections any more, so these slots always mean the present one.
     connect(socket, &QTcpSocket::connected, this, &CloudRelay::onConnected);
     connect(socket, &QTcpSocket::readyRead, this, &CloudRelay::onReadyRead);
     connect(socket, &QTcpSocket::errorOccurred, this, &CloudRelay::onError);
     connect(socket, &QTcpSocket::disconnected, this, &CloudRelay::onDisconnected);
+    socket->setReadBufferSize(readAhead);
     socket->connectToHost(m_host, static_cast<quint16>(m_port), QIODevice::ReadWrite,
                           QAbstractSocket::AnyIPProtocol);
 }

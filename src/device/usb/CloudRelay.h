@@ -14,7 +14,7 @@ class QTcpSocket;
 
 namespace tallyforge {
 
-/// What a CloudRelay is doing, for display.
+/// The state of a CloudRelay, for display.
 struct CloudRelayStatus
 {
     bool enabled = true;     ///< the user shares this computer's connection
@@ -45,7 +45,7 @@ public:
     void clearTarget();
     /// Relays only while enabled, which it is at the start. Disabling ends the connection.
     void setEnabled(bool enabled);
-    /// Ends the connection and forgets what waited for it; the target stays.
+    /// Ends the connection and forgets the bytes that waited for it; the target stays.
     void reset();
     /// Bytes for the cloud. While there is no target, or the relay is disabled, they are dropped.
     void fromDevice(const QByteArray &bytes);

@@ -5,8 +5,10 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QElapsedTimer>
 
 #include <cerrno>
+#include <chrono>
 #include <cstring>
 
 #include <fcntl.h>
@@ -21,18 +23,15 @@ namespace tallyforge::serial_platform {
 
 struct Handle
 {
-    int fd;
+    int fd = -1;
+    QByteArray waiting;       // the driver has no room for it yet
+    QElapsedTimer sinceTaken; // since the driver took something, while bytes wait
 };
 
 namespace {
 
-constexpr int writeWaitMs = 100;
-constexpr int maxWriteWaits = 31;
-
-class Texts
-{
-    Q_DECLARE_TR_FUNCTIONS(tallyforge::SerialPort)
-};
+constexpr std::chrono::milliseconds stallLimit{3100};
+constexpr qsizetype maxWaiting = 131072; // two requests of the largest size
 
 void store(QString *error, const QString &text)
 {
@@ -44,11 +43,12 @@ void store(QString *error, const QString &text)
 QString openFailure(int code)
 {
     if (code == EBUSY || code == EACCES) {
-        return Texts::tr(
+        return QCoreApplication::translate(
+            "tallyforge::SerialPort",
             "That USB port is in use by another program (close any serial monitor) or access "
             "was denied.");
     }
-    return Texts::tr("Could not open the USB port: %1")
+    return QCoreApplication::translate("tallyforge::SerialPort", "Could not open the USB port: %1")
         .arg(QString::fromLocal8Bit(std::strerror(code)));
 }
 
@@ -70,8 +70,8 @@ speed_t speedOf(int baud)
     }
 }
 
-// What fails from here on isn't looked at: some drivers lack one thing or another and work all the
-// same.
+// Failures from here on are ignored, because some drivers lack one thing or another and work all
+// the same.
 void configure(int fd, termios settings, int baud)
 {
     cfmakeraw(&settings);
@@ -108,11 +108,14 @@ Handle *openPort(const QString &path, int baud, QString *error)
     termios settings{};
     if (tcgetattr(fd, &settings) != 0) {
         close(fd);
-        store(error, Texts::tr("That is not a serial port."));
+        store(error,
+              QCoreApplication::translate("tallyforge::SerialPort", "That is not a serial port."));
         return nullptr;
     }
     configure(fd, settings, baud);
-    return new Handle{fd};
+    auto *handle = new Handle;
+    handle->fd = fd;
+    return handle;
 }
 
 void closePort(Handle *handle)
@@ -142,24 +145,41 @@ qint64 readSome(Handle *handle, char *buffer, qint64 size)
 
 bool writeAll(Handle *handle, const QByteArray &bytes)
 {
-    qsizetype written = 0;
-    int waits = 0;
-    while (written < bytes.size()) {
-        const ssize_t count = write(handle->fd, bytes.constData() + written,
-                                    static_cast<size_t>(bytes.size() - written));
-        if (count > 0) {
-            written += count;
-            waits = 0;
-            continue;
-        }
-        if (count == 0 || !isTemporary(errno) || waits == maxWriteWaits) {
-            return false;
-        }
-        ++waits;
-        pollfd ready{handle->fd, POLLOUT, 0};
-        poll(&ready, 1, writeWaitMs);
+    if (handle->waiting.isEmpty()) {
+        handle->waiting = bytes;
+        handle->sinceTaken.start();
+        return keepWriting(handle);
     }
+    if (handle->waiting.size() + bytes.size() > maxWaiting) {
+        return false;
+    }
+    handle->waiting.append(bytes);
     return true;
+}
+
+bool keepWriting(Handle *handle)
+{
+    bool failed = false;
+    while (!failed && !handle->waiting.isEmpty()) {
+        const ssize_t count =
+            write(handle->fd, handle->waiting.constData(), size_t(handle->waiting.size()));
+        if (count > 0) {
+            handle->waiting.remove(0, count);
+            handle->sinceTaken.start();
+        } else if (count < 0 && isTemporary(errno) &&
+                   handle->sinceTaken.durationElapsed() < stallLimit) {
+            return true;
+        } else {
+            failed = true;
+        }
+    }
+    handle->waiting.clear();
+    return !failed;
+}
+
+bool isWriting(const Handle *handle)
+{
+    return !handle->waiting.isEmpty();
 }
 
 QList<SerialPortInfo> list()

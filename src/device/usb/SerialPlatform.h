@@ -31,9 +31,15 @@ struct Handle;
 void closePort(Handle *handle);
 /// The number of bytes read, 0 when nothing is waiting, -1 when the port has failed.
 [[nodiscard]] qint64 readSome(Handle *handle, char *buffer, qint64 size);
-/// Writes everything, waiting for up to about three seconds without progress. False on failure,
-/// after which a part may have gone out.
+/// Takes all bytes over and never blocks: bytes that the driver has no room for wait in the handle,
+/// and keepWriting() goes on with them. False when the port has failed or too much waits already; a
+/// part of the bytes may have gone out then.
 [[nodiscard]] bool writeAll(Handle *handle, const QByteArray &bytes);
+/// Writes what the driver takes by now of the bytes that wait. False when the port has failed or
+/// has taken nothing for about three seconds; the bytes that waited are lost then.
+[[nodiscard]] bool keepWriting(Handle *handle);
+/// Whether bytes wait for the driver.
+[[nodiscard]] bool isWriting(const Handle *handle);
 /// The ports that are there now, by name.
 [[nodiscard]] QList<SerialPortInfo> list();
 

@@ -3,7 +3,7 @@
 
 #include "device/usb/SerialPort.h"
 
-#include <QPointer>
+#include <QDeadlineTimer>
 
 #include <array>
 #include <chrono>
@@ -15,6 +15,7 @@ namespace {
 
 constexpr std::chrono::milliseconds pollInterval{15};
 constexpr int maxReadsPerPoll = 8;
+constexpr std::chrono::milliseconds readTurn{2}; // no further read begins after it
 constexpr qint64 readSize = 4096;
 
 } // namespace
@@ -39,7 +40,6 @@ SerialPort::~SerialPort()
 bool SerialPort::open(const QString &path, int baud, QString *error)
 {
     close();
-    ++m_openings;
     m_handle = serial_platform::openPort(path, baud, error);
     if (m_handle != nullptr) {
         m_pollTimer.start();
@@ -49,7 +49,9 @@ bool SerialPort::open(const QString &path, int baud, QString *error)
 
 void SerialPort::close()
 {
+    m_generation.next();
     m_pollTimer.stop();
+    m_reading = true;
     serial_platform::closePort(std::exchange(m_handle, nullptr));
 }
 
@@ -58,13 +60,31 @@ bool SerialPort::write(const QByteArray &bytes)
     return m_handle != nullptr && serial_platform::writeAll(m_handle, bytes);
 }
 
+bool SerialPort::isWriting() const
+{
+    return m_handle != nullptr && serial_platform::isWriting(m_handle);
+}
+
 void SerialPort::poll()
 {
+    const auto isCurrent = m_generation.watch();
+    if (isWriting()) {
+        const bool written = serial_platform::keepWriting(m_handle);
+        if (!isWriting()) {
+            Q_EMIT writeEnded(written);
+        }
+    }
+    if (isCurrent()) {
+        readWhatIsThere();
+    }
+}
+
+void SerialPort::readWhatIsThere()
+{
     std::array<char, readSize> buffer; // NOLINT: filled by the read
-    const QPointer<SerialPort> self = this;
-    const unsigned opening = m_openings;
-    for (int i = 0; i < maxReadsPerPoll && self && m_handle != nullptr && opening == m_openings;
-         ++i) {
+    const auto isCurrent = m_generation.watch();
+    const QDeadlineTimer turn(readTurn, Qt::PreciseTimer);
+    for (int i = 0; i < maxReadsPerPoll && isCurrent() && m_reading && !turn.hasExpired(); ++i) {
         const qint64 count = serial_platform::readSome(m_handle, buffer.data(), readSize);
         if (count < 0) {
             close();

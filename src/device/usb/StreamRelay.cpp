@@ -22,7 +22,7 @@ constexpr qsizetype maxReason = 32;
 constexpr qsizetype maxPending = 65536;
 constexpr qint64 maxPiece = 512;
 constexpr quint64 maxCredit = 0x1000000;
-// What a far end may have sent beyond the device's credit; past that, TCP makes it wait.
+// Bytes that a far end may have sent beyond the device's credit; past that, TCP makes it wait.
 constexpr qint64 readAhead = 65536;
 
 } // namespace
@@ -171,7 +171,7 @@ void StreamRelay::onConnected(unsigned char id, const QTcpSocket *socket)
     }
     stream->connected = true;
     m_lastError.clear();
-    // Before the device hears of it: what it sends then goes behind what it sent before.
+    // Before the device hears of it, so that its next data goes behind its earlier data.
     if (const QByteArray pending = std::exchange(stream->pending, {}); !pending.isEmpty()) {
         stream->socket->write(pending);
     }
@@ -228,8 +228,8 @@ void StreamRelay::takeCredit(unsigned char id, const QByteArray &payload)
     pump(id);
 }
 
-// Sends the device what its credit allows. Only the outermost call for a stream does, whatever the
-// slots call, so that the pieces leave in order.
+// Sends the device as much as its credit allows. Slots may call this again; only the outermost call
+// for a stream sends, so that the pieces leave in order.
 void StreamRelay::pump(unsigned char id)
 {
     Stream *stream = find(id);
@@ -268,6 +268,7 @@ void StreamRelay::closeStream(unsigned char id, bool notifyDevice)
     m_streams.erase(found);
     if (socket != nullptr) {
         socket->disconnect(this);
+        socket->flush(); // the device may end a stream right behind the data
         socket->abort();
         socket->deleteLater();
     }

@@ -17,7 +17,7 @@ class QTcpSocket;
 
 namespace tallyforge {
 
-/// What a StreamRelay is doing, for display.
+/// The state of a StreamRelay, for display.
 struct StreamRelayStatus
 {
     QStringList destinations; ///< the names that the device may open
@@ -29,8 +29,8 @@ struct StreamRelayStatus
 
 /// The host's end of the stream tunnel: opens TCP connections for a device that has no internet
 /// access of its own, up to 255 at once. The device opens one by a name out of a table that came
-/// with its greeting; nothing else is ever dialled, and nothing without being asked. What the
-/// network sends waits until the device has given credit for it.
+/// with its greeting; nothing else is ever dialled, and nothing without being asked. Bytes
+/// from the network wait until the device has given credit for them.
 ///
 /// A slot of either signal may call any operation, and delete nothing. Main thread.
 class StreamRelay final : public QObject

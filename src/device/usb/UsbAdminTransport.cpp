@@ -6,6 +6,8 @@
 #include "device/usb/AdminFragments.h"
 #include "device/usb/SerialPort.h"
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace tallyforge {
@@ -14,6 +16,7 @@ UsbAdminTransport::UsbAdminTransport(SerialPort *serial, QObject *parent)
     : RpcTransport(parent)
     , m_serial(serial)
 {
+    connect(m_serial, &SerialPort::writeEnded, this, &UsbAdminTransport::onWriteEnded);
 }
 
 bool UsbAdminTransport::isOpen() const
@@ -32,11 +35,18 @@ void UsbAdminTransport::send(const QByteArray &json)
         Q_EMIT sendFailed(u"request_too_large"_s, tr("That request is too large for the device"));
         return;
     }
-    for (const QByteArray &frame : frames) {
-        if (!m_serial->write(frame)) {
-            Q_EMIT sendFailed(u"write_failed"_s, tr("Could not write to the USB device"));
-            return;
-        }
+    if (m_serial->write(frames.join())) {
+        m_isWaiting = m_serial->isWriting();
+    } else {
+        m_isWaiting = false;
+        Q_EMIT sendFailed(u"write_failed"_s, tr("Could not write to the USB device"));
+    }
+}
+
+void UsbAdminTransport::onWriteEnded(bool written)
+{
+    if (std::exchange(m_isWaiting, false) && !written) {
+        Q_EMIT sendFailed(u"write_failed"_s, tr("Could not write to the USB device"));
     }
 }
 

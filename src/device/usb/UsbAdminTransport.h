@@ -22,7 +22,10 @@ public:
     void send(const QByteArray &json) override;
 
 private:
+    void onWriteEnded(bool written);
+
     SerialPort *const m_serial;
+    bool m_isWaiting = false; // a part of the last request waits for the driver
 };
 
 } // namespace tallyforge

@@ -63,7 +63,7 @@ quint16 crc16(QByteArrayView bytes)
     return static_cast<quint16>(crc);
 }
 
-// The place of the next sync, or of what may become one at the end of the bytes.
+// The place of the next sync, or of the beginning of one at the end of the bytes.
 qsizetype findSync(QByteArrayView bytes, qsizetype from)
 {
     quint32 window = 0xffffff;
@@ -133,7 +133,7 @@ QList<UsbFrame> UsbFrameParser::feed(const QByteArray &bytes)
         at += headerSize + length + crcSize;
     }
     if (at > 0) {
-        // A copy of its own size: a shortened array would go on holding what it once grew to.
+        // A copy has the size that it needs; a shortened array would keep its largest size.
         m_buffer = all.sliced(at).toByteArray();
     }
     return frames;

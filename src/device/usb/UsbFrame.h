@@ -14,7 +14,7 @@ namespace tallyforge {
 /// bytes).
 struct UsbFrame
 {
-    /// What a payload is. Other types are legal on the wire and mean nothing here.
+    /// The kind of a payload. Other types are legal on the wire and mean nothing here.
     enum Type : unsigned char {
         Envelope = 1, ///< a live data envelope, JSON; from the device
         Pipe = 2,     ///< bytes of the device's cloud connection
@@ -34,9 +34,9 @@ struct UsbFrame
 /// A control frame of an object's compact JSON.
 [[nodiscard]] QByteArray buildCtrlFrame(const QJsonObject &message);
 
-/// Finds the frames in a byte stream. Whatever isn't a frame is dropped without a word: noise, a
-/// bad CRC, a length beyond the limit. The cost is in proportion to the bytes, and between two
-/// calls at most one unfinished frame is kept.
+/// Finds the frames in a byte stream. Bytes that aren't part of a frame are dropped without a word:
+/// noise, a bad CRC, a length beyond the limit. The cost is in proportion to the bytes, and between
+/// two calls at most one unfinished frame is kept.
 class UsbFrameParser
 {
 public:

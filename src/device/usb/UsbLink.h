@@ -3,28 +3,29 @@
 
 #pragma once
 
+#include "common/Generation.h"
 #include "device/DeviceLink.h"
 #include "device/usb/AdminFragments.h"
 #include "device/usb/CloudRelay.h"
+#include "device/usb/FrameReader.h"
+#include "device/usb/ReceiverRequest.h"
 #include "device/usb/SerialPort.h"
 #include "device/usb/StreamRelay.h"
+#include "device/usb/TunnelQueue.h"
 #include "device/usb/UsbAdminTransport.h"
-#include "device/usb/UsbFrame.h"
 
 #include <QElapsedTimer>
 #include <QJsonObject>
-#include <QList>
 #include <QTimer>
 
 #include <chrono>
-#include <functional>
 
 namespace tallyforge {
 
-/// A device, or a wireless receiver, on a USB cable. The link greets what is behind the port until
-/// it answers, sorts what comes in, and lends the device this computer's internet connection for as
-/// long as the link lives. A receiver is told by the member "receiver": true of what opened()
-/// brings.
+/// A device, or a wireless receiver, on a USB cable. The link sends greetings until
+/// it gets an answer, sorts the frames that come in, and lends the device this computer's internet
+/// connection for as long as the link lives. For a receiver, the object of opened() has the member
+/// "receiver": true.
 class UsbLink final : public DeviceLink
 {
     Q_OBJECT
@@ -38,9 +39,7 @@ public:
         std::chrono::milliseconds receiver{5000}; ///< for a receiver's answer
         std::chrono::milliseconds pace{40};       ///< between two frames of the tunnels
     };
-    /// Exactly one call, or none if the link is deleted before: true and the key in use, or false
-    /// and a sentence for the user.
-    using ReceiverCallback = std::function<void(bool ok, const QString &key, const QString &error)>;
+    using ReceiverCallback = ReceiverRequest::Callback;
 
     /// path is the port's, for example "/dev/ttyACM0".
     explicit UsbLink(const QString &path, QObject *parent = nullptr);
@@ -63,7 +62,10 @@ public:
 
     /// Gives a receiver a key, has it make one, or sets its channel (from 1 on). One at a time.
     void receiverSet(const QString &key, bool generateKey, int channel,
-                     const ReceiverCallback &callback);
+                     const ReceiverCallback &callback)
+    {
+        m_receiverRequest.start(key, generateKey, channel, callback);
+    }
 
 Q_SIGNALS:
     /// A receiver has reported itself.
@@ -72,44 +74,37 @@ Q_SIGNALS:
     void tunnelChanged();
 
 private:
-    void onBytes(const QByteArray &bytes);
+    void shut();
     void handleFrame(const UsbFrame &frame);
     void handleCtrl(const QByteArray &payload);
     void handleHello(const QJsonObject &message);
     void handleReceiverStatus(const QJsonObject &message);
-    void handleReceiverReply(const QJsonObject &message, bool failed);
-    void finishReceiver(bool ok, const QString &key, const QString &error);
-    void onHelloTimer();
     void sendHello();
     void sendCtrl(const QJsonObject &message);
+    void onHelloTimer();
+    void onPingTimer();
+    void onWriteEnded(bool written);
     void onPortLost(const QString &message);
-
-    void queuePipe(const QByteArray &bytes);
-    void queueFrame(unsigned char type, const QByteArray &payload);
-    void pacePipeQueue();
-    void drainPipe();
     void dropTunnels();
 
     const Timing m_timing;
     const QString m_path;
+    Generation m_generation; // begins with open() and close()
     SerialPort m_serial;
     UsbAdminTransport m_adminTransport;
-    UsbFrameParser m_parser;
+    FrameReader m_reader;
     AdminReassembler m_reassembler;
     QTimer m_helloTimer;
     QTimer m_pingTimer;
     QElapsedTimer m_helloClock; // since open()
     bool m_helloSeen = false;
+    bool m_hangs = false; // a write has failed, and the device has sent nothing since
     CloudRelay m_cloud;
     StreamRelay m_streams;
+    TunnelQueue m_tunnelQueue;
+    ReceiverRequest m_receiverRequest;
     QJsonObject m_tunnel;
     QJsonObject m_receiverStatus;
-    ReceiverCallback m_receiverCallback; // empty when no request waits
-    QTimer m_receiverTimer;
-    QList<QByteArray> m_pipeQueue; // whole frames of the tunnels
-    QElapsedTimer m_pipeClock;     // since the last of them went out
-    QTimer m_pipeTimer;
-    unsigned m_generation = 0; // counts open() and close()
 };
 
 } // namespace tallyforge

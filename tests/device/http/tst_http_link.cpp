@@ -21,7 +21,7 @@ using How = test::HttpReply::How;
 
 namespace {
 
-constexpr HttpLink::Timing quick{300ms, 300ms};
+constexpr HttpLink::Timing quick{300ms, 300ms, 400ms};
 
 QJsonObject json(const QByteArray &text)
 {
@@ -125,6 +125,7 @@ private Q_SLOTS:
         row("a page instead", 299, "<html>", R"({"value":null})");
         row("cut short", 200, R"({"a":)", R"({"value":null})", How::CutShort);
         row("endless", 200, '"' + QByteArray(3 << 20, 'x') + '"', R"({"value":null})");
+        row("dripping", 200, "[", R"({"value":null})", How::Drip);
         row("400 with a code", 400, R"({"code":"c","message":"m","error":"e"})", "c m");
         row("400 with a number as code", 400, R"({"code":5,"error":"e"})", "bad_request e");
         row("401", 401, R"({"code":"c","message":""})", "unauthorized The device answered with an error (401).");
@@ -164,7 +165,7 @@ private Q_SLOTS:
             QVERIFY(method == u"getStatus" || r.device.requests.size() == 1); // or it would restart twice
         }
         QSignalSpy failed(&r.link, &DeviceLink::failed);
-        r.link.open(); // whatever the status, it's a sign of life
+        r.link.open(); // any status is a sign of life
         QTRY_COMPARE(r.opened.count() + failed.count(), 2);
         QCOMPARE(failed.count(), answer.status == 0 ? 1 : 0);
     }
@@ -205,6 +206,17 @@ private Q_SLOTS:
         r.opened.wait();
         r.call(u"getStatus"_s);
         QVERIFY(!r.device.requests.constLast().headers.contains("cookie"));
+    }
+
+    void redirectToAnotherHost()
+    {
+        test::HttpStub other;
+        Rig r({307, "", "Location: " + other.url().toUtf8() + "/\r\n"});
+        r.call(u"login"_s);
+        for (const QString &method : {u"getStatus"_s, u"changePassword"_s}) { // with cookie and token, with passwords
+            QCOMPARE(r.call(method).value(u"error"_s)[u"code"_s].toString(), u"device_error"_s);
+        }
+        QVERIFY(other.requests.isEmpty());
     }
 
     void refusedHere()

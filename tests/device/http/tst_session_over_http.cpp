@@ -24,7 +24,7 @@ class SessionOverHttp : public SessionContract
 
     DeviceLink *makeLink() override
     {
-        unplug(); // what an earlier link has sent is none of this one's
+        unplug(); // requests of an earlier link aren't this one's
         plugIn();
         m_server.answer = [this](const test::HttpRequest &asked) { return answer(asked); };
         return new HttpLink(u"127.0.0.1:"_s + QString::number(m_port));
@@ -57,7 +57,7 @@ class SessionOverHttp : public SessionContract
         test::HttpReply reply{200, "{}", "", How::Hang};
         const auto now = std::make_shared<test::HttpReply *>(&reply);
         m_device.take({{u"method"_s, methodOf(asked)}, {u"params"_s, params}}, [this, now](const QJsonObject &told) {
-            *now ? void(**now = replyOf(told)) : m_server.release("{}"); // what comes late is a bare success
+            *now ? void(**now = replyOf(told)) : m_server.release("{}"); // a late answer is a bare success
         });
         *now = nullptr;
         return reply;

@@ -114,7 +114,7 @@ private Q_SLOTS:
         QCOMPARE(r.relay.status().lastError, QString());
     }
 
-    // What drops a connection (done by a slot that reads from it) and a dial that failed. Only the next bytes dial
+    // All that drops a connection (done by a slot that reads from it) and a dial that failed. Only the next bytes dial
     // again, and nothing of before goes out with them.
     void drops_data()
     {
@@ -134,9 +134,12 @@ private Q_SLOTS:
         QFETCH(Action, drop);
         Recorded r;
         QVERIFY(r.connected());
-        connect(&r.relay, &CloudRelay::toDevice, this, [&] { drop(r); }, Qt::SingleShotConnection);
+        connect(
+            &r.relay, &CloudRelay::toDevice, this, [&] { r.relay.fromDevice("last"), drop(r); },
+            Qt::SingleShotConnection);
         r.peer.client->write("x");
         QTRY_VERIFY(!r.peer.hasClient());
+        QCOMPARE(r.peer.received, "hellolast");
         QVERIFY(!r.relay.status().connected);
 
         const int refusing = std::make_unique<TcpPeer>()->port();

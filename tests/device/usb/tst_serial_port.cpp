@@ -3,20 +3,17 @@
 
 #include "device/usb/SerialPort.h"
 #include "tests/support/Pty.h"
+#include "tests/support/SkippedTime.h"
 
-#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTemporaryFile>
 #include <QTest>
 
-#include <functional>
-#include <thread>
-
-#include <poll.h>
 #include <termios.h>
 
 using namespace tallyforge;
 using namespace tallyforge::test;
+using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -30,17 +27,7 @@ QByteArray everyByte()
     return bytes;
 }
 
-const std::function<int()> *onWait = nullptr; // gives the milliseconds to wait
-
 } // namespace
-
-// In place of the system's, so that a test knows of the waits and shortens them.
-extern "C" int poll(pollfd *states, nfds_t count, int timeout)
-{
-    const int ms = timeout > 0 && onWait != nullptr ? (*onWait)() : timeout;
-    const timespec limit{ms / 1000, ms % 1000 * 1000000L};
-    return ppoll(states, count, &limit, nullptr);
-}
 
 class TestSerialPort : public QObject
 {
@@ -148,43 +135,33 @@ private Q_SLOTS:
         const Pty pty;
         SerialPort port;
         QVERIFY(port.open(pty.path(), 115200, nullptr));
+        QSignalSpy ended(&port, &SerialPort::writeEnded);
+        const QByteArray large(100000, 'x'); // far more than the buffer holds
+        QVERIFY(port.write(large) && port.isWriting());
+        QVERIFY(port.write("!") && !port.write(large)); // so much doesn't wait
         QByteArray got;
-        std::atomic<bool> stop = false;
-        std::thread reader([&] {
-            while (!stop || !got.endsWith('!')) {
-                got += pty.take();
-                std::this_thread::sleep_for(std::chrono::milliseconds(5));
-            }
-        });
-        const QByteArray large = QByteArray(20000, 'x') + '!';
-        const bool written = port.write(large); // far more than the buffer holds: it has to wait
-        stop = true;
-        reader.join();
-        QVERIFY(written);
-        QCOMPARE(got, large);
+        const auto gotSoFar = [&] { return got += pty.take(); };
+        QTRY_COMPARE(gotSoFar(), large + '!');
+        QTRY_COMPARE(ended.count(), 1);
+        QVERIFY(ended[0][0].toBool() && !port.isWriting());
     }
 
-    void waitsOfAFullBuffer_data()
+    void deviceThatTakesNothing()
     {
-        QTest::addColumn<int>("drainedAt");
-        QTest::addColumn<bool>("written");
-        QTest::newRow("room in the last wait") << 31 << true;
-        QTest::newRow("room too late") << 32 << false;
-    }
-    void waitsOfAFullBuffer()
-    {
-        QFETCH(int, drainedAt);
         const Pty pty;
         SerialPort port;
         QVERIFY(port.open(pty.path(), 115200, nullptr));
-        int waits = -1000000;
-        const std::function<int()> wait = [&] { return ++waits == drainedAt && !pty.take().isEmpty() ? 5000 : 1; };
-        onWait = &wait;
-        const auto restore = qScopeGuard([] { onWait = nullptr; });
-        QVERIFY(!port.write(QByteArray(20000, 'x'))); // the buffer is full, and stays so
-        waits = 0;
-        QTEST(port.write("x"), "written");
-        QCOMPARE(waits, 31);
+        QSignalSpy ended(&port, &SerialPort::writeEnded);
+        QVERIFY(port.write(QByteArray(100000, 'x')));
+        for (int i = 0; i < 2; ++i) { // it takes a part in time, and the wait begins anew
+            skippedTime += 2500ms;
+            QVERIFY(!pty.take().isEmpty());
+            QTest::qWait(50);
+        }
+        QVERIFY(port.isWriting() && ended.isEmpty());
+        skippedTime += 3100ms;
+        QTRY_COMPARE(ended.count(), 1);
+        QVERIFY(!ended[0][0].toBool() && !port.isWriting() && port.isOpen());
     }
 };
 

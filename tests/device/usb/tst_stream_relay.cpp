@@ -95,7 +95,7 @@ private Q_SLOTS:
         QCOMPARE(relay.status().destinations, QStringList());
     }
 
-    // What mustn't dial, and the reason that the device is told, if any.
+    // Messages that mustn't dial, and the reason that the device is told, if any.
     void refusals_data()
     {
         QTest::addColumn<QByteArray>("message");
@@ -203,7 +203,7 @@ private Q_SLOTS:
             expected += size > 0 ? piece : QByteArray();
             sum += piece.size();
         }
-        // The device's answer to the opened message comes after what waited for it.
+        // The device's answer to the opened message comes after the data that waited.
         connect(&r.relay, &StreamRelay::toDevice, this, [&] { r.send(1, stream::Data, "end"); });
         QTRY_VERIFY(r.a.received.endsWith("end"));
         QVERIFY(r.a.received == expected + "end");
@@ -250,6 +250,7 @@ private Q_SLOTS:
         connect(&r.relay, &StreamRelay::toDevice, this, [&, ended = false]() mutable {
             if (!r.data.isEmpty() && !std::exchange(ended, true)) {
                 r.send(2, stream::Open, "b");
+                r.send(1, stream::Data, "last");
                 end(r);
             }
         });
@@ -257,6 +258,7 @@ private Q_SLOTS:
         r.relay.fromDevice(credit(1, 2000));
         QTRY_VERIFY(!r.data.isEmpty());
         QTRY_VERIFY(!r.a.hasClient() && !r.b.hasClient());
+        QCOMPARE(r.a.received, "last"); // reaches the network all the same
         QCOMPARE(r.relay.status().activeStreams, 0);
         r.send(3, stream::Open, "a");
         QTRY_VERIFY(r.sent.contains(reopened));

@@ -4,9 +4,9 @@
 // The link over a real pseudo-terminal, with a device in software at its far end.
 
 #include "device/usb/UsbLink.h"
+#include "tests/support/SkippedTime.h"
 #include "tests/support/UsbPeer.h"
 
-#include <QElapsedTimer>
 #include <QJsonDocument>
 #include <QSignalSpy>
 #include <QTest>
@@ -92,7 +92,7 @@ private Q_SLOTS:
         missing.close();
     }
 
-    // What a slot does in the middle of open() is the later word, and nothing is heard after it.
+    // A slot that closes the link in the middle of open() has the later word, and no signal follows.
     void slotClosesWhileItOpens()
     {
         for (const bool early : {true, false}) {
@@ -127,6 +127,49 @@ private Q_SLOTS:
         QTRY_COMPARE(r.closed.count(), 1);
         r.link.transport()->send("{}");
         QCOMPARE(sendFailed[2][1].toString(), u"The USB device is not connected"_s);
+    }
+
+    void deviceThatHangs()
+    {
+        const Pty pty; // nobody reads from it
+        UsbLink link(pty.path(), UsbLink::Timing{1h, 10h, 5ms, 60ms, 1ms}, nullptr);
+        QSignalSpy sendFailed(link.transport(), &RpcTransport::sendFailed);
+        link.open();
+        link.transport()->send(QByteArray(60000, 'x'));
+        QVERIFY(sendFailed.isEmpty()); // yet, and OBS hasn't waited
+        skippedTime += 3200ms;
+        QTRY_COMPARE(sendFailed.count(), 1);
+        QCOMPARE(sendFailed[0][0].toString(), u"write_failed"_s);
+        QVERIFY(!pty.take().isEmpty());
+        QTest::qWait(50);
+        QCOMPARE(pty.take(), ""); // no pings before it gives a sign of life
+        pty.send("x");
+        QByteArray got;
+        const auto gotSoFar = [&] { return got += pty.take(); };
+        QTRY_VERIFY(gotSoFar().contains("ping"));
+    }
+
+    void deviceThatFloods()
+    {
+        constexpr int frames = 100;
+        Rig r;
+        r.link.open();
+        int got = 0;
+        int inThisTurn = 0;
+        int most = 0;
+        connect(&r.link, &DeviceLink::envelope, this, [&](const QJsonObject &envelope) {
+            skippedTime += 1ms; // that long it takes
+            most = std::max(most, ++inThisTurn);
+            QCOMPARE(envelope.value(u"n"_s).toInt(), got++);
+        });
+        QTimer turns;
+        turns.callOnTimeout(this, [&] { inThisTurn = 0; });
+        turns.start(0);
+        for (int i = 0; i < frames; ++i) {
+            r.pty.send(buildFrame(UsbFrame::Envelope, R"({"n":)" + QByteArray::number(i) + '}'));
+        }
+        QTRY_COMPARE(got, frames);
+        QVERIFY2(most <= 8, qPrintable(QString::number(most)));
     }
 
     void tunnelTargets()

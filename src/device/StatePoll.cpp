@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#include "device/StatePoll.h"
+
+#include "device/RpcClient.h"
+
+using namespace Qt::StringLiterals;
+
+namespace tallyforge {
+
+namespace {
+
+constexpr int timeoutsUntilSilent = 3;
+
+} // namespace
+
+StatePoll::StatePoll(RpcClient *rpc, std::chrono::milliseconds interval,
+                     std::chrono::milliseconds answerLimit, QObject *parent)
+    : QObject(parent)
+    , m_rpc(rpc)
+    , m_answerLimit(answerLimit)
+{
+    m_timer.setInterval(interval);
+    connect(&m_timer, &QTimer::timeout, this, &StatePoll::ask);
+}
+
+void StatePoll::stop()
+{
+    m_generation.next();
+    m_timer.stop();
+    m_inFlight = false;
+    m_timeouts = 0;
+}
+
+void StatePoll::ask()
+{
+    // Never behind the user's own operations.
+    if (m_inFlight || m_rpc->pending() > 0) {
+        return;
+    }
+    m_inFlight = true;
+    m_rpc->call(u"getState"_s, {},
+                m_generation.guard([this](const RpcResult &result) { onReply(result); }),
+                static_cast<int>(m_answerLimit.count()));
+}
+
+void StatePoll::onReply(const RpcResult &result)
+{
+    m_inFlight = false;
+    if (result.ok) {
+        m_timeouts = 0;
+        Q_EMIT envelope(result.result);
+    } else if (result.errorCode == "unauthorized"_L1) {
+        Q_EMIT unauthorized();
+    } else if (result.errorCode == "timeout"_L1 && ++m_timeouts >= timeoutsUntilSilent) {
+        m_timeouts = 0;
+        Q_EMIT silent();
+    }
+}
+
+} // namespace tallyforge
