@@ -33,6 +33,7 @@ protected:
 
 private:
     void makePage();
+    void measurePage();
     void placePage();
 
     App &m_app;
