@@ -29,8 +29,8 @@ Dock::Dock(App &app, const char *textTemplate, DeviceDialogs dialogs)
     setObjectName(u"tallyforgeDock"_s);
 }
 
-// What lies below, OBS's part of the dock, costs more to draw than a new score: it is spared that
-// by a background without gaps. A theme takes the attribute away with each polish.
+// OBS's part of the dock, which lies below, costs more to draw than a new score. A background
+// without gaps spares it that. A theme takes the attribute away with each polish.
 bool Dock::event(QEvent *event)
 {
     const bool done = QWidget::event(event);
