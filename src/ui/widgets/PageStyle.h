@@ -20,11 +20,13 @@ namespace tallyforge {
 ///   often as it is deep.
 /// - One style sheet for the page instead of one for each label. A label with a style sheet of its
 ///   own is styled twice at the least, and again at each change of parents.
-/// - A page is made when it is shown for the first time, because most pages are never seen in a run.
+/// - A page is made when it is shown for the first time, because most pages are never seen in a
+/// run.
 ///   A large one is made, measured and placed in turns of the event loop of their own.
 /// - A label or button is asked for its size when all of its page stands, not before: each such
 ///   question styles the widget.
-/// - Text and style sheet are set only where they change: Qt lays out and draws the same ones again.
+/// - Text and style sheet are set only where they change: Qt lays out and draws the same ones
+/// again.
 class PageStyle final : public QObject
 {
     Q_OBJECT
