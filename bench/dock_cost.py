@@ -124,7 +124,7 @@ def measure(build, folder, simulator, device_id, screen):
     with ObsSession(home, env) as obs:
         obs.wait_for_status(f"Live from {simulator.devices[device_id]['nickname']} over your network")
         with changes(simulator, device_id):
-            for _ in range(PAIRS):   # side by side, for the machine has moods
+            for _ in range(PAIRS):   # side by side, because the machine has moods
                 dock.open()
                 time.sleep(SETTLE_SECONDS)
                 opened.append(main_thread_share(obs))

@@ -57,7 +57,7 @@ def watch(obs):
 
 
 def with_plugin(home, device, env, is_short=False):
-    """A run that is live over the local network; gives what was seen of it, and its log."""
+    """A run that is live over the local network; gives the measured Run, and its log."""
     run = None
     with ObsSession(home, env) as obs:
         obs.wait_for_status(f"Live from {device['nickname']} over your network")

@@ -220,7 +220,7 @@ private Q_SLOTS:
         QTest::keyClick(find(u"Password"_s), Qt::Key_Return);
         QTest::keyClick(find(u"Password"_s), Qt::Key_Return);
         QTRY_COMPARE(m_portal->requests.size(), 2);
-        m_dock.reset(); // an answer to a dock that is gone
+        m_dock.reset(); // before its answer comes
         m_portal->release(userBody);
         QTRY_VERIFY(App::get()->portal().signedIn());
         QCOMPARE(m_portal->asked().count("POST /auth/login"), 1);

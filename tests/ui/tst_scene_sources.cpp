@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
-// What is added to a scene, in the real libobs.
+// Adds sources to a scene of the real libobs.
 
 #include "tests/support/FakeFrontend.h"
 #include "tests/support/ObsHost.h"

@@ -11,7 +11,8 @@ class QWidget;
 
 namespace tallyforge {
 
-/// Makes the dialogs about devices; what is empty here doesn't exist yet, and its button is off.
+/// Makes the dialogs about devices. The button of an empty function is off: there is no such dialog
+/// yet.
 struct DeviceDialogs
 {
     std::function<QWidget *(QWidget *parent)> setup;

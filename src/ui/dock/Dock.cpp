@@ -29,8 +29,8 @@ Dock::Dock(App &app, const char *textTemplate, DeviceDialogs dialogs)
     setObjectName(u"tallyforgeDock"_s);
 }
 
-// What lies below, OBS's part of the dock, costs more to draw than a new score: it is spared that
-// by a background without gaps. A theme takes the attribute away with each polish.
+// OBS's part of the dock, which lies below, costs more to draw than a new score. A background
+// without gaps spares it that. A theme takes the attribute away with each polish.
 bool Dock::event(QEvent *event)
 {
     const bool done = QWidget::event(event);
@@ -59,8 +59,9 @@ void Dock::showEvent(QShowEvent *event)
     }
 }
 
-// From the outside in, see PageStyle; and with the dock's own size, so that texts are measured for
-// the right width at once.
+// In three turns of the event loop, so that other work may go in between: making the page, styling
+// and measuring it, placing it. From the outside in, see PageStyle; and with the dock's own size,
+// so that texts are measured for the right width at once.
 void Dock::makePage()
 {
     if (m_home || !isVisible()) {
@@ -75,7 +76,13 @@ void Dock::makePage()
     for (QWidget *widget : std::initializer_list<QWidget *>{m_scrolled, m_page, m_pages, m_home}) {
         widget->resize(size());
     }
-    QTimer::singleShot(0, this, &Dock::placePage); // other work may go in between
+    QTimer::singleShot(0, this, &Dock::measurePage);
+}
+
+void Dock::measurePage()
+{
+    m_pages->addWidget(m_home);
+    QTimer::singleShot(0, this, &Dock::placePage);
 }
 
 void Dock::placePage()
@@ -84,7 +91,6 @@ void Dock::placePage()
     inner->setContentsMargins({});
     inner->addWidget(m_pages);
     inner->addStretch();
-    m_pages->addWidget(m_home);
     m_scrolled->setWidget(m_page);
 
     auto *outer = new QVBoxLayout(this);

@@ -15,8 +15,8 @@ namespace tallyforge {
 class App;
 class HomePage;
 
-/// The plug-in's home in OBS's window. It is hidden in most runs, so that all that is to be seen in
-/// it, a HomePage, is made soon after it is shown for the first time.
+/// The plug-in's home in OBS's window. It is hidden in most runs, so its content, a HomePage, is
+/// made soon after OBS has shown it for the first time.
 class Dock final : public QWidget
 {
     Q_OBJECT
@@ -33,6 +33,7 @@ protected:
 
 private:
     void makePage();
+    void measurePage();
     void placePage();
 
     App &m_app;
@@ -40,7 +41,7 @@ private:
     const DeviceDialogs m_dialogs;
     // Null until the dock has been shown.
     QScrollArea *m_scrolled = nullptr;
-    QWidget *m_page = nullptr; // what is scrolled
+    QWidget *m_page = nullptr; // scrolled by it
     QStackedWidget *m_pages = nullptr;
     HomePage *m_home = nullptr;
 };

@@ -76,7 +76,7 @@ void ScoreboardGroup::refreshDevices()
     Q_EMIT deviceChanged(device());
 }
 
-// A list that is the same already stays, for it may be open.
+// A list that is the same already stays, because it may be open.
 void ScoreboardGroup::listDevices()
 {
     QList<std::pair<QString, QString>> wanted; // text and id

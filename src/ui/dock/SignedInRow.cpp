@@ -43,7 +43,7 @@ void SignedInRow::refresh()
     const QString email = signedIn ? m_portal.email() : QString();
     m_label->setText(signedIn ? tr("Signed in as <b>%1</b>").arg(email.toHtmlEscaped())
                               : QString());
-    m_label->setToolTip(Qt::convertFromPlainText(email)); // for one that is longer than the row
+    m_label->setToolTip(Qt::convertFromPlainText(email)); // because it may be longer than the row
     setVisible(signedIn);
     stackIfNarrow();
 }

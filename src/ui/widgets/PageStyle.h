@@ -16,14 +16,17 @@ namespace tallyforge {
 ///
 /// How a page stays cheap under OBS's themes, which are one style sheet of 2,500 lines:
 /// - A widget is made as a child of what it will stand in. Each change of parents styles the widget
-///   and all that is below it anew, so a page that was put together from the inside out would be
-///   styled as often as it is deep.
+///   and everything below it anew, so a page that is put together from the inside out is styled as
+///   often as it is deep.
 /// - One style sheet for the page instead of one for each label. A label with a style sheet of its
 ///   own is styled twice at the least, and again at each change of parents.
-/// - A page is made when it is shown for the first time. Until then nobody sees it, and most pages
-///   of a run are never seen.
-/// - What shows a change asks first whether it is one: text, style sheet and visibility that stay
-///   as they are would be laid out and drawn again.
+/// - A page is made when it is shown for the first time, because most pages are never seen in a
+/// run.
+///   A large one is made, measured and placed in turns of the event loop of their own.
+/// - A label or button is asked for its size when all of its page stands, not before: each such
+///   question styles the widget.
+/// - Text and style sheet are set only where they change: Qt lays out and draws the same ones
+/// again.
 class PageStyle final : public QObject
 {
     Q_OBJECT
