@@ -24,15 +24,15 @@ MAY_INCLUDE = {
     "updater": {"common", "platform"},
     "core": {"common", "platform", "device", "portal"},
     "plugin": BELOW_APP,
-    "sources": BELOW_APP | {"plugin"},
+    "sources": BELOW_APP | {"plugin", "ui/widgets"},
     "ui/widgets": set(),
     "ui/dock": BELOW_APP | {"plugin", "ui/widgets"},
     "helper": {"common"},
+    # Right below src/ lies the module, which wires everything.
+    "": BELOW_APP | {"plugin", "sources", "ui/dock"},
 }
-# The entry points wire everything.
-EXTRA = {"plugin/module.cpp": {"sources", "ui/dock"}}
 
-KNOWS_OBS = {"plugin", "sources", "ui/dock"}
+KNOWS_OBS = {"", "plugin", "sources", "ui/dock"}
 OBS_HEADER = re.compile(r"(libobs/)?(obs[\w-]*\.(h|hpp)|(util|graphics|media-io|callback)/[\w./-]+\.h)$")
 INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*([<"])([^>"]+)[>"]', re.MULTILINE)
 
@@ -47,6 +47,8 @@ def path_of(file):
 def folder_of(path):
     """The longest entry of the table that holds this path, or None."""
     parts = pathlib.PurePosixPath(path).parent.parts
+    if not parts:
+        return ""
     for length in range(len(parts), 0, -1):
         if (name := "/".join(parts[:length])) in MAY_INCLUDE:
             return name
@@ -66,7 +68,7 @@ def faults_in(file):
     own = folder_of(path)
     if own is None:
         return [f"{file}: its folder is missing in the table of {__file__}"]
-    allowed = MAY_INCLUDE[own] | EXTRA.get(path, set()) | {own}
+    allowed = MAY_INCLUDE[own] | {own}
     faults = []
     for _, name in INCLUDE.findall(file.read_text(encoding="utf-8")):
         target = included_folder(file, name)

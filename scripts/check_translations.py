@@ -19,7 +19,7 @@ TEMPLATE, ENGLISH = "tallyforge.ts", "en-US.ini"
 # Sentences that no user of OBS reads: file, beginning of the text, reason.
 EXCEPTIONS = [
     ("src/platform/BluetoothHelper_macos.cpp", "Tallyforge Bluetooth Helper.app", "a file's name"),
-    ("src/plugin/module.cpp", "Live Tallyforge scoreboard data,", "OBS shows it nowhere"),
+    ("src/module.cpp", "Live Tallyforge scoreboard data,", "OBS shows it nowhere"),
     ("src/sources/GraphicsSource.cpp", "Tallyforge graphics", "a private source's name"),
     ("src/sources/TextSource.cpp", "Tallyforge text", "a private source's name"),
     ("src/sources/TextSource.cpp", "home_score, away_score,", "names of fields"),

@@ -68,7 +68,7 @@
     </message>
 </context>
 <context>
-    <name>tallyforge::App</name>
+    <name>tallyforge::AccountLists</name>
     <message>
         <source>Sign in from the Tallyforge dock to see your graphics.</source>
         <translation>Melden Sie sich im Tallyforge-Dock an, um Ihre Grafiken zu sehen.</translation>

@@ -4,25 +4,19 @@
 #include "plugin/App.h"
 
 #include "core/HostedServer.h"
-#include "platform/PlatformKey.h"
-#include "platform/PluginFolder.h"
-#include "plugin/HeldCloses.h"
 #include "plugin/Log.h"
+#include "plugin/ProgramCommands.h"
+#include "plugin/UpdateSchedule.h"
 #include "plugin/UsbRelays.h"
-#include "updater/BundleInstaller.h"
 
-#include <QDateTime>
-#include <QEventLoop>
-#include <QJsonArray>
 #include <QPointer>
 #include <QTimer>
 
 #include <obs-module.h>
 
-#include <algorithm>
-#include <chrono>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <shared_mutex>
 #include <utility>
 
@@ -31,9 +25,6 @@ using namespace Qt::StringLiterals;
 namespace tallyforge {
 
 namespace {
-
-constexpr std::chrono::seconds firstUpdateCheck{20}; // OBS has started by then
-constexpr std::chrono::hours updateCheckInterval{24};
 
 struct Lifetime
 {
@@ -97,18 +88,19 @@ bool App::readLive(const std::function<void(const LiveData &)> &reader)
     return true;
 }
 
-std::optional<App::Graphics> App::graphics()
+std::optional<AccountGraphics> App::graphics()
 {
     const std::shared_lock lock(lifetime().mutex);
     const std::unique_ptr<App> &app = lifetime().app;
-    return app ? std::optional(app->m_graphics) : std::nullopt;
+    return app ? std::optional(app->m_lists.graphics()) : std::nullopt;
 }
 
 void App::requestOutputs()
 {
     const std::shared_lock lock(lifetime().mutex);
     if (App *app = get()) {
-        QMetaObject::invokeMethod(app, [app] { app->refreshOutputs({}); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            app, [app] { app->m_lists.refreshOutputs({}); }, Qt::QueuedConnection);
     }
 }
 
@@ -129,65 +121,14 @@ App::App(const QString &portalUrl)
         return handleCommand(op, request);
     });
     connect(m_server, &HostedServer::clientsChanged, this, &App::serverStateChanged);
+    connect(&m_lists, &AccountLists::devicesChanged, this, &App::devicesChanged);
+    connect(&m_lists, &AccountLists::outputsChanged, this, &App::outputsChanged);
     connect(&m_portal, &PortalClient::signedInChanged, this, &App::onSignedInChanged);
     applyServerSettings();
-    startUpdater();
+    m_updates = new UpdateSchedule(&m_updater, &m_settings, configPath("update"), this);
 
     // Once OBS has started: the first request of a process sets up TLS, which takes milliseconds.
     QTimer::singleShot(0, this, &App::restoreSession);
-}
-
-void App::startUpdater()
-{
-    char *data = obs_find_module_file(obs_current_module(), "");
-    const QString dataFolder = QString::fromUtf8(data);
-    bfree(data);
-    UpdateConfig config;
-    config.manifestUrl = build_config::updateManifestUrl();
-    config.currentVersion = build_config::version();
-    config.platformKey = platform::platformKey();
-    config.obsVersion = QString::fromUtf8(obs_get_version_string());
-    config.pluginRoot = platform::pluginRoot(dataFolder);
-    config.stagingDir = configPath("update");
-    config.downloadPage = build_config::downloadPageUrl();
-    config.binaryPath = platform::binaryPath();
-    m_updater.setConfig(config);
-    if (!config.pluginRoot.isEmpty()) {
-        cleanupLeftovers(config.pluginRoot);
-    }
-    connect(&m_updater, &PluginUpdater::stateChanged, this, &App::onUpdaterChanged);
-
-    auto *first = new QTimer(this);
-    first->setSingleShot(true);
-    auto *daily = new QTimer(this);
-    for (const QTimer *timer : {first, daily}) {
-        connect(timer, &QTimer::timeout, this, [this] { checkForUpdates(false); });
-    }
-    first->start(firstUpdateCheck);
-    daily->start(updateCheckInterval);
-}
-
-void App::checkForUpdates(bool manual)
-{
-    if (manual || m_settings.autoCheckUpdates()) {
-        m_updater.check(manual);
-    }
-}
-
-void App::onUpdaterChanged()
-{
-    switch (m_updater.state()) {
-    case PluginUpdater::State::UpToDate:
-    case PluginUpdater::State::Available:
-        m_settings.setLastUpdateCheck(QDateTime::currentSecsSinceEpoch());
-        break;
-    case PluginUpdater::State::Installed:
-        log::info(u"plugin %1 installed; takes effect on the next OBS start"_s.arg(
-            m_updater.info().version));
-        break;
-    default:
-        break;
-    }
 }
 
 App::~App()
@@ -209,7 +150,7 @@ void App::restoreSession()
     });
 }
 
-// The one place in which a user who asks for help can see afterwards how the data came and went.
+// Its lines are the only place that shows afterwards how the data came and went.
 void App::logStatus() const
 {
     log::info(u"live data: "_s + m_sources->statusText().simplified());
@@ -233,106 +174,26 @@ void App::onSessionLeft(DeviceSession *session)
 
 void App::onSignedInChanged(bool signedIn)
 {
-    std::unique_lock lock(lifetime().mutex);
-    m_graphics.signedIn = signedIn;
+    m_lists.setSignedIn(signedIn);
     if (!signedIn) {
-        m_graphics.outputs.clear();
-    }
-    lock.unlock();
-    if (signedIn) {
-        refreshDevices([this](bool ok, const QString &) {
-            if (ok) {
-                autoSelectSource();
-            }
-        });
-        refreshOutputs({});
         return;
     }
-    m_devices.clear();
-    Q_EMIT devicesChanged();
-    Q_EMIT outputsChanged();
-}
-
-void App::refreshDevices(const Callback &callback)
-{
-    m_portal.listDevices([this, callback](const PortalResult &result) {
-        if (result.ok) {
-            m_devices = PortalClient::parseDevices(result.data);
-            Q_EMIT devicesChanged();
-        }
-        if (callback) {
-            callback(result.ok, result.message);
+    m_lists.refreshDevices([this](bool ok, const QString &) {
+        if (ok) {
+            autoSelectSource();
         }
     });
+    m_lists.refreshOutputs({});
 }
 
-void App::refreshOutputs(const Callback &callback)
+void App::checkForUpdates(bool manual)
 {
-    if (!m_portal.signedIn()) {
-        setOutputsError(tr("Sign in from the Tallyforge dock to see your graphics."));
-        if (callback) {
-            callback(false, m_graphics.error);
-        }
-        return;
-    }
-    m_portal.listGraphicsOutputs([this, callback](const PortalResult &result) {
-        if (result.ok) {
-            setOutputs(PortalClient::parseOutputs(result.data, m_portal.baseUrl()));
-        } else if (!result.isOfEndedSession()) {
-            setOutputsError(result.message);
-        }
-        if (callback) {
-            callback(result.ok, m_graphics.error);
-        }
-    });
+    m_updates->check(manual);
 }
 
-void App::setOutputs(const QList<GraphicsOutput> &outputs)
+QJsonObject App::handleCommand(const QString &op, const QJsonObject &request)
 {
-    std::unique_lock lock(lifetime().mutex);
-    m_graphics.outputs = outputs;
-    m_graphics.error.clear();
-    lock.unlock();
-    Q_EMIT outputsChanged();
-}
-
-void App::setOutputsError(const QString &error)
-{
-    const std::unique_lock lock(lifetime().mutex);
-    m_graphics.error = error;
-}
-
-bool App::refreshOutputsBlocking(int timeoutMs)
-{
-    // Shared with the callback, which may run long after this function has returned.
-    struct Wait
-    {
-        bool done = false;
-        bool ok = false;
-        QPointer<QEventLoop> loop;
-    };
-    const auto wait = std::make_shared<Wait>();
-    QEventLoop loop;
-    wait->loop = &loop;
-
-    refreshOutputs([wait](bool ok, const QString &) {
-        wait->done = true;
-        wait->ok = ok;
-        if (wait->loop) {
-            wait->loop->quit();
-        }
-    });
-    if (!wait->done) {
-        QTimer timer;
-        timer.setSingleShot(true);
-        timer.setTimerType(Qt::PreciseTimer); // a coarse one may be late by a twentieth
-        connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit);
-        connect(this, &QObject::destroyed, &loop, &QEventLoop::quit);
-        timer.start(timeoutMs);
-        const HeldCloses held(&loop);
-        loop.exec(QEventLoop::ExcludeUserInputEvents);
-    }
-    return wait->ok;
+    return answerCommand(*this, op, request);
 }
 
 void App::autoSelectSource()
@@ -341,10 +202,10 @@ void App::autoSelectSource()
         return;
     }
     const QString stored = m_settings.selectedDevice();
-    if (hasDevice(stored)) {
+    if (m_lists.hasDevice(stored)) {
         selectCloudDevice(stored);
-    } else if (m_devices.size() == 1) {
-        selectCloudDevice(m_devices.first().deviceId);
+    } else if (devices().size() == 1) {
+        selectCloudDevice(QString(devices().first().deviceId));
     }
 }
 
@@ -360,12 +221,6 @@ void App::selectCloudDevice(const QString &id)
     }
 }
 
-bool App::hasDevice(const QString &id) const
-{
-    return std::any_of(m_devices.begin(), m_devices.end(),
-                       [&id](const PortalDevice &device) { return device.deviceId == id; });
-}
-
 void App::applyServerSettings()
 {
     if (!m_settings.serverEnabled()) {
@@ -378,51 +233,6 @@ void App::applyServerSettings()
         }
     }
     Q_EMIT serverStateChanged();
-}
-
-QJsonObject App::handleCommand(const QString &op, const QJsonObject &request)
-{
-    if (op == "status"_L1) {
-        return statusReply();
-    }
-    if (op == "devices"_L1) {
-        return devicesReply();
-    }
-    if (op == "use"_L1) {
-        return useDevice(request.value("device"_L1).toString());
-    }
-    return HostedServer::failure(u"unknown_op"_s);
-}
-
-QJsonObject App::statusReply() const
-{
-    return {
-        {u"signed_in"_s, m_portal.signedIn()},
-        {u"account"_s, m_portal.signedIn() ? m_portal.email() : QString()},
-        {u"source"_s, m_sources->label()},
-        {u"device"_s, m_sources->deviceId()},
-        {u"live"_s, m_sources->isLive()},
-        {u"message"_s, m_sources->statusText()},
-        {u"sport"_s, m_live.sport()},
-    };
-}
-
-QJsonObject App::devicesReply() const
-{
-    QJsonArray devices;
-    for (const PortalDevice &device : m_devices) {
-        devices.append(QJsonObject{{u"id"_s, device.deviceId}, {u"name"_s, device.displayName()}});
-    }
-    return {{u"devices"_s, devices}};
-}
-
-QJsonObject App::useDevice(const QString &id)
-{
-    if (!hasDevice(id)) {
-        return HostedServer::failure(u"unknown_device"_s);
-    }
-    selectCloudDevice(id);
-    return {{u"device"_s, id}};
 }
 
 bool App::keepUsbRelay(DeviceSession *session)

@@ -7,6 +7,7 @@
 #include "core/LiveData.h"
 #include "core/SettingsStore.h"
 #include "core/SourceManager.h"
+#include "plugin/AccountLists.h"
 #include "portal/PortalClient.h"
 #include "updater/PluginUpdater.h"
 
@@ -21,6 +22,7 @@
 namespace tallyforge {
 
 class HostedServer;
+class UpdateSchedule;
 class UsbRelays;
 
 /// The plug-in's one object: owns the services, wires them to each other and decides at start-up
@@ -30,7 +32,7 @@ class App final : public QObject
     Q_OBJECT
 
 public:
-    using Callback = std::function<void(bool ok, const QString &message)>;
+    using Callback = AccountLists::Callback;
 
     /// Makes the singleton unless it exists. portalUrl is the portal's base address.
     static void init(const QString &portalUrl = build_config::portalUrl());
@@ -44,16 +46,8 @@ public:
     /// call, when the plug-in isn't running. Any thread; reader must not call into libobs or App.
     static bool readLive(const std::function<void(const LiveData &)> &reader);
 
-    /// What is known of the account's graphics. The list is the one that came last, empty when
-    /// signed out; the error tells why it could not be listed, and is empty after a success.
-    struct Graphics
-    {
-        bool signedIn = false;
-        QList<GraphicsOutput> outputs;
-        QString error;
-    };
-    /// A copy of it; nothing when the plug-in isn't running. Any thread.
-    [[nodiscard]] static std::optional<Graphics> graphics();
+    /// What is known of the account's graphics; nothing when the plug-in isn't running. Any thread.
+    [[nodiscard]] static std::optional<AccountGraphics> graphics();
     /// Has the graphics listed soon. Any thread.
     static void requestOutputs();
 
@@ -65,19 +59,14 @@ public:
     [[nodiscard]] SourceManager *sources() { return m_sources; }
     [[nodiscard]] PluginUpdater &updater() { return m_updater; }
     [[nodiscard]] HostedServer *server() { return m_server; }
-    /// The account's devices and graphics as they were listed last; empty when signed out.
-    [[nodiscard]] const QList<PortalDevice> &devices() const { return m_devices; }
-    [[nodiscard]] const QList<GraphicsOutput> &outputs() const { return m_graphics.outputs; }
-    /// Why the graphics could not be listed, empty after a success.
-    [[nodiscard]] QString outputsError() const { return m_graphics.error; }
-
-    /// Lists the account's devices or graphics. A failure leaves the last list standing. The
-    /// callback may be empty.
-    void refreshDevices(const Callback &callback);
-    void refreshOutputs(const Callback &callback);
-    /// refreshOutputs() in a local event loop of at most timeoutMs milliseconds; true on success.
-    /// What the user does meanwhile waits for its end, and whoever closes a window ends it.
-    bool refreshOutputsBlocking(int timeoutMs);
+    [[nodiscard]] AccountLists &lists() { return m_lists; }
+    /// As in AccountLists.
+    [[nodiscard]] const QList<PortalDevice> &devices() const { return m_lists.devices(); }
+    [[nodiscard]] const QList<GraphicsOutput> &outputs() const { return m_lists.outputs(); }
+    [[nodiscard]] QString outputsError() const { return m_lists.outputsError(); }
+    void refreshDevices(const Callback &callback) { m_lists.refreshDevices(callback); }
+    void refreshOutputs(const Callback &callback) { m_lists.refreshOutputs(callback); }
+    bool refreshOutputsBlocking(int timeoutMs) { return m_lists.refreshOutputsBlocking(timeoutMs); }
 
     /// Follows the stored device, or the only one, unless a route is set already.
     void autoSelectSource();
@@ -113,28 +102,20 @@ private:
     explicit App(const QString &portalUrl);
 
     [[nodiscard]] QJsonObject handleCommand(const QString &op, const QJsonObject &request);
-    [[nodiscard]] QJsonObject statusReply() const;
-    [[nodiscard]] QJsonObject devicesReply() const;
-    [[nodiscard]] QJsonObject useDevice(const QString &id);
-    [[nodiscard]] bool hasDevice(const QString &id) const;
     void restoreSession();
     void onSignedInChanged(bool signedIn);
     void onSessionLeft(DeviceSession *session);
-    void setOutputs(const QList<GraphicsOutput> &outputs);
-    void setOutputsError(const QString &error);
     void logStatus() const;
-    void startUpdater();
-    void onUpdaterChanged();
 
     PortalClient m_portal;
+    AccountLists m_lists{&m_portal};
     LiveData m_live;
     SettingsStore m_settings;
     PluginUpdater m_updater{this};
-    UsbRelays *m_relayOwner = nullptr;  // child
-    SourceManager *m_sources = nullptr; // child
-    HostedServer *m_server = nullptr;   // child
-    QList<PortalDevice> m_devices;
-    Graphics m_graphics; // changes under the lock that keeps other threads' readers out
+    UsbRelays *m_relayOwner = nullptr;   // child
+    SourceManager *m_sources = nullptr;  // child
+    HostedServer *m_server = nullptr;    // child
+    UpdateSchedule *m_updates = nullptr; // child
 };
 
 } // namespace tallyforge

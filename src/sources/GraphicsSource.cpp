@@ -5,16 +5,13 @@
 
 #include "plugin/App.h"
 #include "plugin/Log.h"
+#include "sources/ListRefresh.h"
 
-#include <QCoreApplication>
-#include <QElapsedTimer>
-#include <QEvent>
 #include <QThread>
 
 #include <obs-module.h>
 
 #include <algorithm>
-#include <chrono>
 #include <memory>
 #include <optional>
 
@@ -23,8 +20,6 @@ using namespace Qt::StringLiterals;
 namespace tallyforge {
 
 namespace {
-
-using namespace std::chrono_literals;
 
 constexpr const char *innerKind = "browser_source";
 
@@ -45,12 +40,7 @@ constexpr int defaultHeight = 1080;
 constexpr const char *pageStyle =
     "body { background-color: rgba(0, 0, 0, 0); margin: 0px auto; overflow: hidden; }";
 
-constexpr std::chrono::milliseconds refreshWait = 8s;
-// Presses that came in the course of a wait are delivered right after it.
-constexpr std::chrono::milliseconds noticeableWait = 1s;
-constexpr std::chrono::milliseconds pressDelivery = 300ms;
-
-using OutputsKnown = std::optional<App::Graphics>; // nothing: the plug-in isn't running
+using OutputsKnown = std::optional<AccountGraphics>; // nothing: the plug-in isn't running
 
 int sizeIn(obs_data_t *settings, const char *key, int fallBack)
 {
@@ -79,7 +69,7 @@ obs_data_t *browserSettings(const char *url, int width, int height)
     return settings;
 }
 
-// What hangs on a set of properties. Whoever waits shares it, for the set may go in that time.
+// What hangs on a set of properties. A wait shares it, because the set may go meanwhile.
 struct View
 {
     OBSWeakSourceAutoRelease source; // none for the properties of the kind
@@ -118,7 +108,7 @@ const GraphicsOutput *findOutput(const OutputsKnown &known, const char *id)
     return found == known->outputs.end() ? nullptr : &*found;
 }
 
-// What was chosen stays on show when the account's list doesn't have it.
+// The chosen graphic stays on show when the account's list doesn't have it.
 void fillList(obs_property_t *list, obs_data_t *settings, const OutputsKnown &known)
 {
     obs_property_list_clear(list);
@@ -138,20 +128,17 @@ void fillList(obs_property_t *list, obs_data_t *settings, const OutputsKnown &kn
     }
 }
 
-QString listingText(const OutputsKnown &known)
+QString statusText(const OutputsKnown &known)
 {
     if (!known) {
         return {};
     }
+    if (!known->signedIn) {
+        return QString::fromUtf8(obs_module_text("GraphicsSignIn"));
+    }
     return known->error.isEmpty()
                ? QString::fromUtf8(obs_module_text("GraphicsFound")).arg(known->outputs.size())
                : known->error;
-}
-
-QString statusText(const OutputsKnown &known)
-{
-    return known && !known->signedIn ? QString::fromUtf8(obs_module_text("GraphicsSignIn"))
-                                     : listingText(known);
 }
 
 // libobs calls this too whenever it makes the properties. A size that the user has set himself
@@ -178,46 +165,7 @@ bool takeOverOutput(obs_properties_t *properties, obs_property_t *, obs_data_t *
     return true;
 }
 
-// Notes whether a widget did deferred work in the course of a wait: rebuilding its rows, say.
-class WidgetWatch final : public QObject
-{
-public:
-    WidgetWatch() { QCoreApplication::instance()->installEventFilter(this); }
-
-    [[nodiscard]] bool worked() const { return m_worked; }
-
-    bool eventFilter(QObject *watched, QEvent *event) override
-    {
-        m_worked = m_worked || (event->type() == QEvent::MetaCall && watched->isWidgetType());
-        return QObject::eventFilter(watched, event);
-    }
-
-private:
-    bool m_worked = false;
-};
-
-// False when nothing was done, because the press fell into the wait of an earlier one.
-bool listOutputs(App *app)
-{
-    static bool waiting = false;
-    static QElapsedTimer sinceWait;
-    if (waiting || (sinceWait.isValid() && sinceWait.durationElapsed() < pressDelivery)) {
-        return false;
-    }
-    waiting = true;
-    QElapsedTimer wait;
-    wait.start();
-    app->refreshOutputsBlocking(int(refreshWait.count()));
-    waiting = false;
-    if (wait.durationElapsed() >= noticeableWait) {
-        sinceWait.start();
-    } else {
-        sinceWait.invalidate();
-    }
-    return true;
-}
-
-// Has whoever shows the properties make them anew, once the present call has returned.
+// Has OBS's dialog make its rows anew, once the present call has returned.
 void reloadLater(obs_source_t *source)
 {
     if (App *app = App::get(); app && source) {
@@ -241,34 +189,31 @@ void showListing(obs_properties_t *properties, obs_source_t *source)
         fillList(list, settings, known);
     }
     if (obs_property_t *status = obs_properties_get(properties, statusName)) {
-        obs_property_set_description(status, listingText(known).toUtf8().constData());
+        obs_property_set_description(status, statusText(known).toUtf8().constData());
     }
 }
 
-// True has OBS's dialog redraw itself through the row of the button, which may not be there any
-// more after a wait. Remote control presses on a thread of its own, and must not hold up OBS.
+// True has OBS's dialog redraw itself through the row of the button. After a wait that row may have
+// gone, so the dialog is asked to make its rows anew instead. Remote control presses on a thread of
+// its own, which must not wait.
 bool refreshList(obs_properties_t *properties, obs_property_t *, void *)
 {
     const std::shared_ptr<View> view = viewOf(properties);
     const OBSSourceAutoRelease source = obs_weak_source_get_source(view->source);
-    bool rebuilt = false;
+    auto refreshed = ListRefresh::AtOnce;
     if (!QThread::isMainThread()) {
         App::requestOutputs();
     } else if (App *app = App::get()) {
-        const WidgetWatch watch;
-        if (!listOutputs(app)) {
-            return false;
-        }
-        rebuilt = watch.worked();
+        refreshed = refreshGraphicsList(*app);
     }
-    if (view->gone) {
+    if (refreshed == ListRefresh::Dropped || view->gone) {
         return false;
     }
     showListing(properties, source);
-    if (rebuilt) {
+    if (refreshed == ListRefresh::AfterWait) {
         reloadLater(source);
     }
-    return !rebuilt;
+    return refreshed == ListRefresh::AtOnce;
 }
 
 } // namespace
@@ -281,8 +226,8 @@ GraphicsSource::GraphicsSource(obs_source_t *owner)
 {
 }
 
-// OBS hides no source before it destroys it. The inner one may be held by others for a moment
-// longer, who would take it for one that is on show.
+// OBS hides no source before it destroys it. Others may hold the inner one for a moment longer, and
+// would take it for one that is on show.
 GraphicsSource::~GraphicsSource()
 {
     setActive(false);

@@ -21,6 +21,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QWidget>
 
 #include <thread>
 
@@ -64,14 +65,13 @@ struct Properties
     bool press(obs_source_t *source) const { return obs_property_button_clicked((*this)["refresh"], source); }
 };
 
-// A window as far as closing goes.
-class Window : public QObject
+class Window : public QWidget
 {
-    Q_OBJECT
-
 public:
     int closed = 0;
-    Q_INVOKABLE bool close() { return ++closed > 0; }
+
+protected:
+    void closeEvent(QCloseEvent *) override { ++closed; }
 };
 
 } // namespace
@@ -127,6 +127,9 @@ class TestGraphicsSource : public QObject
             QTRY_VERIFY(App::get()->outputs().size() == (outputs == "{}" ? 0 : 2) && App::get()->portal().signedIn());
         }
     }
+
+public:
+    static void initMain() { qputenv("QT_QPA_PLATFORM", "offscreen"); }
 
 private Q_SLOTS:
     void initTestCase()
@@ -206,21 +209,19 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("settings");
         QTest::addColumn<QString>("list");
         QTest::addColumn<QString>("status");
-        QTest::addColumn<QString>("refreshed");
         const QByteArray old = R"({"output_id":"old","output_name":"Last season"})";
-        const QString signIn = u"Sign in from the Tallyforge dock to see your graphics."_s;
-        QTest::newRow("without the plug-in") << 0 << "{}"_ba << old << u"Last season=old"_s << QString() << QString();
-        QTest::newRow("signed out") << 401 << "{}"_ba << "{}"_ba << u"GraphicsNone="_s << u"GraphicsSignIn"_s << signIn;
+        QTest::newRow("without the plug-in") << 0 << "{}"_ba << old << u"Last season=old"_s << QString();
+        QTest::newRow("signed out") << 401 << "{}"_ba << "{}"_ba << u"GraphicsNone="_s << u"GraphicsSignIn"_s;
         QTest::newRow("signed out, stored")
-            << 401 << "{}"_ba << old << u"Last season=old"_s << u"GraphicsSignIn"_s << signIn;
+            << 401 << "{}"_ba << old << u"Last season=old"_s << u"GraphicsSignIn"_s;
         QTest::newRow("account has none")
-            << 200 << "{}"_ba << "{}"_ba << u"GraphicsNone="_s << u"Found: 0"_s << u"Found: 0"_s;
+            << 200 << "{}"_ba << "{}"_ba << u"GraphicsNone="_s << u"Found: 0"_s;
         QTest::newRow("listed") << 200 << QByteArray(twoOutputs) << R"({"output_id":"b"})"_ba << u"Bug=a b=b"_s
-                                << u"Found: 2"_s << u"Found: 2"_s;
+                                << u"Found: 2"_s;
         QTest::newRow("stored one is gone")
-            << 200 << QByteArray(twoOutputs) << old << u"Last season=old Bug=a b=b"_s << u"Found: 2"_s << u"Found: 2"_s;
+            << 200 << QByteArray(twoOutputs) << old << u"Last season=old Bug=a b=b"_s << u"Found: 2"_s;
         QTest::newRow("gone, without a name") << 200 << QByteArray(twoOutputs) << R"({"output_id":"old"})"_ba
-                                              << u"old=old Bug=a b=b"_s << u"Found: 2"_s << u"Found: 2"_s;
+                                              << u"old=old Bug=a b=b"_s << u"Found: 2"_s;
     }
     void choices()
     {
@@ -237,9 +238,9 @@ private Q_SLOTS:
         const Properties properties(source);
         QTEST(properties.list(), "list");
         QTEST(properties.status(), "status");
-        QVERIFY(properties.press(source));
+        QCOMPARE(properties.press(source), me != 200); // without a wait the dialog redraws itself
         QTEST(properties.list(), "list");
-        QTEST(properties.status(), "refreshed");
+        QTEST(properties.status(), "status");
         obs_properties_destroy(obs_get_source_properties("tallyforge_graphics")); // of the kind, without a source
     }
 
@@ -275,7 +276,7 @@ private Q_SLOTS:
         const ObsSource source("tallyforge_graphics", R"({"output_id":"b","url":"x:b"})");
         const Properties properties(source);
         m_answers[outputsPath] = {500, R"({"detail":"Broken."})"};
-        QVERIFY(properties.press(source));
+        properties.press(source);
         QCOMPARE(properties.list() + properties.status(), u"Bug=a b=bBroken."_s);
         QCOMPARE(Properties(source).status(), u"Broken."_s);
     }
@@ -298,16 +299,15 @@ private Q_SLOTS:
         properties = std::make_unique<Properties>(source);
         const int asked = int(m_portal->asked().count("GET /api/graphics/outputs"));
         Window window;
-        QTimer::singleShot(20, this, [&window] {
-            for (int i = 0; i < 2; ++i) {
-                QEvent close(QEvent::Close);
-                QCoreApplication::sendEvent(&window, &close);
-                QVERIFY(!close.isAccepted());
-            }
+        window.show();
+        QWidget part(&window);
+        QTimer::singleShot(20, this, [&] {
+            QVERIFY(part.close()); // not a window
+            QVERIFY(!window.close() && !window.close());
         });
         QElapsedTimer timer;
         timer.start();
-        QVERIFY(properties->press(source));
+        QVERIFY(!properties->press(source)); // the dialog makes its rows anew
         QVERIFY(timer.elapsed() < 2000);
         QCOMPARE(window.closed, 0);
         QTRY_COMPARE(window.closed, 1);
@@ -380,5 +380,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(TestGraphicsSource)
+QTEST_MAIN(TestGraphicsSource)
 #include "tst_graphics_source.moc"

@@ -1,43 +1,41 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
-#include "plugin/HeldCloses.h"
+#include "ui/widgets/HeldCloses.h"
 
 #include <QCoreApplication>
 #include <QEvent>
-#include <QEventLoop>
 
 #include <utility>
 
 namespace tallyforge {
 
-HeldCloses::HeldCloses(QEventLoop *loop)
-    : m_loop(loop)
+HeldCloses::HeldCloses(std::function<void()> endWait)
+    : m_endWait(std::move(endWait))
 {
     QCoreApplication::instance()->installEventFilter(this);
 }
 
 HeldCloses::~HeldCloses()
 {
-    for (const QPointer<QObject> &window : std::as_const(m_windows)) {
+    for (const QPointer<QWidget> &window : std::as_const(m_windows)) {
         if (window) {
-            QMetaObject::invokeMethod(
-                window, [window] { QMetaObject::invokeMethod(window, "close"); },
-                Qt::QueuedConnection);
+            QMetaObject::invokeMethod(window, &QWidget::close, Qt::QueuedConnection);
         }
     }
 }
 
 bool HeldCloses::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() != QEvent::Close) {
+    auto *window = qobject_cast<QWidget *>(watched);
+    if (event->type() != QEvent::Close || window == nullptr || !window->isWindow()) {
         return QObject::eventFilter(watched, event);
     }
     event->ignore();
-    if (!m_windows.contains(watched)) {
-        m_windows.append(watched);
+    if (!m_windows.contains(window)) {
+        m_windows.append(window);
     }
-    m_loop->quit();
+    m_endWait();
     return true;
 }
 
