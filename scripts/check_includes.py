@@ -60,7 +60,7 @@ def included_folder(file, name):
     if (file.parent / name).is_file():
         return folder_of(path_of(file.parent / name))
     # Also catches a header that the build generates.
-    return folder_of(name)
+    return folder_of(name) if "/" in name else None
 
 
 def faults_in(file):

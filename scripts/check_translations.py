@@ -81,6 +81,13 @@ def faults_in_locales():
     return faults
 
 
+def faults_in_languages():
+    """The dock's texts and those that OBS shows come from two places: a language needs both."""
+    qt = {file.stem.removeprefix("tallyforge_") for file in TRANSLATIONS.glob("tallyforge_*.ts")}
+    obs = {file.stem.split("-")[0] for file in LOCALES.glob("*.ini") if file.name != ENGLISH}
+    return [f"{language}: stands only in {TRANSLATIONS}/ or only in {LOCALES}/" for language in sorted(qt ^ obs)]
+
+
 def faults_in_sources(files):
     faults, excused = [], set()
     for file in files:
@@ -103,7 +110,8 @@ def main():
     count = len(ElementTree.parse(template).getroot().findall("context/message"))
     if not sources or not languages or not count:
         return "no sources, no texts or no translations were found"
-    faults = stale_files([template, *languages]) + faults_in_locales() + faults_in_sources(sources)
+    faults = (stale_files([template, *languages]) + faults_in_locales() + faults_in_languages()
+              + faults_in_sources(sources))
     for file in languages:
         faults += faults_in_translation(file)
     if faults:

@@ -66,6 +66,10 @@
         <source>The update information has no valid version.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>The update could not be installed (%1). The current version was left in place.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>tallyforge::AccountLists</name>
@@ -304,10 +308,6 @@
     </message>
     <message>
         <source>The update could not be unpacked. Nothing was changed.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The update could not be installed (%1). The current version was left in place.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>

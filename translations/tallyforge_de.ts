@@ -66,6 +66,10 @@
         <source>The update information has no valid version.</source>
         <translation>Die Update-Informationen enthalten keine gültige Version.</translation>
     </message>
+    <message>
+        <source>The update could not be installed (%1). The current version was left in place.</source>
+        <translation>Das Update konnte nicht installiert werden (%1). Die bisherige Version bleibt erhalten.</translation>
+    </message>
 </context>
 <context>
     <name>tallyforge::AccountLists</name>
@@ -305,10 +309,6 @@
     <message>
         <source>The update could not be unpacked. Nothing was changed.</source>
         <translation>Das Update konnte nicht entpackt werden. Es wurde nichts geändert.</translation>
-    </message>
-    <message>
-        <source>The update could not be installed (%1). The current version was left in place.</source>
-        <translation>Das Update konnte nicht installiert werden (%1). Die bisherige Version bleibt erhalten.</translation>
     </message>
     <message>
         <source>Version %1 is installed. Restart OBS to start using it.</source>

@@ -69,32 +69,31 @@ void ArchiveUnpacker::run(const platform::Command &command, const QString &direc
     m_process.start(command.program, command.arguments);
 }
 
-// A small package can hold a disk full of zeros, or files without end. What can't be looked at, for
-// its path is too long, may hold just that; what is gone again doesn't count, nor what is locked
-// until the end.
+// A small package can hold a disk full of zeros, or files without end. An entry whose path is too
+// long to be looked at may hold just that. An entry that is gone again doesn't count, nor does a
+// folder that is locked until the end.
 bool ArchiveUnpacker::isTooMuch() const
 {
     const auto hides = [](const std::error_code &error) {
         return error && error != std::errc::no_such_file_or_directory &&
                error != std::errc::permission_denied;
     };
-    std::error_code error;
     qint64 bytes = 0;
     int entries = 0;
-    for (fs::recursive_directory_iterator
-             entry(nativePath(m_directory), fs::directory_options::skip_permission_denied, error),
-         end;
-         !error && entry != end; entry.increment(error)) {
-        std::error_code unknown;
-        if (!entry->is_symlink(unknown) && entry->is_regular_file(unknown)) {
-            const auto size = entry->file_size(unknown);
-            bytes += unknown ? 0 : static_cast<qint64>(size);
-        }
-        if (hides(unknown) || ++entries > m_limits.entries || bytes > m_limits.bytes) {
-            return true;
-        }
-    }
-    return hides(error);
+    bool tooMuch = false;
+    const std::error_code broken = walkTree(
+        m_directory,
+        [&](const fs::directory_entry &entry) {
+            std::error_code error;
+            if (!entry.is_symlink(error) && entry.is_regular_file(error)) {
+                const auto size = entry.file_size(error);
+                bytes += error ? 0 : static_cast<qint64>(size);
+            }
+            tooMuch = hides(error) || ++entries > m_limits.entries || bytes > m_limits.bytes;
+            return !tooMuch;
+        },
+        fs::directory_options::skip_permission_denied);
+    return tooMuch || hides(broken);
 }
 
 void ArchiveUnpacker::watchSpace()

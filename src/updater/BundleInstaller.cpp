@@ -42,7 +42,7 @@ void keepOld(const QString &old, const QString &backup)
 bool exchangeCopy(const QString &source, const QString &target, const QString &backup)
 {
     const QString copy = newBundlePath(target);
-    if (!copyTree(source, copy) || !syncTree(copy).isEmpty() ||
+    if (!copyTree(source, copy) || !syncTree(copy).ok ||
         platform::exchangeFolders(copy, target) != Exchange::Done) {
         std::ignore = removeTree(copy);
         return false;
@@ -66,7 +66,7 @@ bool renameBoth(const QString &source, const QString &target, const QString &bac
 
 bool swapBundles(const QString &source, const QString &target, const QString &backup)
 {
-    if (!removeTree(backup).isEmpty()) {
+    if (!removeTree(backup).ok) {
         return false;
     }
     QDir().mkpath(QFileInfo(backup).path());
@@ -88,39 +88,35 @@ bool finishInterrupted(const QString &target)
     return undoInterruptedReplacement(target);
 }
 
-QString install(const QString &source, const QString &target, const QString &backup, bool allowSwap)
+} // namespace
+
+Outcome installTree(const QString &source, const QString &target, const QString &backup,
+                    bool allowSwap)
 {
     if (!QFileInfo(source).isDir()) {
-        return QCoreApplication::translate("PluginUpdater", "nothing to install");
+        return Outcome::failure(QCoreApplication::translate("PluginUpdater", "nothing to install"));
     }
     const QString parent = QFileInfo(QDir::cleanPath(target)).path();
     const platform::FolderLock lock(parent);
     if (lock.isTaken()) {
-        return QCoreApplication::translate("PluginUpdater", "%1 is in use").arg(target);
+        return Outcome::failure(
+            QCoreApplication::translate("PluginUpdater", "%1 is in use").arg(target));
     }
     if (!finishInterrupted(target)) { // the next start would do that to the new bundle
-        return QCoreApplication::translate("PluginUpdater", "could not write %1").arg(target);
+        return Outcome::failure(
+            QCoreApplication::translate("PluginUpdater", "could not write %1").arg(target));
     }
-    // A file system may put a folder in its place long before what the files hold: without this, a
-    // power cut would leave a plug-in of empty files.
-    if (const QString unwritten = syncTree(source); !unwritten.isEmpty()) {
-        return QCoreApplication::translate("PluginUpdater", "could not write %1").arg(unwritten);
+    // A file system may put a folder in its place long before the content of its files: without
+    // this, a power cut would leave a plug-in of empty files.
+    if (const Outcome synced = syncTree(source); !synced.ok) {
+        return synced;
     }
-    QString error;
+    Outcome outcome;
     if (!allowSwap || !QFileInfo(target).isDir() || !swapBundles(source, target, backup)) {
-        error = replaceFiles(source, target);
+        outcome = replaceFiles(source, target);
     }
     std::ignore = platform::syncToDisk(parent);
-    return error;
-}
-
-} // namespace
-
-InstallResult installTree(const QString &source, const QString &target, const QString &backup,
-                          bool allowSwap)
-{
-    const QString error = install(source, target, backup, allowSwap);
-    return {error.isEmpty(), error};
+    return outcome;
 }
 
 void cleanupLeftovers(const QString &root)

@@ -9,19 +9,13 @@
 
 namespace tallyforge {
 
-struct InstallResult
-{
-    bool ok = false;
-    QString error; ///< why not, as part of a sentence
-};
-
 /// Puts the bundle at source in place of the one at target; the old one then lies at backup, whose
 /// earlier content goes. Where whole bundles can't be swapped, or allowSwap is false, the files are
 /// replaced one by one, and each old one stays beside its successor with ".old" appended. On
-/// failure the target is as it was. Waits for the disk, so that a power cut afterwards costs
-/// nothing; needs no thread of its own.
-[[nodiscard]] InstallResult installTree(const QString &source, const QString &target,
-                                        const QString &backup, bool allowSwap);
+/// failure the target is as it was, and the error is part of a sentence. Waits for the disk, so
+/// that a power cut afterwards costs nothing; needs no thread of its own.
+[[nodiscard]] Outcome installTree(const QString &source, const QString &target,
+                                  const QString &backup, bool allowSwap);
 
 /// At the start of OBS: brings the old files back where an installation was cut off half-way, and
 /// removes what installations have left in the bundle at root and beside it. Does nothing while

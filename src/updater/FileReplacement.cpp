@@ -156,13 +156,13 @@ bool undo(const QString &target, const QList<Step> &steps)
     bool undone = true;
     std::for_each(steps.crbegin(), steps.crend(), [&](const Step &step) {
         const QString dst = bundle.filePath(step.file);
-        undone &= removeTree(copyPath(dst)).isEmpty();
+        undone &= removeTree(copyPath(dst)).ok;
         if (!step.hadOld) {
-            undone &= removeTree(dst).isEmpty();
+            undone &= removeTree(dst).ok;
         } else if (isThere(oldPath(dst))) {
             // A folder can't be moved over a file. Two names of one file both stay.
-            undone &= moveOver(oldPath(dst), dst) ||
-                      (removeTree(dst).isEmpty() && moveOver(oldPath(dst), dst));
+            undone &=
+                moveOver(oldPath(dst), dst) || (removeTree(dst).ok && moveOver(oldPath(dst), dst));
             QFile::remove(oldPath(dst));
         }
     });
@@ -202,11 +202,12 @@ QString besideBundle(const QString &target, QLatin1StringView purpose)
     return QDir(bundle.path()).filePath(u"."_s + bundle.fileName() + u'.' + purpose);
 }
 
-QString replaceFiles(const QString &source, const QString &target)
+Outcome replaceFiles(const QString &source, const QString &target)
 {
     const QStringList files = filesBelow(source);
     if (files.isEmpty()) {
-        return QCoreApplication::translate("PluginUpdater", "the package is empty");
+        return Outcome::failure(
+            QCoreApplication::translate("PluginUpdater", "the package is empty"));
     }
     const QDir bundle(target);
     const QList<Step> steps = planReplacement(files, QDir(source), bundle);
@@ -214,11 +215,11 @@ QString replaceFiles(const QString &source, const QString &target)
     const QString notWritten = QCoreApplication::translate("PluginUpdater", "could not write %1");
     for (const Step &step : steps) {
         if (!removeEarlier(step, bundle)) {
-            return inUse.arg(step.file);
+            return Outcome::failure(inUse.arg(step.file));
         }
     }
     if (!saveRecord(target, steps)) {
-        return notWritten.arg(recordPath(target));
+        return Outcome::failure(notWritten.arg(recordPath(target)));
     }
     for (const Step &step : steps) {
         const QString dst = bundle.filePath(step.file);
@@ -226,12 +227,12 @@ QString replaceFiles(const QString &source, const QString &target)
         const bool ready = !step.hadOld || setAside(dst);
         if (!ready || !bring(QDir(source).filePath(step.file), dst)) {
             std::ignore = undo(target, steps); // what is left of it the next start does
-            return (ready ? notWritten : inUse).arg(step.file);
+            return Outcome::failure((ready ? notWritten : inUse).arg(step.file));
         }
     }
     if (!QFile::remove(recordPath(target))) { // it would undo everything at the next start
         std::ignore = undo(target, steps);
-        return notWritten.arg(recordPath(target));
+        return Outcome::failure(notWritten.arg(recordPath(target)));
     }
     return {};
 }
@@ -242,7 +243,7 @@ bool undoInterruptedReplacement(const QString &target)
     if (steps && compare(target, *steps) == Found::Interrupted) {
         return undo(target, *steps);
     }
-    return removeTree(recordPath(target)).isEmpty();
+    return removeTree(recordPath(target)).ok;
 }
 
 } // namespace tallyforge

@@ -3,17 +3,18 @@
 
 #pragma once
 
+#include "updater/UpdateTypes.h"
+
 #include <QString>
 
 namespace tallyforge {
 
 /// Replaces the files of the bundle at target by those of source one by one, and keeps each old one
-/// beside its successor with ".old" appended. Empty on success, otherwise what went wrong; then the
-/// target is as it was. Until the last file is there, a record beside the bundle says how to go
-/// back, so that an end of the process at any moment can be undone at the next start. The record
-/// knows the sums of all old and new files, so that it undoes nothing that somebody else has put
-/// there since.
-[[nodiscard]] QString replaceFiles(const QString &source, const QString &target);
+/// beside its successor with ".old" appended. On failure the target is as it was. Until the last
+/// file is there, a record beside the bundle says how to go back, so that an end of the process at
+/// any moment can be undone at the next start. The record knows the sums of all old and new files,
+/// so that it undoes nothing that somebody else has put there since.
+[[nodiscard]] Outcome replaceFiles(const QString &source, const QString &target);
 
 /// Brings the old files back if a replacement in the bundle at target was cut off. False if some of
 /// that is still to be done. A record that can't be read, or doesn't fit the bundle, is removed.

@@ -7,35 +7,20 @@
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QDirIterator>
 #include <QFile>
-
-#include <system_error>
 
 namespace fs = std::filesystem;
 
 namespace tallyforge {
 
-namespace {
-
-void letIn(const fs::path &root)
-{
-    std::error_code error;
-    if (!fs::is_directory(fs::symlink_status(root, error))) {
-        return;
-    }
-    fs::permissions(root, fs::perms::owner_all, fs::perm_options::add, error);
-    for (fs::directory_iterator entry(root, error), end; !error && entry != end;
-         entry.increment(error)) {
-        letIn(entry->path());
-    }
-}
-
-} // namespace
-
 fs::path nativePath(const QString &path)
 {
     return QFile::encodeName(path).toStdString();
+}
+
+QString qtPath(const fs::path &path)
+{
+    return QFile::decodeName(QByteArray::fromStdString(path.string()));
 }
 
 bool isThere(const QString &path)
@@ -44,25 +29,54 @@ bool isThere(const QString &path)
     return fs::exists(fs::symlink_status(nativePath(path), error));
 }
 
+std::error_code walkTree(const QString &root,
+                         const std::function<bool(const fs::directory_entry &)> &visit,
+                         fs::directory_options options)
+{
+    std::error_code error;
+    for (fs::recursive_directory_iterator entry(nativePath(root), options, error), end;
+         !error && entry != end; entry.increment(error)) {
+        if (!visit(*entry)) {
+            return {};
+        }
+    }
+    return error;
+}
+
 QStringList filesBelow(const QString &root)
 {
     QStringList files;
-    const QDir top(root);
-    QDirIterator entries(root,
-                         QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
-                         QDirIterator::Subdirectories);
-    while (entries.hasNext()) {
-        const QFileInfo entry = entries.nextFileInfo();
-        if (entry.isSymLink() || !entry.isDir()) {
-            files.append(top.relativeFilePath(entry.filePath()));
+    walkTree(root, [&files, top = nativePath(root)](const fs::directory_entry &entry) {
+        std::error_code error;
+        if (!fs::is_directory(entry.symlink_status(error))) {
+            files.append(qtPath(entry.path().lexically_relative(top)));
         }
-    }
+        return true;
+    });
     return files;
 }
 
 void letOwnerIn(const QString &root)
 {
-    letIn(nativePath(root));
+    const auto open = [](const fs::path &path, fs::file_status status) {
+        std::error_code error;
+        if (fs::is_directory(status)) {
+            fs::permissions(path, fs::perms::owner_all, fs::perm_options::add, error);
+        }
+        return true;
+    };
+    std::error_code error;
+    const fs::path top = nativePath(root);
+    const fs::file_status status = fs::symlink_status(top, error);
+    open(top, status);
+    if (fs::is_directory(status)) {
+        walkTree(
+            root,
+            [&](const fs::directory_entry &entry) {
+                return open(entry.path(), entry.symlink_status(error));
+            },
+            fs::directory_options::skip_permission_denied);
+    }
 }
 
 bool moveOver(const QString &from, const QString &to)
@@ -80,37 +94,44 @@ bool copyTree(const QString &from, const QString &to)
     return !error;
 }
 
-QString syncTree(const QString &root)
+Outcome syncTree(const QString &root)
 {
-    const QDir top(root);
-    QDirIterator entries(root,
-                         QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
-                         QDirIterator::Subdirectories);
-    while (entries.hasNext()) {
-        const QFileInfo entry = entries.nextFileInfo();
-        if (!entry.isSymLink() && !platform::syncToDisk(entry.filePath())) {
-            return top.relativeFilePath(entry.filePath());
+    const fs::path top = nativePath(root);
+    QString unwritten;
+    const std::error_code broken = walkTree(root, [&](const fs::directory_entry &entry) {
+        std::error_code error;
+        if (!entry.is_symlink(error) && !platform::syncToDisk(qtPath(entry.path()))) {
+            unwritten = qtPath(entry.path().lexically_relative(top));
         }
+        return unwritten.isEmpty();
+    });
+    if (unwritten.isEmpty() && (broken || !platform::syncToDisk(root))) {
+        unwritten = root;
     }
-    return platform::syncToDisk(root) ? QString() : root;
+    return unwritten.isEmpty()
+               ? Outcome()
+               : Outcome::failure(QCoreApplication::translate("PluginUpdater", "could not write %1")
+                                      .arg(unwritten));
 }
 
-QString removeTree(const QString &path)
+Outcome removeTree(const QString &path)
 {
     if (!isThere(path)) {
         return {};
     }
     // A link with a slash behind it would be taken for the folder that it points to.
-    const fs::path root = nativePath(QDir::cleanPath(path));
+    const QString root = QDir::cleanPath(path);
     std::error_code error;
-    fs::remove_all(root, error);
+    fs::remove_all(nativePath(root), error);
     if (error) {
-        letIn(root);
+        letOwnerIn(root);
         error.clear();
-        fs::remove_all(root, error);
+        fs::remove_all(nativePath(root), error);
     }
-    return error ? QCoreApplication::translate("PluginUpdater", "could not remove %1").arg(path)
-                 : QString();
+    return error
+               ? Outcome::failure(
+                     QCoreApplication::translate("PluginUpdater", "could not remove %1").arg(path))
+               : Outcome();
 }
 
 } // namespace tallyforge

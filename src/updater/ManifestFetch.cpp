@@ -6,37 +6,23 @@
 #include "updater/UpdateRequest.h"
 
 #include <QNetworkAccessManager>
-#include <QNetworkReply>
 
 #include <utility>
 
 namespace tallyforge {
 
-namespace {
-
-constexpr qint64 readBuffer = qint64(64) * 1024;
-
-} // namespace
-
 ManifestFetch::ManifestFetch(QNetworkAccessManager *network, const QNetworkRequest &request,
                              std::chrono::milliseconds whole, QObject *parent)
     : QObject(parent)
-    , m_reply(network->get(request))
+    , m_reply(network, request, this)
 {
-    m_reply->setReadBufferSize(readBuffer);
-    connect(m_reply, &QNetworkReply::readyRead, this, &ManifestFetch::read);
-    // Queued, for a reply that runs out of time is still at work when it says so.
-    connect(m_reply, &QNetworkReply::finished, this, &ManifestFetch::finish, Qt::QueuedConnection);
+    connect(m_reply.get(), &QNetworkReply::readyRead, this, &ManifestFetch::read);
+    // Queued, because a reply that runs out of time is still at work when it says so.
+    connect(m_reply.get(), &QNetworkReply::finished, this, &ManifestFetch::finish,
+            Qt::QueuedConnection);
     m_limit.setSingleShot(true);
-    connect(&m_limit, &QTimer::timeout, m_reply, &QNetworkReply::abort);
+    connect(&m_limit, &QTimer::timeout, m_reply.get(), &QNetworkReply::abort);
     m_limit.start(whole);
-}
-
-ManifestFetch::~ManifestFetch()
-{
-    m_finished = true;
-    m_reply->abort();
-    m_reply->deleteLater();
 }
 
 void ManifestFetch::read()
@@ -59,7 +45,7 @@ void ManifestFetch::finish()
     if (m_reply->isReadable()) { // one that was aborted isn't
         m_body += m_reply->read(maxBytes - m_body.size());
     }
-    Q_EMIT finished(succeeded(*m_reply), m_body);
+    Q_EMIT finished(succeeded(*m_reply.get()), m_body);
 }
 
 } // namespace tallyforge

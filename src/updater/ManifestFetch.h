@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "updater/UpdateRequest.h"
+
 #include <QByteArray>
 #include <QObject>
 #include <QTimer>
@@ -10,8 +12,6 @@
 #include <chrono>
 
 class QNetworkAccessManager;
-class QNetworkReply;
-class QNetworkRequest;
 
 namespace tallyforge {
 
@@ -28,7 +28,6 @@ public:
     /// network outlives the fetch. whole is how long it may take altogether.
     ManifestFetch(QNetworkAccessManager *network, const QNetworkRequest &request,
                   std::chrono::milliseconds whole, QObject *parent = nullptr);
-    ~ManifestFetch() override;
 
 Q_SIGNALS:
     /// Comes once. Without an answer of success ok is false and the body means nothing.
@@ -38,7 +37,7 @@ private:
     void read();
     void finish();
 
-    QNetworkReply *const m_reply;
+    UpdateReply m_reply;
     QByteArray m_body;
     QTimer m_limit;
     bool m_finished = false;

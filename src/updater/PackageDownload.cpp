@@ -7,7 +7,6 @@
 #include "updater/UpdateRequest.h"
 
 #include <QNetworkAccessManager>
-#include <QNetworkReply>
 
 #include <utility>
 
@@ -15,7 +14,6 @@ namespace tallyforge {
 
 namespace {
 
-constexpr qint64 readBuffer = qint64(64) * 1024;
 constexpr qint64 writeQueue = qint64(64) * 1024;
 constexpr qint64 chunkSize = qint64(32) * 1024;
 
@@ -25,29 +23,21 @@ PackageDownload::PackageDownload(QNetworkAccessManager *network, const QNetworkR
                                  std::shared_ptr<PackageFile> file, const Expected &expected,
                                  QObject *parent)
     : QObject(parent)
-    , m_reply(network->get(request))
+    , m_reply(network, request, this)
     , m_file(std::move(file))
     , m_expected(expected)
 {
-    m_reply->setReadBufferSize(readBuffer);
-    connect(m_reply, &QNetworkReply::readyRead, this, &PackageDownload::advance);
-    // Queued, so that whoever hears of it may delete the reply with all that belongs to it.
-    connect(m_reply, &QNetworkReply::downloadProgress, this, &PackageDownload::progressed,
+    connect(m_reply.get(), &QNetworkReply::readyRead, this, &PackageDownload::advance);
+    // Queued, so that a listener may delete the reply with all that belongs to it.
+    connect(m_reply.get(), &QNetworkReply::downloadProgress, this, &PackageDownload::progressed,
             Qt::QueuedConnection);
     connect(
-        m_reply, &QNetworkReply::finished, this,
+        m_reply.get(), &QNetworkReply::finished, this,
         [this] {
             m_replied = true;
             advance();
         },
         Qt::QueuedConnection);
-}
-
-PackageDownload::~PackageDownload()
-{
-    m_reply->disconnect(this);
-    m_reply->abort();
-    m_reply->deleteLater();
 }
 
 void PackageDownload::advance()
@@ -96,7 +86,7 @@ PackageDownload::Result PackageDownload::judge(const QByteArray &sum) const
     if (sum.isEmpty()) {
         return Result::NotWritten;
     }
-    if (!succeeded(*m_reply)) {
+    if (!succeeded(*m_reply.get())) {
         return Result::Broken;
     }
     if (m_expected.size >= 1 && m_count != m_expected.size) {

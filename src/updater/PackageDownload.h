@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "updater/UpdateRequest.h"
 #include "updater/Worker.h"
 
 #include <QByteArray>
@@ -12,16 +13,14 @@
 #include <optional>
 
 class QNetworkAccessManager;
-class QNetworkReply;
-class QNetworkRequest;
 
 namespace tallyforge {
 
 class PackageFile;
 
 /// One download into a file, summed up and written on a thread of its own. Holds less than a
-/// mebibyte of it at a time, for what the disk can't take yet stays with the server. Destroying it
-/// ends the download and leaves the file as it is. Main thread only.
+/// mebibyte of it at a time, because the rest waits at the server until the disk can take it.
+/// Destroying it ends the download and leaves the file as it is. Main thread only.
 class PackageDownload final : public QObject
 {
     Q_OBJECT
@@ -49,7 +48,6 @@ public:
     PackageDownload(QNetworkAccessManager *network, const QNetworkRequest &request,
                     std::shared_ptr<PackageFile> file, const Expected &expected,
                     QObject *parent = nullptr);
-    ~PackageDownload() override;
 
 Q_SIGNALS:
     /// total is below 1 if the server doesn't tell.
@@ -63,7 +61,7 @@ private:
     void stop(Result result);
     [[nodiscard]] Result judge(const QByteArray &sum) const;
 
-    QNetworkReply *const m_reply;
+    UpdateReply m_reply;
     const std::shared_ptr<PackageFile> m_file; // the worker's alone
     const Expected m_expected;
     qint64 m_count = 0;

@@ -3,23 +3,17 @@
 
 #include "updater/PluginUpdater.h"
 
-#include "platform/Disk.h"
-#include "updater/BundleInstaller.h"
 #include "updater/ManifestFetch.h"
 #include "updater/PackageFile.h"
-#include "updater/StagedPackage.h"
+#include "updater/StagingFolder.h"
 #include "updater/UpdateManifest.h"
 #include "updater/UpdateRequest.h"
 
-#include <QCoreApplication>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QUrl>
 
 #include <algorithm>
-#include <optional>
-#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -29,68 +23,20 @@ namespace {
 
 constexpr qint64 sizeTolerance = 4096; // by which a package may pass its size until it's refused
 
-// An emptied staging folder with the beginning of a package in it.
+// A staging folder that was made anew, and a package's file in it.
 struct Prepared
 {
-    std::optional<QString> error;
-    std::shared_ptr<PackageFile> file;          // null if it can't be written
-    std::shared_ptr<platform::FolderLock> lock; // keeps another OBS out
+    Outcome outcome;
+    std::shared_ptr<PackageFile> file; // null if it can't be written
 };
 
-Prepared prepareStaging(const QString &directory, const QString &package)
+Prepared prepare(StagingFolder &staging)
 {
-    const QString parent = QFileInfo(directory).path();
-    QDir().mkpath(parent);
-    auto lock = std::make_shared<platform::FolderLock>(parent);
-    if (lock->isTaken()) {
-        return {
-            QCoreApplication::translate("PluginUpdater", "%1 is in use").arg(directory), {}, {}};
+    Prepared prepared{staging.prepare(), nullptr};
+    if (prepared.outcome.ok) {
+        prepared.file = staging.openPackage();
     }
-    if (QString error = removeTree(directory); !error.isEmpty()) {
-        return {error, {}, {}};
-    }
-    // Nobody else may change what has been judged.
-    if (!QDir().mkdir(directory,
-                      QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner)) {
-        return {directory, {}, {}};
-    }
-    auto file = std::make_shared<PackageFile>(package);
-    return {{}, file->open() ? file : nullptr, lock};
-}
-
-// How an installation has ended; the package's own fault is told apart from the installation's.
-struct Applied
-{
-    QString refusal;
-    InstallResult result;
-};
-
-QString parentOf(const QString &path)
-{
-    return QFileInfo(QFileInfo(path).path()).canonicalFilePath();
-}
-
-Applied applyStaged(const UpdateConfig &config, const QString &binaryPath,
-                    std::shared_ptr<platform::FolderLock> lock)
-{
-    const QDir staging(config.stagingDir);
-    const QString extracted = staging.filePath(u"extracted"_s);
-    const StagedPackage package = inspectExtracted(extracted, binaryPath);
-    if (!package.message.isEmpty()) {
-        return {package.message, {}};
-    }
-    if (parentOf(config.stagingDir) == parentOf(config.pluginRoot)) {
-        lock.reset(); // the installation takes the same lock
-    }
-    Applied applied;
-    applied.result =
-        installTree(package.bundle, config.pluginRoot, staging.filePath(u"previous"_s), true);
-    if (applied.result.ok) {
-        // What stays goes before the next download.
-        QFile::remove(staging.filePath(u"package.zip"_s));
-        std::ignore = removeTree(extracted);
-    }
-    return applied;
+    return prepared;
 }
 
 } // namespace
@@ -202,18 +148,16 @@ void PluginUpdater::install()
     }
     m_busy = true;
     m_progress = 0; // shown with the state that follows
+    m_staging = std::make_shared<StagingFolder>(m_config.stagingDir);
     m_worker.run(
-        [directory = m_config.stagingDir, package = staged(u"package.zip"_s)] {
-            return prepareStaging(directory, package);
-        },
+        [staging = m_staging] { return prepare(*staging); },
         [this](const Prepared &prepared) {
-            if (prepared.error) {
+            if (!prepared.outcome.ok) {
                 end(State::Failed,
-                    tr("Could not prepare a download folder (%1).").arg(*prepared.error));
+                    tr("Could not prepare a download folder (%1).").arg(prepared.outcome.error));
             } else if (!prepared.file) {
                 end(State::Failed, tr("Could not write the update to disk."));
             } else {
-                m_stagingLock = prepared.lock;
                 download(prepared.file);
             }
         });
@@ -274,11 +218,12 @@ void PluginUpdater::takePackage(PackageDownload::Result result)
 
 void PluginUpdater::unpack()
 {
-    QDir().mkdir(staged(u"extracted"_s)); // without it the program fails
+    const QString extracted = m_staging->extractedPath();
+    QDir().mkdir(extracted); // without it the program fails
     m_unpacker = std::make_unique<ArchiveUnpacker>(m_limits.unpacking);
     connect(m_unpacker.get(), &ArchiveUnpacker::finished, this, &PluginUpdater::takeUnpacked,
             Qt::QueuedConnection);
-    m_unpacker->start(staged(u"package.zip"_s), staged(u"extracted"_s));
+    m_unpacker->start(m_staging->packagePath(), extracted);
     setState(State::Installing, tr("Installing version %1…").arg(m_info.version));
 }
 
@@ -294,28 +239,17 @@ void PluginUpdater::takeUnpacked(ArchiveUnpacker::Result result)
         end(State::Failed, tr("The update could not be unpacked. Nothing was changed."));
         return;
     }
-    m_worker.run(
-        [config = m_config, binary = binaryPath(),
-         lock = std::exchange(m_stagingLock, {})]() mutable {
-            return applyStaged(config, binary, std::move(lock));
-        },
-        [this](const Applied &applied) {
-            if (!applied.refusal.isEmpty()) {
-                end(State::Failed, applied.refusal);
-            } else if (!applied.result.ok) {
-                end(State::Failed, tr("The update could not be installed (%1). The "
-                                      "current version was left in place.")
-                                       .arg(applied.result.error));
-            } else {
-                end(State::Installed, tr("Version %1 is installed. Restart OBS to start using it.")
-                                          .arg(m_info.version));
-            }
-        });
-}
-
-QString PluginUpdater::staged(const QString &name) const
-{
-    return QDir(m_config.stagingDir).filePath(name);
+    m_worker.run([staging = m_staging, root = m_config.pluginRoot,
+                  binary = binaryPath()] { return staging->install(root, binary); },
+                 [this](const Outcome &installed) {
+                     if (installed.ok) {
+                         end(State::Installed,
+                             tr("Version %1 is installed. Restart OBS to start using it.")
+                                 .arg(m_info.version));
+                     } else {
+                         end(State::Failed, installed.error);
+                     }
+                 });
 }
 
 QString PluginUpdater::binaryPath() const
@@ -326,7 +260,7 @@ QString PluginUpdater::binaryPath() const
 void PluginUpdater::end(State state, const QString &message)
 {
     m_busy = false;
-    m_stagingLock.reset();
+    m_staging.reset();
     setState(state, message);
 }
 
@@ -334,7 +268,7 @@ void PluginUpdater::setState(State state, const QString &message)
 {
     m_state = state;
     m_message = message;
-    Q_EMIT stateChanged(); // last, for the updater may be gone afterwards
+    Q_EMIT stateChanged(); // last, because the updater may be gone afterwards
 }
 
 } // namespace tallyforge

@@ -16,12 +16,9 @@
 
 namespace tallyforge {
 
-namespace platform {
-class FolderLock;
-}
-
 class ManifestFetch;
 class PackageFile;
+class StagingFolder;
 
 /// Keeps the plug-in itself up to date: looks for a newer version, downloads it into the staging
 /// folder, and puts it in place of the present one, which goes on running until OBS ends. Whatever
@@ -94,7 +91,6 @@ private:
     void unpack();
     void takeUnpacked(ArchiveUnpacker::Result result);
 
-    [[nodiscard]] QString staged(const QString &name) const;
     [[nodiscard]] QString binaryPath() const;
     void end(State state, const QString &message);
     void setState(State state, const QString &message);
@@ -107,7 +103,7 @@ private:
     int m_progress = 0;
     bool m_busy = false;
     QNetworkAccessManager m_network;
-    std::shared_ptr<platform::FolderLock> m_stagingLock; // from the download to the end
+    std::shared_ptr<StagingFolder> m_staging; // during an installation
     std::unique_ptr<ManifestFetch> m_fetch;
     std::unique_ptr<PackageDownload> m_download;
     std::unique_ptr<ArchiveUnpacker> m_unpacker;

@@ -26,17 +26,6 @@ enum class Content {
     Odd,  ///< a device, a pipe, a name that the installation needs, or something unreadable
 };
 
-QString onlyFolder(const QString &extracted)
-{
-    QFileInfoList entries = QDir(extracted).entryInfoList(QDir::AllEntries | QDir::Hidden |
-                                                          QDir::System | QDir::NoDotAndDotDot);
-    entries.removeIf([](const QFileInfo &entry) { return entry.fileName() == u"__MACOSX"; });
-    if (entries.size() != 1 || !entries.constFirst().isDir() || entries.constFirst().isSymLink()) {
-        return {};
-    }
-    return entries.constFirst().filePath();
-}
-
 // OBS runs as the owner and must be able to load everything; nobody else shall be able to change
 // it, or to gain rights by running it.
 void setModes(const fs::path &path, fs::file_status status, std::error_code &error)
@@ -75,43 +64,53 @@ Content walk(const QString &extracted, const QString &bundle)
     if (!error) {
         setModes(nativePath(bundle), fs::status(nativePath(bundle), error), error);
     }
+    if (error) {
+        return Content::Odd;
+    }
     Content worst = Content::Ordinary;
-    for (fs::recursive_directory_iterator entry(nativePath(bundle), error), end;
-         !error && entry != end; entry.increment(error)) {
-        const Content content = judge(*entry, top);
-        if (content == Content::Link) {
-            return content;
-        }
-        if (content == Content::Odd) {
+    error = walkTree(bundle, [&](const fs::directory_entry &entry) {
+        const Content content = judge(entry, top);
+        if (content != Content::Ordinary) {
             worst = content;
         }
-    }
+        return worst != Content::Link;
+    });
     return error ? Content::Odd : worst;
 }
 
 } // namespace
 
-StagedPackage inspectExtracted(const QString &extracted, const QString &binaryPath)
+QString bundleIn(const QString &extracted)
 {
-    const auto refuse = [](const QString &message) { return StagedPackage{{}, message}; };
-    const QString bundle = onlyFolder(extracted);
+    QFileInfoList entries = QDir(extracted).entryInfoList(QDir::AllEntries | QDir::Hidden |
+                                                          QDir::System | QDir::NoDotAndDotDot);
+    entries.removeIf([](const QFileInfo &entry) { return entry.fileName() == u"__MACOSX"; });
+    if (entries.size() != 1 || !entries.constFirst().isDir() || entries.constFirst().isSymLink()) {
+        return {};
+    }
+    return entries.constFirst().filePath();
+}
+
+Outcome inspectExtracted(const QString &extracted, const QString &binaryPath)
+{
+    const QString bundle = bundleIn(extracted);
     const Content content = bundle.isEmpty() ? Content::Odd : walk(extracted, bundle);
     if (content == Content::Odd) {
-        return refuse(QCoreApplication::translate(
+        return Outcome::failure(QCoreApplication::translate(
             "PluginUpdater",
             "The update package was not in the expected shape. Nothing was changed."));
     }
     if (content == Content::Link) {
-        return refuse(QCoreApplication::translate(
+        return Outcome::failure(QCoreApplication::translate(
             "PluginUpdater", "The update package contained an unexpected link, so it was rejected. "
                              "Nothing was changed."));
     }
     if (!QFileInfo(QDir(bundle).filePath(binaryPath)).isFile()) {
-        return refuse(QCoreApplication::translate(
+        return Outcome::failure(QCoreApplication::translate(
             "PluginUpdater", "The update package did not contain the plugin for this computer. "
                              "Nothing was changed."));
     }
-    return {bundle, {}};
+    return {};
 }
 
 } // namespace tallyforge

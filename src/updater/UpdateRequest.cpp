@@ -5,12 +5,18 @@
 
 #include "updater/UpdateTypes.h"
 
-#include <QNetworkReply>
+#include <QNetworkAccessManager>
 #include <QUrl>
 
 using namespace Qt::StringLiterals;
 
 namespace tallyforge {
+
+namespace {
+
+constexpr qint64 readBuffer = qint64(64) * 1024;
+
+} // namespace
 
 QNetworkRequest updateRequest(const QString &url, const UpdateConfig &config,
                               std::chrono::milliseconds silence)
@@ -29,6 +35,21 @@ QNetworkRequest updateRequest(const QString &url, const UpdateConfig &config,
                          QNetworkRequest::NoLessSafeRedirectPolicy);
     request.setTransferTimeout(silence);
     return request;
+}
+
+UpdateReply::UpdateReply(QNetworkAccessManager *network, const QNetworkRequest &request,
+                         QObject *owner)
+    : m_reply(network->get(request))
+    , m_owner(owner)
+{
+    m_reply->setReadBufferSize(readBuffer);
+}
+
+UpdateReply::~UpdateReply()
+{
+    m_reply->disconnect(m_owner);
+    m_reply->abort();
+    m_reply->deleteLater();
 }
 
 bool succeeded(const QNetworkReply &reply)

@@ -21,6 +21,15 @@ struct UpdateConfig
     int timeoutMs = 15000;  ///< of silence in a check; a download gets twice as much
 };
 
+/// How a step of an update has ended.
+struct Outcome
+{
+    bool ok = true;
+    QString error; ///< why not: a sentence for the user, or the part of one in parentheses
+
+    [[nodiscard]] static Outcome failure(const QString &error) { return {false, error}; }
+};
+
 /// A version that the manifest offers.
 struct UpdateInfo
 {

@@ -212,16 +212,14 @@ private Q_SLOTS:
         const QByteArray old = R"({"output_id":"old","output_name":"Last season"})";
         QTest::newRow("without the plug-in") << 0 << "{}"_ba << old << u"Last season=old"_s << QString();
         QTest::newRow("signed out") << 401 << "{}"_ba << "{}"_ba << u"GraphicsNone="_s << u"GraphicsSignIn"_s;
-        QTest::newRow("signed out, stored")
-            << 401 << "{}"_ba << old << u"Last season=old"_s << u"GraphicsSignIn"_s;
-        QTest::newRow("account has none")
-            << 200 << "{}"_ba << "{}"_ba << u"GraphicsNone="_s << u"Found: 0"_s;
+        QTest::newRow("signed out, stored") << 401 << "{}"_ba << old << u"Last season=old"_s << u"GraphicsSignIn"_s;
+        QTest::newRow("account has none") << 200 << "{}"_ba << "{}"_ba << u"GraphicsNone="_s << u"Found: 0"_s;
         QTest::newRow("listed") << 200 << QByteArray(twoOutputs) << R"({"output_id":"b"})"_ba << u"Bug=a b=b"_s
                                 << u"Found: 2"_s;
         QTest::newRow("stored one is gone")
             << 200 << QByteArray(twoOutputs) << old << u"Last season=old Bug=a b=b"_s << u"Found: 2"_s;
-        QTest::newRow("gone, without a name") << 200 << QByteArray(twoOutputs) << R"({"output_id":"old"})"_ba
-                                              << u"old=old Bug=a b=b"_s << u"Found: 2"_s;
+        QTest::newRow("gone, without a name")
+            << 200 << QByteArray(twoOutputs) << R"({"output_id":"old"})"_ba << u"old=old Bug=a b=b"_s << u"Found: 2"_s;
     }
     void choices()
     {

@@ -57,7 +57,7 @@ private Q_SLOTS:
         bundle.oldTree.insert(bundle.binary + u".old"_s, "older");
         QFile::setPermissions(QDir(bundle.source()).filePath(bundle.binary), QFile::ReadOwner | QFile::ExeOwner);
 
-        const InstallResult result = installTree(bundle.source(), bundle.target, bundle.backup(), allowSwap);
+        const Outcome result = installTree(bundle.source(), bundle.target, bundle.backup(), allowSwap);
         QCOMPARE(result.error, QString());
         QVERIFY(result.ok);
         QVERIFY(bundle.isTidy());
@@ -114,7 +114,7 @@ private Q_SLOTS:
         bundle.reset();
         prepare(bundle);
         const Tree before = readTree(bundle.target);
-        const InstallResult result = installTree(bundle.source(), bundle.target, bundle.backup(), allowSwap);
+        const Outcome result = installTree(bundle.source(), bundle.target, bundle.backup(), allowSwap);
         QVERIFY(!result.ok);
         QVERIFY2(result.error.startsWith(error), qPrintable(result.error));
         QCOMPARE(readTree(bundle.target), before);
@@ -206,7 +206,7 @@ private Q_SLOTS:
         QVERIFY(QFile::setPermissions(top.filePath(u"folder/.hidden"_s), {}));
         mountOver(top.filePath(u"pinned/in"_s));
         const QString full = top.filePath(path);
-        QCOMPARE(tallyforge::removeTree(full), removed ? QString() : u"could not remove "_s + full);
+        QCOMPARE(tallyforge::removeTree(full).error, removed ? QString() : u"could not remove "_s + full);
         QCOMPARE(isThere(QDir::cleanPath(full)) && path != u"outside/file/x"_s, !removed);
         QVERIFY(QFile::exists(top.filePath(u"outside/file"_s)));
         umount2(qPrintable(top.filePath(u"pinned/in"_s)), MNT_DETACH);

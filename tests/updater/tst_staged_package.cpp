@@ -68,7 +68,7 @@ private Q_SLOTS:
     }
     void init()
     {
-        QCOMPARE(removeTree(m_extracted), QString());
+        QCOMPARE(removeTree(m_extracted).error, QString());
         QVERIFY(QDir().mkpath(m_extracted));
     }
 
@@ -132,8 +132,9 @@ private Q_SLOTS:
         Tree before = readTree(m_top.path());
         QString outcome = u"unpack"_s;
         if (unpack(command, m_extracted) == Result::Unpacked) {
-            const StagedPackage package = inspectExtracted(m_extracted, binaryPath);
-            QCOMPARE(package.bundle, package.message.isEmpty() ? m_extracted + u"/bundle"_s : QString());
+            const Outcome judged = inspectExtracted(m_extracted, binaryPath);
+            QCOMPARE(judged.ok, judged.error.isEmpty());
+            QVERIFY(!judged.ok || bundleIn(m_extracted) == m_extracted + u"/bundle"_s);
             const QMap<QString, QString> texts{
                 {{}, u"accepted"_s},
                 {u"The update package was not in the expected shape. Nothing was changed."_s, u"shape"_s},
@@ -142,7 +143,7 @@ private Q_SLOTS:
                 {u"The update package did not contain the plugin for this computer. Nothing was changed."_s,
                  u"plugin"_s},
             };
-            outcome = texts.value(package.message, package.message);
+            outcome = texts.value(judged.error, judged.error);
         }
         QVERIFY2(outcomes.contains(outcome), qPrintable(outcome));
         if (outcome == u"accepted") {
@@ -150,7 +151,7 @@ private Q_SLOTS:
             QCOMPARE(bundle.value(binaryPath), "binary");
             QCOMPARE(bundle.value(u"data/text.ini"_s), "text");
         }
-        QCOMPARE(removeTree(m_extracted), QString());
+        QCOMPARE(removeTree(m_extracted).error, QString());
         QCOMPARE(readTree(m_top.path()).keys(), before.keys());
     }
 
@@ -162,7 +163,7 @@ private Q_SLOTS:
         chmod(qPrintable(bundle.filePath(u"data/text"_s)), 0);
         chmod(qPrintable(bundle.filePath(u"data"_s)), 0);
         chmod(qPrintable(bundle.path()), 03777);
-        QCOMPARE(inspectExtracted(m_extracted, binaryPath).message, QString());
+        QCOMPARE(inspectExtracted(m_extracted, binaryPath).error, QString());
         QCOMPARE(mode(bundle.path()), 0755U);
         QCOMPARE(mode(bundle.filePath(u"data"_s)), 0700U);
         QCOMPARE(mode(bundle.filePath(u"data/text"_s)), 0600U);
@@ -175,10 +176,10 @@ private Q_SLOTS:
         writeTree(m_extracted, {{u"bundle/bin/tallyforge.so"_s, {}}});
         const QString added = m_extracted + u"/bundle/x"_s;
         QCOMPARE(mkfifo(qPrintable(added), 0600), 0);
-        QVERIFY(inspectExtracted(m_extracted, binaryPath).message.contains("expected shape"_L1));
+        QVERIFY(inspectExtracted(m_extracted, binaryPath).error.contains("expected shape"_L1));
         QVERIFY(QFile::remove(added));
         QCOMPARE(link(qPrintable(m_packages.filePath(u"good.zip"_s)), qPrintable(added)), 0);
-        QVERIFY(inspectExtracted(m_extracted, binaryPath).message.contains("unexpected link"_L1));
+        QVERIFY(inspectExtracted(m_extracted, binaryPath).error.contains("unexpected link"_L1));
     }
 
     void program_data()
