@@ -3,17 +3,12 @@
 
 #include "sources/GraphicsSource.h"
 
-#include "plugin/App.h"
 #include "plugin/Log.h"
-#include "sources/ListRefresh.h"
-
-#include <QThread>
+#include "sources/GraphicsProperties.h"
 
 #include <obs-module.h>
 
 #include <algorithm>
-#include <memory>
-#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -23,16 +18,6 @@ namespace {
 
 constexpr const char *innerKind = "browser_source";
 
-constexpr const char *idKey = "output_id";
-constexpr const char *nameKey = "output_name";
-constexpr const char *urlKey = "url";
-constexpr const char *widthKey = "width";
-constexpr const char *heightKey = "height";
-constexpr const char *refreshName = "refresh";
-constexpr const char *statusName = "status";
-
-constexpr int smallestSize = 16;
-constexpr int largestSize = 8192;
 constexpr int defaultWidth = 1920;
 constexpr int defaultHeight = 1080;
 
@@ -40,18 +25,17 @@ constexpr int defaultHeight = 1080;
 constexpr const char *pageStyle =
     "body { background-color: rgba(0, 0, 0, 0); margin: 0px auto; overflow: hidden; }";
 
-using OutputsKnown = std::optional<AccountGraphics>; // nothing: the plug-in isn't running
-
 int sizeIn(obs_data_t *settings, const char *key, int fallBack)
 {
     const long long size = obs_data_get_int(settings, key);
-    return size < smallestSize ? fallBack : int(std::min<long long>(size, largestSize));
+    return size < graphics::smallestSize ? fallBack
+                                         : int(std::min<long long>(size, graphics::largestSize));
 }
 
 void setDefaults(obs_data_t *settings)
 {
-    obs_data_set_default_int(settings, widthKey, defaultWidth);
-    obs_data_set_default_int(settings, heightKey, defaultHeight);
+    obs_data_set_default_int(settings, graphics::widthKey, defaultWidth);
+    obs_data_set_default_int(settings, graphics::heightKey, defaultHeight);
 }
 
 obs_data_t *browserSettings(const char *url, int width, int height)
@@ -67,153 +51,6 @@ obs_data_t *browserSettings(const char *url, int width, int height)
     obs_data_set_bool(settings, "restart_when_active", false);
     obs_data_set_string(settings, "css", pageStyle);
     return settings;
-}
-
-// What hangs on a set of properties. A wait shares it, because the set may go meanwhile.
-struct View
-{
-    OBSWeakSourceAutoRelease source; // none for the properties of the kind
-    bool gone = false;
-};
-
-void attachView(obs_properties_t *properties, obs_source_t *source)
-{
-    auto *view = new std::shared_ptr<View>(std::make_shared<View>());
-    (*view)->source = obs_source_get_weak_source(source);
-    obs_properties_set_param(properties, view, [](void *param) {
-        auto *attached = static_cast<std::shared_ptr<View> *>(param);
-        (*attached)->gone = true;
-        delete attached;
-    });
-}
-
-std::shared_ptr<View> viewOf(obs_properties_t *properties)
-{
-    return *static_cast<std::shared_ptr<View> *>(obs_properties_get_param(properties));
-}
-
-obs_data_t *settingsOf(obs_source_t *source)
-{
-    return source ? obs_source_get_settings(source) : obs_data_create();
-}
-
-const GraphicsOutput *findOutput(const OutputsKnown &known, const char *id)
-{
-    if (!known) {
-        return nullptr;
-    }
-    const auto found = std::find_if(
-        known->outputs.begin(), known->outputs.end(),
-        [id](const GraphicsOutput &output) { return output.id == QUtf8StringView(id); });
-    return found == known->outputs.end() ? nullptr : &*found;
-}
-
-// The chosen graphic stays on show when the account's list doesn't have it.
-void fillList(obs_property_t *list, obs_data_t *settings, const OutputsKnown &known)
-{
-    obs_property_list_clear(list);
-    const char *id = obs_data_get_string(settings, idKey);
-    const char *name = obs_data_get_string(settings, nameKey);
-    if (*id != '\0' && findOutput(known, id) == nullptr) {
-        obs_property_list_add_string(list, *name != '\0' ? name : id, id);
-    }
-    if (known) {
-        for (const GraphicsOutput &output : known->outputs) {
-            obs_property_list_add_string(list, output.name.toUtf8().constData(),
-                                         output.id.toUtf8().constData());
-        }
-    }
-    if (obs_property_list_item_count(list) == 0) {
-        obs_property_list_add_string(list, obs_module_text("GraphicsNone"), "");
-    }
-}
-
-QString statusText(const OutputsKnown &known)
-{
-    if (!known) {
-        return {};
-    }
-    if (!known->signedIn) {
-        return QString::fromUtf8(obs_module_text("GraphicsSignIn"));
-    }
-    return known->error.isEmpty()
-               ? QString::fromUtf8(obs_module_text("GraphicsFound")).arg(known->outputs.size())
-               : known->error;
-}
-
-// libobs calls this too whenever it makes the properties. A size that the user has set himself
-// for the page that is already shown must survive that.
-bool takeOverOutput(obs_properties_t *properties, obs_property_t *, obs_data_t *settings)
-{
-    const OutputsKnown known = App::graphics();
-    const GraphicsOutput *output = findOutput(known, obs_data_get_string(settings, idKey));
-    if (output == nullptr) {
-        return false;
-    }
-    obs_data_set_string(settings, nameKey, output->name.toUtf8().constData());
-    const QByteArray url = output->url.toUtf8();
-    if (url != obs_data_get_string(settings, urlKey)) {
-        obs_data_set_string(settings, urlKey, url.constData());
-        obs_data_set_int(settings, widthKey, output->width);
-        obs_data_set_int(settings, heightKey, output->height);
-        // OBS has asked for an update before it called this, which may have been carried out.
-        const OBSSourceAutoRelease source = obs_weak_source_get_source(viewOf(properties)->source);
-        if (source) {
-            obs_source_update(source, nullptr);
-        }
-    }
-    return true;
-}
-
-// Has OBS's dialog make its rows anew, once the present call has returned.
-void reloadLater(obs_source_t *source)
-{
-    if (App *app = App::get(); app && source) {
-        const std::shared_ptr<obs_weak_source_t> weak(obs_source_get_weak_source(source),
-                                                      obs_weak_source_release);
-        QMetaObject::invokeMethod(
-            app,
-            [weak] {
-                const OBSSourceAutoRelease shown = obs_weak_source_get_source(weak.get());
-                obs_source_update_properties(shown);
-            },
-            Qt::QueuedConnection);
-    }
-}
-
-void showListing(obs_properties_t *properties, obs_source_t *source)
-{
-    const OutputsKnown known = App::graphics();
-    const OBSDataAutoRelease settings = settingsOf(source);
-    if (obs_property_t *list = obs_properties_get(properties, idKey)) {
-        fillList(list, settings, known);
-    }
-    if (obs_property_t *status = obs_properties_get(properties, statusName)) {
-        obs_property_set_description(status, statusText(known).toUtf8().constData());
-    }
-}
-
-// True has OBS's dialog redraw itself through the row of the button. After a wait that row may have
-// gone, so the dialog is asked to make its rows anew instead. Remote control presses on a thread of
-// its own, which must not wait.
-bool refreshList(obs_properties_t *properties, obs_property_t *, void *)
-{
-    const std::shared_ptr<View> view = viewOf(properties);
-    const OBSSourceAutoRelease source = obs_weak_source_get_source(view->source);
-    auto refreshed = ListRefresh::AtOnce;
-    if (!QThread::isMainThread()) {
-        App::requestOutputs();
-    } else if (App *app = App::get()) {
-        refreshed = refreshGraphicsList(*app);
-    }
-    if (refreshed == ListRefresh::Dropped || view->gone) {
-        return false;
-    }
-    showListing(properties, source);
-    if (refreshed == ListRefresh::AfterWait) {
-        reloadLater(source);
-    }
-    return refreshed == ListRefresh::AtOnce;
 }
 
 } // namespace
@@ -252,12 +89,12 @@ void GraphicsSource::destroy(void *data)
 
 void GraphicsSource::update(obs_data_t *settings)
 {
-    const int width = sizeIn(settings, widthKey, defaultWidth);
-    const int height = sizeIn(settings, heightKey, defaultHeight);
+    const int width = sizeIn(settings, graphics::widthKey, defaultWidth);
+    const int height = sizeIn(settings, graphics::heightKey, defaultHeight);
     m_width = width;
     m_height = height;
     const OBSDataAutoRelease inside =
-        browserSettings(obs_data_get_string(settings, urlKey), width, height);
+        browserSettings(obs_data_get_string(settings, graphics::urlKey), width, height);
     obs_source_update(inner(), inside);
 }
 
@@ -279,26 +116,7 @@ void GraphicsSource::setActive(bool active)
 
 obs_properties_t *GraphicsSource::properties(void *data)
 {
-    obs_source_t *source = data ? self<GraphicsSource>(data)->m_owner : nullptr;
-    const OutputsKnown known = App::graphics();
-    const OBSDataAutoRelease settings = settingsOf(source);
-
-    obs_properties_t *properties = obs_properties_create();
-    attachView(properties, source);
-    obs_property_t *list =
-        obs_properties_add_list(properties, idKey, obs_module_text("GraphicsOutput"),
-                                OBS_COMBO_TYPE_LIST, OBS_COMBO_FORMAT_STRING);
-    fillList(list, settings, known);
-    obs_property_set_modified_callback(list, takeOverOutput);
-    obs_properties_add_button2(properties, refreshName, obs_module_text("GraphicsRefresh"),
-                               refreshList, nullptr);
-    obs_properties_add_text(properties, statusName, statusText(known).toUtf8().constData(),
-                            OBS_TEXT_INFO);
-    obs_properties_add_int(properties, widthKey, obs_module_text("Width"), smallestSize,
-                           largestSize, 1);
-    obs_properties_add_int(properties, heightKey, obs_module_text("Height"), smallestSize,
-                           largestSize, 1);
-    return properties;
+    return graphicsProperties(data ? self<GraphicsSource>(data)->m_owner : nullptr);
 }
 
 void GraphicsSource::registerSource()
