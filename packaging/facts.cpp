@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
-// Prints what the plug-in knows of itself and of its updates, from the code that the plug-in is
-// made of, so that a package can't be made for another key, place or version than the plug-in looks
-// for.
+// Prints the plug-in's knowledge of itself and of its updates, from the plug-in's own code, so that
+// a package can't be made for another key, place or version than the plug-in looks for.
 
 #include "common/BuildConfig.h"
 #include "platform/PlatformKey.h"
@@ -20,7 +19,7 @@ using namespace Qt::StringLiterals;
 int main()
 {
     using namespace tallyforge;
-    // OBS loads what was built for another patch level of its API as well.
+    // OBS also loads a plug-in that was built for another patch level of its API.
     const QString minObs = u"%1.%2.0"_s.arg(libobsApi[0]).arg(libobsApi[1]);
     const ArchiveUnpacker::Limits unpacked;
     const QJsonObject facts{

@@ -5,7 +5,7 @@
 
 #include <QString>
 
-/// What the build decides: the version and the addresses of the deployment, each from CMake.
+/// The decisions of the build: the version and the addresses of the deployment, each from CMake.
 namespace tallyforge::build_config {
 
 /// The plug-in's version, for example "1.0.1".

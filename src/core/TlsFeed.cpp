@@ -19,7 +19,7 @@ namespace tallyforge {
 
 namespace {
 
-// What is read in one turn of the event loop, some hundred lines; the rest stays with the system,
+// The bytes read in one turn of the event loop, some hundred lines; the rest stays with the system,
 // so that a device that floods doesn't hold OBS up.
 constexpr qint64 readBufferSize = 16384;
 

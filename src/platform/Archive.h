@@ -13,7 +13,7 @@ class QProcess;
 
 namespace tallyforge::platform {
 
-/// A program and what it is called with. The program is empty when the system has none that fits.
+/// A program and its arguments. The program is empty when the system has none that fits.
 struct Command
 {
     QString program;

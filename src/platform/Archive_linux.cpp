@@ -11,9 +11,9 @@ namespace tallyforge::platform {
 
 QList<Command> unpackCommands(const QString &archive, const QString &directory)
 {
-    // libarchive's program comes first: it refuses what leads out of the folder instead of bending
-    // it, and no path is a pattern to it. 7-Zip is as well kept, and common on desktops. The last
-    // is old, but many systems have no other.
+    // libarchive's program comes first: it refuses an entry that leads out of the folder instead of
+    // bending it, and no path is a pattern to it. 7-Zip is as well kept, and common on desktops.
+    // The last is old, but many systems have no other.
     QList<Command> commands{
         {u"bsdtar"_s,
          {u"-x"_s, u"--no-same-owner"_s, u"--no-same-permissions"_s, u"-C"_s, directory, u"-f"_s,

@@ -5,7 +5,7 @@
 
 #include <QString>
 
-/// What a package is made for. Whoever makes one asks the same functions as whoever installs it.
+/// The system that a package is made for. Making and installing a package use the same functions.
 namespace tallyforge::platform {
 
 /// The key of this system's packages in the update manifest: the system and the processor that the

@@ -10,7 +10,7 @@ class QByteArray;
 namespace tallyforge::platform {
 
 /// Hands bytes to a connected, non-blocking socket with one call to the system. Returns how many it
-/// took: 0 too when the connection is broken, which whoever reads from the socket finds out.
+/// took: 0 too when the connection is broken, which shows when the socket is read.
 [[nodiscard]] qsizetype sendNow(qintptr socketDescriptor, const QByteArray &bytes);
 
 } // namespace tallyforge::platform

@@ -28,7 +28,7 @@ namespace {
 
 struct Lifetime
 {
-    // Held shared while another thread reads, alone while app or what others read of it changes.
+    // Held shared while another thread reads, alone while app changes.
     std::shared_mutex mutex;
     std::unique_ptr<App> app;
 };

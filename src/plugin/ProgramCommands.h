@@ -10,9 +10,9 @@ namespace tallyforge {
 
 class App;
 
-/// Answers what other programs ask the hosted server for beyond the live values: "status",
-/// "devices" and "use". The result is the reply without its "op"; an unknown command gives the
-/// error "unknown_op".
+/// Answers the commands of other programs that ask the hosted server for more than the live values:
+/// "status", "devices" and "use". The result is the reply without its "op"; an unknown command
+/// gives the error "unknown_op".
 [[nodiscard]] QJsonObject answerCommand(App &app, const QString &op, const QJsonObject &request);
 
 } // namespace tallyforge

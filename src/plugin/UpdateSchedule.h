@@ -13,8 +13,8 @@ namespace tallyforge {
 class SettingsStore;
 
 /// Has the updater look for a new version 20 seconds after OBS's start and then once a day, if the
-/// user wants that, and notes what comes of it in the settings and the log. It tells the updater
-/// what this OBS is and where the plug-in is installed.
+/// user wants that, and notes the result in the settings and the log. It tells the updater the
+/// version of this OBS and the place of the plug-in.
 class UpdateSchedule final : public QObject
 {
     Q_OBJECT

@@ -26,7 +26,7 @@ constexpr const char *statusName = "status";
 
 using OutputsKnown = std::optional<AccountGraphics>; // nothing: the plug-in isn't running
 
-// What hangs on a set of properties. A wait shares it, because the set may go meanwhile.
+// Hangs on a set of properties. A wait shares it, because the set may go meanwhile.
 struct View
 {
     OBSWeakSourceAutoRelease source; // none for the properties of the kind

@@ -14,8 +14,8 @@ enum class ListRefresh {
     AfterWait, ///< events were handled meanwhile, so widgets may have come and gone
 };
 
-/// Lists the graphics and waits for the answer for up to eight seconds, because OBS shows what the
-/// button has done as soon as its call returns. Main thread only.
+/// Lists the graphics and waits for the answer for up to eight seconds, because OBS shows the
+/// result as soon as the button's call returns. Main thread only.
 [[nodiscard]] ListRefresh refreshGraphicsList(App &app);
 
 } // namespace tallyforge

@@ -88,7 +88,7 @@ void setDefault(obs_data_t *settings, const char *key, obs_data_item_t *value)
     }
 }
 
-// The inner source's defaults too, so that the properties show what is drawn before anyone chose.
+// The inner source's defaults too, so that the properties show them before anyone has chosen.
 void setDefaults(obs_data_t *settings)
 {
     if (const char *kind = availableInnerKind()) {
@@ -183,7 +183,8 @@ void TextSource::destroy(void *data)
 void TextSource::update(obs_data_t *settings)
 {
     m_template = QString::fromUtf8(obs_data_get_string(settings, templateKey));
-    // Defaults as values, for the inner source must also forget what the user has reset.
+    // Defaults as values, because the inner source must also forget a setting that the user has
+    // reset.
     obs_data_t *innerSettings = obs_data_get_defaults(settings);
     obs_data_apply(innerSettings, settings);
     apply(innerSettings);

@@ -18,7 +18,7 @@ namespace tallyforge {
                                   const QString &backup, bool allowSwap);
 
 /// At the start of OBS: brings the old files back where an installation was cut off half-way, and
-/// removes what installations have left in the bundle at root and beside it. Does nothing while
+/// removes the rests of installations in the bundle at root and beside it. Does nothing while
 /// another OBS installs.
 void cleanupLeftovers(const QString &root);
 

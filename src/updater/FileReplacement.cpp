@@ -182,7 +182,7 @@ QList<Step> planReplacement(const QStringList &files, const QDir &source, const 
     return steps;
 }
 
-// What an earlier update has left must not be what an undo brings back.
+// An undo must not bring back a file that an earlier update has left.
 bool removeEarlier(const Step &step, const QDir &bundle)
 {
     const QString old = oldPath(bundle.filePath(step.file));
@@ -226,7 +226,7 @@ Outcome replaceFiles(const QString &source, const QString &target)
         QDir().mkpath(QFileInfo(dst).path());
         const bool ready = !step.hadOld || setAside(dst);
         if (!ready || !bring(QDir(source).filePath(step.file), dst)) {
-            std::ignore = undo(target, steps); // what is left of it the next start does
+            std::ignore = undo(target, steps); // the next start does the rest
             return Outcome::failure((ready ? notWritten : inUse).arg(step.file));
         }
     }

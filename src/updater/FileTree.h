@@ -33,11 +33,11 @@ walkTree(const QString &root,
 /// aren't followed.
 [[nodiscard]] QStringList filesBelow(const QString &root);
 
-/// Moves a file or a folder on one file system, in place of what is there already if that can be.
+/// Moves a file or a folder on one file system, in place of another if that can be.
 [[nodiscard]] bool moveOver(const QString &from, const QString &to);
 
 /// Copies a folder with all that lies in it to a path where nothing is; links stay links. A failure
-/// leaves what was copied so far.
+/// leaves the part that was copied so far.
 [[nodiscard]] bool copyTree(const QString &from, const QString &to);
 
 /// Waits until a whole folder would survive a power cut. The error names the entry that could not

@@ -10,7 +10,8 @@
 
 namespace tallyforge {
 
-/// A new file that sums up what is written to it. Blocks on the disk; used by one thread at a time.
+/// A new file that computes the sum of its content while it is written. Blocks on the disk; used by
+/// one thread at a time.
 class PackageFile
 {
 public:

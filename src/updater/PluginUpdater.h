@@ -23,8 +23,8 @@ class StagingFolder;
 /// Keeps the plug-in itself up to date: looks for a newer version, downloads it into the staging
 /// folder, and puts it in place of the present one, which goes on running until OBS ends. Whatever
 /// fails leaves the installed version working, and ends in a state and a message for the user.
-/// What takes the disk long happens on a thread of its own. Destroying the updater drops what it is
-/// at, except for an installation that has begun: that one is finished first.
+/// Long work on the disk happens on a thread of its own. Destroying the updater ends its
+/// work, except for an installation that has begun: that one is finished first.
 /// Main thread only; nothing is logged here.
 class PluginUpdater final : public QObject
 {
@@ -64,7 +64,8 @@ public:
 
     /// Whether the plug-in's own folder and the one around it may be changed.
     [[nodiscard]] bool canInstallInPlace() const;
-    /// Downloads and installs what a check has found, in Available, or once more in Failed.
+    /// Downloads and installs the version that a check has found, in Available, or once more in
+    /// Failed.
     Q_INVOKABLE void install();
 
     [[nodiscard]] State state() const { return m_state; }

@@ -47,7 +47,7 @@ Outcome StagingFolder::prepare()
     if (const Outcome removed = removeTree(m_path); !removed.ok) {
         return removed;
     }
-    // Nobody else may change what has been judged.
+    // Nobody else may change a package after it has been judged.
     constexpr auto owner = QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner;
     return QDir().mkdir(m_path, owner) ? Outcome() : Outcome::failure(m_path);
 }
@@ -85,7 +85,7 @@ Outcome StagingFolder::install(const QString &pluginRoot, const QString &binaryP
                                                          "The current version was left in place.")
                 .arg(installed.error));
     }
-    // What stays goes before the next download.
+    // A rest that stays is removed before the next download.
     QFile::remove(packagePath());
     std::ignore = removeTree(extractedPath());
     return {};

@@ -34,10 +34,10 @@ public:
     [[nodiscard]] std::shared_ptr<PackageFile> openPackage() const;
 
     [[nodiscard]] QString packagePath() const;
-    /// For what the package holds.
+    /// For the content of the package.
     [[nodiscard]] QString extractedPath() const;
 
-    /// Judges what the package has held and puts its bundle in place of the one at pluginRoot. The
+    /// Judges the unpacked package and puts its bundle in place of the one at pluginRoot. The
     /// error is a sentence for the user.
     [[nodiscard]] Outcome install(const QString &pluginRoot, const QString &binaryPath);
 

@@ -39,7 +39,7 @@ public:
         const qsizetype dot = m_rest.indexOf(u'.');
         const QStringView part = dot < 0 ? m_rest : m_rest.first(dot);
         m_rest = dot < 0 ? QStringView() : m_rest.sliced(dot + 1);
-        return part.toInt(); // 0 for what is no number
+        return part.toInt(); // 0 if it is no number
     }
 
 private:

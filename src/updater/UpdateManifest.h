@@ -12,7 +12,7 @@ class QUrl;
 
 namespace tallyforge {
 
-/// -1, 0 or 1. Parts count as numbers, missing ones and what is no number as 0; a leading "v"
+/// -1, 0 or 1. Parts count as numbers, missing ones and ones without a number as 0; a leading "v"
 /// counts for nothing. A pre-release is lower than its version, and equal to every other one of it.
 [[nodiscard]] int compareVersions(QStringView a, QStringView b);
 

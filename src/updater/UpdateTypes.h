@@ -7,7 +7,7 @@
 
 namespace tallyforge {
 
-/// What the updater has to know of this installation.
+/// The updater's knowledge of this installation.
 struct UpdateConfig
 {
     QString manifestUrl;    ///< HTTPS

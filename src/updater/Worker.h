@@ -10,7 +10,7 @@
 
 namespace tallyforge {
 
-/// A thread for what would hold the main thread too long: it runs tasks one after the other.
+/// A thread for tasks that would hold the main thread too long: it runs tasks one after the other.
 /// Destroying it lets the task under way end and drops the others. Main thread only.
 class Worker final
 {

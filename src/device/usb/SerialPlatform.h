@@ -35,7 +35,7 @@ void closePort(Handle *handle);
 /// and keepWriting() goes on with them. False when the port has failed or too much waits already; a
 /// part of the bytes may have gone out then.
 [[nodiscard]] bool writeAll(Handle *handle, const QByteArray &bytes);
-/// Writes what the driver takes by now of the bytes that wait. False when the port has failed or
+/// Hands waiting bytes over as far as the driver takes them. False when the port has failed or
 /// has taken nothing for about three seconds; the bytes that waited are lost then.
 [[nodiscard]] bool keepWriting(Handle *handle);
 /// Whether bytes wait for the driver.

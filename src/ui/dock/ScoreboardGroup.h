@@ -14,7 +14,7 @@ class App;
 class ScoreView;
 class ThemedLabel;
 
-/// Chooses the scoreboard that is followed, and the way to it, and shows what comes from there.
+/// Chooses the scoreboard that is followed, and the way to it, and shows its values.
 class ScoreboardGroup final : public Group
 {
     Q_OBJECT

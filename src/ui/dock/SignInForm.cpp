@@ -131,7 +131,7 @@ void SignInForm::askForCode(const QString &challengeId)
     m_message->showText(tr("Enter the code from your authenticator app."));
 }
 
-// A user who changes email or password in the second step no longer answers its question.
+// A change of email or password in the second step is no answer to its question any more.
 void SignInForm::startOver()
 {
     if (!m_code->isHidden()) {

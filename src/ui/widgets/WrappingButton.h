@@ -45,7 +45,7 @@ protected:
         }
         return done;
     }
-    // Decides what is drawn, and where a check box takes a click.
+    // Decides how much is drawn, and where a check box takes a click.
     void initStyleOption(QStyleOptionButton *option) const override
     {
         Button::initStyleOption(option);
