@@ -35,7 +35,7 @@ HostedServer::HostedServer(LiveData *live, const HostedClient::Timing &timing, Q
     , m_live(live)
 {
     m_tcpServer.setListenBacklogSize(backlog);
-    connect(&m_tcpServer, &QTcpServer::newConnection, this, &HostedServer::takeConnections);
+    connect(&m_tcpServer, &QTcpServer::newConnection, &m_work, &SlicedWork::go);
     // When it can't open a descriptor for a program, Qt's listener rests for good.
     connect(&m_tcpServer, &QTcpServer::acceptError, this, [this] {
         QTimer::singleShot(m_timing.rest, this, [this] {
@@ -62,6 +62,8 @@ bool HostedServer::start(quint16 port, bool allowNetwork, QString *error)
 
 void HostedServer::stop()
 {
+    m_unsent.clear();
+    m_asking.clear();
     // Out of the list first: each of them may be gone before its close() returns.
     for (const QList<HostedClient *> clients = std::exchange(m_clients, {});
          HostedClient *client : clients) {
@@ -71,28 +73,67 @@ void HostedServer::stop()
     Q_EMIT clientsChanged(0);
 }
 
-void HostedServer::takeConnections()
+// One of each, so that no kind of work waits for the end of another.
+bool HostedServer::step()
 {
-    while (QTcpSocket *socket = m_tcpServer.nextPendingConnection()) {
-        // However many programs come, OBS can still open its recording.
-        if (platform::isNearlyTheLast(socket->socketDescriptor())) {
-            delete socket;
-            continue;
-        }
-        auto *client = new HostedClient(socket, m_timing, this);
-        m_clients.append(client);
-        connect(client, &HostedClient::lineReceived, this,
-                [this, client](const QByteArray &line) { handleLine(client, line); });
-        connect(client, &HostedClient::disconnected, this,
-                [this, client] { removeClient(client); });
-        client->send(snapshot());
-        Q_EMIT clientsChanged(clientCount());
+    const bool taken = takeConnection();
+    const bool sent = sendQueued();
+    const bool served = serveLine();
+    return taken || sent || served;
+}
+
+bool HostedServer::takeConnection()
+{
+    QTcpSocket *socket = m_tcpServer.nextPendingConnection();
+    if (!socket) {
+        return false;
     }
+    // However many programs come, OBS can still open its recording.
+    if (platform::isNearlyTheLast(socket->socketDescriptor())) {
+        delete socket;
+        return true;
+    }
+    auto *client = new HostedClient(socket, m_timing, this);
+    m_clients.append(client);
+    connect(client, &HostedClient::readable, this, [this, client] {
+        m_asking.append(client);
+        m_work.go();
+    });
+    connect(client, &HostedClient::disconnected, this, [this, client] { removeClient(client); });
+    send(client, snapshot());
+    Q_EMIT clientsChanged(clientCount());
+    return true;
+}
+
+bool HostedServer::sendQueued()
+{
+    if (m_unsent.isEmpty()) {
+        return false;
+    }
+    m_unsent.takeFirst()->flush();
+    return true;
+}
+
+bool HostedServer::serveLine()
+{
+    if (m_asking.isEmpty()) {
+        return false;
+    }
+    HostedClient *client = m_asking.takeFirst();
+    if (const std::optional<QByteArray> line = client->takeLine()) {
+        m_asking.append(client);
+        if (!line->isEmpty()) {
+            handleLine(client, *line);
+        }
+    }
+    return true;
 }
 
 void HostedServer::removeClient(HostedClient *client)
 {
     client->deleteLater();
+    m_unsent.removeAll(client);
+    m_asking.removeAll(client);
     if (m_clients.removeOne(client)) {
         Q_EMIT clientsChanged(clientCount());
     }
@@ -104,9 +145,13 @@ void HostedServer::broadcast()
         return;
     }
     const QByteArray bytes = snapshot();
-    for (const QList<HostedClient *> clients = m_clients; HostedClient *client : clients) {
-        client->send(bytes);
+    for (HostedClient *client : std::as_const(m_clients)) {
+        if (!client->hasQueued()) {
+            m_unsent.append(client);
+        }
+        client->queue(bytes);
     }
+    m_work.go();
 }
 
 QJsonObject HostedServer::failure(const QString &error)
@@ -119,9 +164,16 @@ QByteArray HostedServer::snapshot() const
     return m_live->toCompactJson().append('\n');
 }
 
+// Bytes that were queued earlier go out first.
+void HostedServer::send(HostedClient *client, const QByteArray &bytes)
+{
+    client->queue(bytes);
+    client->flush();
+}
+
 void HostedServer::sendJson(HostedClient *client, const QJsonObject &object)
 {
-    client->send(jsonLine(object));
+    send(client, jsonLine(object));
 }
 
 void HostedServer::handleLine(HostedClient *client, const QByteArray &line)
@@ -130,7 +182,7 @@ void HostedServer::handleLine(HostedClient *client, const QByteArray &line)
     if (!request) {
         sendJson(client, failure(u"invalid_json"_s));
     } else if (request->op == "get"_L1) {
-        client->send(snapshot());
+        send(client, snapshot());
     } else {
         sendJson(client, reply(*request));
     }

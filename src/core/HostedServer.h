@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "common/SlicedWork.h"
 #include "core/HostedClient.h"
 
 #include <QJsonObject>
@@ -19,7 +20,8 @@ struct HostedRequest;
 
 /// Offers the live data to other programs as lines of JSON on a TCP port (docs/tcp-protocol.md):
 /// pushes a snapshot to each when it comes and whenever the data change, and answers requests. It
-/// knows "get" alone; every other request goes to the command handler. Main thread.
+/// knows "get" alone; every other request goes to the command handler. Whatever programs do, it
+/// holds the event loop for a few milliseconds at a time, and serves them in turn. Main thread.
 class HostedServer final : public QObject
 {
     Q_OBJECT
@@ -56,9 +58,13 @@ Q_SIGNALS:
     void clientsChanged(int count);
 
 private:
-    void takeConnections();
+    bool step();
+    bool takeConnection();
+    bool sendQueued();
+    bool serveLine();
     void removeClient(HostedClient *client);
     void broadcast();
+    void send(HostedClient *client, const QByteArray &bytes);
     void sendJson(HostedClient *client, const QJsonObject &object);
     void handleLine(HostedClient *client, const QByteArray &line);
     [[nodiscard]] QJsonObject reply(const HostedRequest &request) const;
@@ -68,6 +74,9 @@ private:
     LiveData *const m_live;
     QTcpServer m_tcpServer;
     QList<HostedClient *> m_clients; // children, in the order of their coming
+    QList<HostedClient *> m_unsent;  // those with queued bytes
+    QList<HostedClient *> m_asking;  // those with lines that wait, the next to be served first
+    SlicedWork m_work{[this] { return step(); }};
     CommandHandler m_commandHandler;
 };
 

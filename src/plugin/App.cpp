@@ -5,7 +5,6 @@
 
 #include "core/HostedServer.h"
 #include "plugin/Log.h"
-#include "plugin/ProgramCommands.h"
 #include "plugin/UpdateSchedule.h"
 #include "plugin/UsbRelays.h"
 
@@ -193,7 +192,7 @@ void App::checkForUpdates(bool manual)
 
 QJsonObject App::handleCommand(const QString &op, const QJsonObject &request)
 {
-    return answerCommand(*this, op, request);
+    return m_commands.answer(op, request);
 }
 
 void App::autoSelectSource()
@@ -211,6 +210,7 @@ void App::autoSelectSource()
 
 void App::selectCloudDevice(const QString &id)
 {
+    m_commands.forgetChoice();
     m_settings.setSelectedDevice(id);
     const LanDevice device = m_settings.lanDevice(id);
     if (m_settings.preferredRoute(id) == "lan"_L1 && !device.host.isEmpty() &&

@@ -8,6 +8,7 @@
 #include "core/SettingsStore.h"
 #include "core/SourceManager.h"
 #include "plugin/AccountLists.h"
+#include "plugin/ProgramCommands.h"
 #include "portal/PortalClient.h"
 #include "updater/PluginUpdater.h"
 
@@ -112,6 +113,7 @@ private:
     LiveData m_live;
     SettingsStore m_settings;
     PluginUpdater m_updater{this};
+    ProgramCommands m_commands{*this};
     UsbRelays *m_relayOwner = nullptr;   // child
     SourceManager *m_sources = nullptr;  // child
     HostedServer *m_server = nullptr;    // child

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#include "common/SlicedWork.h"
+
+#include <QPointer>
+
+#include <chrono>
+#include <utility>
+
+namespace tallyforge {
+
+namespace {
+
+constexpr std::chrono::milliseconds share{3}; // a step that begins within it may go on beyond
+
+} // namespace
+
+SlicedWork::SlicedWork(std::function<bool()> step, QObject *parent)
+    : QObject(parent)
+    , m_step(std::move(step))
+{
+    m_nextTurn.setSingleShot(true);
+    connect(&m_nextTurn, &QTimer::timeout, this, &SlicedWork::onNextTurn);
+}
+
+void SlicedWork::go()
+{
+    if (m_isWorking) {
+        return; // the step that called it is followed by others
+    }
+    if (!m_nextTurn.isActive()) {
+        m_nextTurn.start(0);
+        m_share.setPreciseRemainingTime(0, std::chrono::nanoseconds(share).count());
+    }
+    const QPointer<SlicedWork> self = this;
+    m_isWorking = true;
+    m_isLeft = true;
+    while (m_isLeft && !m_share.hasExpired()) {
+        const bool isLeft = m_step();
+        if (!self) {
+            return;
+        }
+        m_isLeft = isLeft;
+    }
+    m_isWorking = false;
+}
+
+void SlicedWork::onNextTurn()
+{
+    if (m_isLeft) {
+        go();
+    }
+}
+
+} // namespace tallyforge
