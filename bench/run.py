@@ -22,6 +22,7 @@ sys.path.insert(0, str(REPOSITORY / "demo"))
 import carriers
 import dock_cost
 import fan_out
+import held
 import obs_cost
 import picture_latency
 import update_download
@@ -118,6 +119,8 @@ def measure_all(build, folder, only):
                 build / "bench/bench-device", simulator, DEVICE, BARE_DEVICE),
             "other programs over TCP (about 100 s)": lambda: fan_out.measure(
                 build / "bench/bench-fan_out", folder),
+            "how long outsiders hold the main thread (about 40 s)": lambda: held.measure(
+                build / "bench/bench-held", folder),
             "the download of an update": lambda: update_download.measure(
                 build / "bench/bench-update_download", folder),
             "the dock (about 4 minutes)": lambda: dock_cost.measure(

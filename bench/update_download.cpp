@@ -7,27 +7,23 @@
 // Usage: bench-update_download MANIFEST_URL EMPTY_FOLDER
 //        bench-update_download: only knocks, until its input ends
 
+#include "bench/LoopWatch.h"
 #include "updater/PluginUpdater.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
-#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSocketNotifier>
 
-#include <atomic>
-#include <chrono>
 #include <cstdio>
-#include <optional>
-#include <thread>
 
-#include <fcntl.h>
 #include <unistd.h>
 
 using namespace tallyforge;
+using namespace tallyforge::bench;
 using namespace Qt::StringLiterals;
 using State = PluginUpdater::State;
 
@@ -70,58 +66,6 @@ void forgetMemoryPeak()
         qFatal("The peak of the memory can't be told.");
     }
 }
-
-// Knocks at the event loop a thousand times a second, as a user would, and notes how long each
-// knock waits until the main thread comes to it.
-class LoopWatch
-{
-public:
-    LoopWatch()
-    {
-        if (pipe2(m_pipe, O_CLOEXEC) != 0) {
-            qFatal("There is no pipe.");
-        }
-        QObject::connect(&m_notifier.emplace(m_pipe[0], QSocketNotifier::Read),
-                         &QSocketNotifier::activated, &m_context, [this] {
-                             qint64 knocked = 0;
-                             if (read(m_pipe[0], &knocked, sizeof knocked) == sizeof knocked) {
-                                 m_waited.append(double(now() - knocked) / 1e6);
-                             }
-                         });
-        m_knocking = std::thread([this] {
-            for (; !m_ending; std::this_thread::sleep_for(std::chrono::milliseconds(1))) {
-                const qint64 knocks = now();
-                if (write(m_pipe[1], &knocks, sizeof knocks) != sizeof knocks) {
-                    qFatal("The pipe is full.");
-                }
-            }
-        });
-    }
-    ~LoopWatch()
-    {
-        m_ending = true;
-        m_knocking.join();
-        close(m_pipe[0]);
-        close(m_pipe[1]);
-    }
-    Q_DISABLE_COPY_MOVE(LoopWatch)
-
-    QJsonArray waited() const { return m_waited; }
-
-private:
-    static qint64 now()
-    {
-        return std::chrono::nanoseconds(std::chrono::steady_clock::now().time_since_epoch())
-            .count();
-    }
-
-    int m_pipe[2] = {};
-    std::optional<QSocketNotifier> m_notifier;
-    QObject m_context;
-    QJsonArray m_waited;
-    std::atomic<bool> m_ending = false;
-    std::thread m_knocking;
-};
 
 void waitFor(const PluginUpdater &updater, State from, State to)
 {

@@ -34,10 +34,11 @@ void SlicedWork::go()
         m_share.setPreciseRemainingTime(0, std::chrono::nanoseconds(share).count());
     }
     const QPointer<SlicedWork> self = this;
+    const std::function<bool()> step = m_step; // outlives this object
     m_isWorking = true;
     m_isLeft = true;
     while (m_isLeft && !m_share.hasExpired()) {
-        const bool isLeft = m_step();
+        const bool isLeft = step();
         if (!self) {
             return;
         }

@@ -4,9 +4,7 @@
 #include "core/HostedClient.h"
 
 #include "platform/SocketKeepAlive.h"
-#include "platform/SocketSend.h"
 
-#include <QTcpSocket>
 #include <QTimer>
 
 #include <utility>
@@ -16,111 +14,132 @@ namespace tallyforge {
 namespace {
 
 constexpr qsizetype maxBufferedBytes = 65536;
+constexpr qsizetype flushedAtOnce = 262144; // bytes, so that nobody waits long for a full queue
 
 } // namespace
 
-HostedClient::HostedClient(QTcpSocket *socket, const Timing &timing, QObject *parent)
+HostedClient::HostedClient(qintptr descriptor, const Timing &timing, QObject *parent)
     : QObject(parent)
     , m_timing(timing)
-    , m_socket(socket)
+    , m_socket(descriptor)
+    , m_readNotice(m_socket.descriptor(), QSocketNotifier::Read)
+    , m_writeNotice(m_socket.descriptor(), QSocketNotifier::Write)
 {
-    m_socket->setParent(this);
-    m_socket->setReadBufferSize(maxBufferedBytes + 1);
+    m_writeNotice.setEnabled(false);
     // A score must not wait until the one before it has been acknowledged.
-    m_socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
-    platform::enableKeepAlive(m_socket->socketDescriptor());
-    connect(m_socket, &QTcpSocket::readyRead, this, &HostedClient::onReadyRead);
-    connect(m_socket, &QTcpSocket::disconnected, this, &HostedClient::onDisconnected);
+    m_socket.setLowDelay();
+    platform::enableKeepAlive(m_socket.descriptor());
+    connect(&m_readNotice, &QSocketNotifier::activated, this, &HostedClient::onReadable);
+    connect(&m_writeNotice, &QSocketNotifier::activated, this, &HostedClient::onWritable);
 }
 
-void HostedClient::queue(const QByteArray &bytes)
+void HostedClient::onReadable()
 {
-    if (!m_closing && !m_gone) {
-        m_queued.append(bytes);
-    }
-}
-
-// Qt's socket would queue the bytes, and ask the event loop for a notice and take that back for
-// each of them: with a thousand readers that doubles the time. So it gets only the bytes that the
-// system doesn't take at once.
-void HostedClient::flush()
-{
-    for (const QByteArrayList all = std::exchange(m_queued, {}); const QByteArray &bytes : all) {
-        if (m_gone) {
-            return;
-        }
-        const qsizetype sent = m_socket->bytesToWrite() == 0
-                                   ? platform::sendNow(m_socket->socketDescriptor(), bytes)
-                                   : 0;
-        if (sent < bytes.size()) {
-            m_socket->write(sent == 0 ? bytes : bytes.sliced(sent));
-        }
-    }
-}
-
-void HostedClient::close()
-{
-    if (m_closing) {
-        return;
-    }
-    flush();
-    m_closing = true;
-    m_isRead = true;
-    if (m_gone) {
-        QMetaObject::invokeMethod(this, &HostedClient::disconnected, Qt::QueuedConnection);
-        return;
-    }
-    QTimer::singleShot(m_timing.drain, m_socket, &QTcpSocket::abort);
-    m_socket->disconnectFromHost();
-}
-
-// Bytes that come while lines wait stay with the socket: a program isn't cut off because this
-// computer is busy.
-void HostedClient::onReadyRead()
-{
-    if (m_closing || !m_isRead) {
-        return;
-    }
-    m_buffer.append(m_socket->read(maxBufferedBytes + 1 - m_buffer.size()));
-    if (m_buffer.size() > maxBufferedBytes) {
-        close();
-        return;
-    }
-    m_isRead = false;
+    m_readNotice.setEnabled(false);
+    m_isFresh = true;
     Q_EMIT readable();
 }
 
+// All that comes at once counts, whole lines included. Bytes that come while lines wait stay with
+// the system: a program isn't cut off because this computer is busy.
 std::optional<QByteArray> HostedClient::takeLine()
 {
     while (!m_closing) {
         if (std::optional<QByteArray> line = m_buffer.takeLine()) {
             return line;
         }
-        const QByteArray more = m_socket->read(maxBufferedBytes - m_buffer.size());
+        if (m_buffer.size() > maxBufferedBytes) {
+            close();
+            break;
+        }
+        const QByteArray more = m_socket.receive(maxBufferedBytes + 1 - m_buffer.size());
         if (more.isEmpty()) {
             break;
         }
         m_buffer.append(more);
+        if (std::exchange(m_isFresh, false) && m_buffer.size() > maxBufferedBytes) {
+            close();
+        }
     }
     if (m_buffer.size() == 0) {
         m_buffer.clear(); // gives back the memory of a long burst
     }
-    if (!m_closing && m_socket->bytesAvailable() > 0) {
-        close(); // the buffer is full of a line without an end
-    }
-    m_isRead = true;
-    if (m_gone && !m_closing) {
-        QMetaObject::invokeMethod(this, &HostedClient::disconnected, Qt::QueuedConnection);
+    if (m_socket.isBroken()) {
+        end();
+    } else if (m_socket.isEnded()) {
+        close();
+    } else if (!m_closing) {
+        m_readNotice.setEnabled(true);
     }
     return std::nullopt;
 }
 
-void HostedClient::onDisconnected()
+bool HostedClient::queue(const QByteArray &bytes)
 {
-    m_gone = true;
-    if (m_isRead) {
-        Q_EMIT disconnected();
+    if (m_closing || m_gone) {
+        return false;
     }
+    m_queued.append(bytes);
+    return m_queued.size() == 1;
+}
+
+bool HostedClient::flush()
+{
+    qsizetype flushed = 0;
+    while (!m_queued.isEmpty() && flushed < flushedAtOnce) {
+        const QByteArrayView rest = QByteArrayView(m_queued.constFirst()).sliced(m_sent);
+        const qsizetype taken = m_socket.send(rest);
+        if (m_socket.isBroken()) {
+            end();
+            return false;
+        }
+        if (taken < rest.size()) {
+            m_sent += taken;
+            m_writeNotice.setEnabled(true);
+            return false;
+        }
+        flushed += taken;
+        m_sent = 0;
+        m_queued.removeFirst();
+    }
+    if (m_closing && m_queued.isEmpty()) {
+        end();
+    }
+    return !m_queued.isEmpty();
+}
+
+void HostedClient::onWritable()
+{
+    m_writeNotice.setEnabled(false);
+    Q_EMIT writable();
+}
+
+void HostedClient::close()
+{
+    if (m_closing || m_gone) {
+        return;
+    }
+    m_closing = true;
+    m_readNotice.setEnabled(false);
+    if (m_queued.isEmpty()) {
+        end();
+        return;
+    }
+    QTimer::singleShot(m_timing.drain, this, &HostedClient::end);
+    onWritable();
+}
+
+void HostedClient::end()
+{
+    if (std::exchange(m_gone, true)) {
+        return;
+    }
+    m_closing = true;
+    m_queued.clear();
+    m_readNotice.setEnabled(false);
+    m_writeNotice.setEnabled(false);
+    m_socket.close();
+    Q_EMIT disconnected();
 }
 
 } // namespace tallyforge

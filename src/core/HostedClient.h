@@ -4,19 +4,20 @@
 #pragma once
 
 #include "common/LineBuffer.h"
+#include "platform/StreamSocket.h"
 
 #include <QByteArrayList>
 #include <QObject>
+#include <QSocketNotifier>
 
 #include <chrono>
 #include <optional>
 
-class QTcpSocket;
-
 namespace tallyforge {
 
-/// One program's connection to the hosted server: lines in, bytes out, each when the server has
-/// time for them. Main thread.
+/// One program's connection to the hosted server: lines in, bytes out. It says when there is work,
+/// and does it when the server has time for it, because a thousand programs may come up with some
+/// at once. Main thread.
 class HostedClient final : public QObject
 {
     Q_OBJECT
@@ -30,40 +31,43 @@ public:
         std::chrono::milliseconds rest{1000};
     };
 
-    /// Takes the connected socket over.
-    HostedClient(QTcpSocket *socket, const Timing &timing, QObject *parent);
+    /// Takes the descriptor of a connected socket over.
+    HostedClient(qintptr descriptor, const Timing &timing, QObject *parent);
 
     /// The next line without white space around it, which may be empty; nothing when no whole line
-    /// has come. A program that has left is heard to its last line.
+    /// has come. Finds out whether the program has left.
     [[nodiscard]] std::optional<QByteArray> takeLine();
 
-    /// Keeps bytes for the next flush(). Does nothing after close().
-    void queue(const QByteArray &bytes);
-    /// Whether queued bytes wait for flush().
-    [[nodiscard]] bool hasQueued() const { return !m_queued.isEmpty(); }
-    /// Sends at once all that the system takes, and leaves the rest, however much it becomes, to
-    /// the socket until the program reads.
-    void flush();
+    /// Queues bytes, however many there are by then, until the program reads. True if flush() is to
+    /// be called. Does nothing after close().
+    bool queue(const QByteArray &bytes);
+    /// Hands queued bytes to the system. True if it is to be called again.
+    bool flush();
 
     /// Ends the connection once all that is queued has gone out; no line comes any more.
     void close();
 
 Q_SIGNALS:
-    /// Lines may have come: takeLine() is to be called until it gives none.
+    /// takeLine() is to be called until it gives none.
     void readable();
-    /// The connection is gone, and its last line has been taken. The client may be destroyed later,
-    /// but not in this signal's slots.
+    /// flush() is to be called.
+    void writable();
+    /// The connection is gone. The client may be destroyed later, but not in this signal's slots.
     void disconnected();
 
 private:
-    void onReadyRead();
-    void onDisconnected();
+    void onReadable();
+    void onWritable();
+    void end();
 
     const Timing m_timing;
-    QTcpSocket *const m_socket; // child
+    platform::StreamSocket m_socket;
+    QSocketNotifier m_readNotice;
+    QSocketNotifier m_writeNotice; // on while the system has no room
     LineBuffer m_buffer;
+    bool m_isFresh = false; // nothing has been read since the system gave notice
     QByteArrayList m_queued;
-    bool m_isRead = true; // all lines that had come have been taken
+    qsizetype m_sent = 0; // bytes of the first one that is queued
     bool m_closing = false;
     bool m_gone = false;
 };

@@ -7,22 +7,16 @@
 #include "core/HostedRequest.h"
 #include "core/LiveData.h"
 #include "platform/OpenFiles.h"
+#include "platform/StreamSocket.h"
 
-#include <QTcpSocket>
 #include <QTimer>
 
+#include <optional>
 #include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace tallyforge {
-
-namespace {
-
-// Programs that all come at once, as after a change of the port, are let in without a second try.
-constexpr int backlog = 1024;
-
-} // namespace
 
 HostedServer::HostedServer(LiveData *live, QObject *parent)
     : HostedServer(live, HostedClient::Timing(), parent)
@@ -34,8 +28,7 @@ HostedServer::HostedServer(LiveData *live, const HostedClient::Timing &timing, Q
     , m_timing(timing)
     , m_live(live)
 {
-    m_tcpServer.setListenBacklogSize(backlog);
-    connect(&m_tcpServer, &QTcpServer::newConnection, &m_work, &SlicedWork::go);
+    connect(&m_tcpServer, &HostedListener::arrived, &m_work, &SlicedWork::go);
     // When it can't open a descriptor for a program, Qt's listener rests for good.
     connect(&m_tcpServer, &QTcpServer::acceptError, this, [this] {
         QTimer::singleShot(m_timing.rest, this, [this] {
@@ -62,14 +55,12 @@ bool HostedServer::start(quint16 port, bool allowNetwork, QString *error)
 
 void HostedServer::stop()
 {
-    m_unsent.clear();
-    m_asking.clear();
     // Out of the list first: each of them may be gone before its close() returns.
     for (const QList<HostedClient *> clients = std::exchange(m_clients, {});
          HostedClient *client : clients) {
         client->close();
     }
-    m_tcpServer.close();
+    m_tcpServer.stop();
     Q_EMIT clientsChanged(0);
 }
 
@@ -84,19 +75,23 @@ bool HostedServer::step()
 
 bool HostedServer::takeConnection()
 {
-    QTcpSocket *socket = m_tcpServer.nextPendingConnection();
-    if (!socket) {
+    const std::optional<qintptr> descriptor = m_tcpServer.take();
+    if (!descriptor) {
         return false;
     }
     // However many programs come, OBS can still open its recording.
-    if (platform::isNearlyTheLast(socket->socketDescriptor())) {
-        delete socket;
+    if (platform::isNearlyTheLast(*descriptor)) {
+        platform::StreamSocket(*descriptor).close();
         return true;
     }
-    auto *client = new HostedClient(socket, m_timing, this);
+    auto *client = new HostedClient(*descriptor, m_timing, this);
     m_clients.append(client);
     connect(client, &HostedClient::readable, this, [this, client] {
         m_asking.append(client);
+        m_work.go();
+    });
+    connect(client, &HostedClient::writable, this, [this, client] {
+        m_unsent.append(client);
         m_work.go();
     });
     connect(client, &HostedClient::disconnected, this, [this, client] { removeClient(client); });
@@ -110,7 +105,10 @@ bool HostedServer::sendQueued()
     if (m_unsent.isEmpty()) {
         return false;
     }
-    m_unsent.takeFirst()->flush();
+    HostedClient *client = m_unsent.takeFirst();
+    if (client->flush()) {
+        m_unsent.append(client);
+    }
     return true;
 }
 
@@ -146,10 +144,9 @@ void HostedServer::broadcast()
     }
     const QByteArray bytes = snapshot();
     for (HostedClient *client : std::as_const(m_clients)) {
-        if (!client->hasQueued()) {
+        if (client->queue(bytes)) {
             m_unsent.append(client);
         }
-        client->queue(bytes);
     }
     m_work.go();
 }
@@ -164,11 +161,12 @@ QByteArray HostedServer::snapshot() const
     return m_live->toCompactJson().append('\n');
 }
 
-// Bytes that were queued earlier go out first.
 void HostedServer::send(HostedClient *client, const QByteArray &bytes)
 {
-    client->queue(bytes);
-    client->flush();
+    if (client->queue(bytes)) {
+        m_unsent.append(client);
+        m_work.go();
+    }
 }
 
 void HostedServer::sendJson(HostedClient *client, const QJsonObject &object)

@@ -5,11 +5,11 @@
 
 #include "common/SlicedWork.h"
 #include "core/HostedClient.h"
+#include "core/HostedListener.h"
 
 #include <QJsonObject>
 #include <QList>
 #include <QObject>
-#include <QTcpServer>
 
 #include <functional>
 
@@ -72,7 +72,7 @@ private:
 
     const HostedClient::Timing m_timing;
     LiveData *const m_live;
-    QTcpServer m_tcpServer;
+    HostedListener m_tcpServer;
     QList<HostedClient *> m_clients; // children, in the order of their coming
     QList<HostedClient *> m_unsent;  // those with queued bytes
     QList<HostedClient *> m_asking;  // those with lines that wait, the next to be served first

@@ -6,7 +6,6 @@
 #include "platform/SocketKeepAlive.h"
 
 #include <QJsonDocument>
-#include <QPointer>
 #include <QSslSocket>
 
 #include <algorithm>
@@ -19,8 +18,7 @@ namespace tallyforge {
 
 namespace {
 
-// The bytes read in one turn of the event loop, some hundred lines; the rest stays with the system,
-// so that a device that floods doesn't hold OBS up.
+// The bytes that are read ahead; the rest stays with the system while lines wait.
 constexpr qint64 readBufferSize = 16384;
 
 } // namespace
@@ -76,10 +74,13 @@ bool TlsFeed::isAuthenticated() const
 
 void TlsFeed::dropSocket()
 {
+    m_isEnding = false;
+    m_buffer.clear();
     if (m_socket == nullptr) {
         return;
     }
     m_socket->disconnect(this);
+    m_socket->disconnect(&m_reading);
     m_socket->abort();
     m_socket->deleteLater();
     m_socket = nullptr;
@@ -88,7 +89,6 @@ void TlsFeed::dropSocket()
 void TlsFeed::openSocket()
 {
     dropSocket();
-    m_buffer.clear();
     m_state = State::Connecting;
 
     m_socket = new QSslSocket(this);
@@ -96,7 +96,7 @@ void TlsFeed::openSocket()
     connect(m_socket, &QSslSocket::sslErrors, m_socket,
             [socket = m_socket] { socket->ignoreSslErrors(); });
     connect(m_socket, &QSslSocket::encrypted, this, &TlsFeed::sendAuth);
-    connect(m_socket, &QSslSocket::readyRead, this, &TlsFeed::readLines);
+    connect(m_socket, &QSslSocket::readyRead, &m_reading, &SlicedWork::go);
     connect(m_socket, &QSslSocket::errorOccurred, this, &TlsFeed::onError);
     connect(m_socket, &QSslSocket::disconnected, this, &TlsFeed::onDisconnected);
 
@@ -113,21 +113,27 @@ void TlsFeed::sendAuth()
     m_socket->write(QJsonDocument(auth).toJson(QJsonDocument::Compact) + "\r\n");
 }
 
-void TlsFeed::readLines()
+// A slot may stop the feed or send it to another device, which drops all that was read.
+bool TlsFeed::readLine()
 {
-    const QPointer<QSslSocket> socket = m_socket;
-    m_buffer.append(m_socket->readAll());
-    while (const std::optional<QByteArray> line = m_buffer.takeLine()) {
-        const QJsonDocument document = QJsonDocument::fromJson(*line);
-        if (!document.isObject()) {
-            continue;
-        }
-        handleMessage(document.object());
-        // A slot may have stopped the feed or sent it to another device, and a rejection ends it.
-        if (socket != m_socket || m_state == State::Idle) {
-            return;
-        }
+    if (m_socket == nullptr || m_state == State::Idle) {
+        return false;
     }
+    if (const std::optional<QByteArray> line = m_buffer.takeLine()) {
+        const QJsonDocument document = QJsonDocument::fromJson(*line);
+        if (document.isObject()) {
+            handleMessage(document.object());
+        }
+        return true;
+    }
+    if (m_socket->bytesAvailable() > 0) {
+        m_buffer.append(m_socket->readAll());
+        return true;
+    }
+    if (std::exchange(m_isEnding, false)) {
+        endAttempt();
+    }
+    return false;
 }
 
 void TlsFeed::handleMessage(const QJsonObject &message)
@@ -155,6 +161,7 @@ void TlsFeed::handleFirstMessage(const QString &type)
     }
     m_state = State::Idle;
     m_socket->abort();
+    m_buffer.clear();
     Q_EMIT connectedChanged(
         false,
         tr("The device rejected the connection. Re-run device setup to refresh its access."));
@@ -178,9 +185,11 @@ void TlsFeed::endIfUnconnected()
     }
 }
 
+// Lines that came before the end count before it.
 void TlsFeed::onDisconnected()
 {
-    endAttempt();
+    m_isEnding = true;
+    m_reading.go();
 }
 
 void TlsFeed::onAttemptTimeout()

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "common/LineBuffer.h"
+#include "common/SlicedWork.h"
 
 #include <QJsonObject>
 #include <QObject>
@@ -70,7 +71,7 @@ private:
     void openSocket();
     void dropSocket();
     void sendAuth();
-    void readLines();
+    bool readLine();
     void handleMessage(const QJsonObject &message);
     void handleFirstMessage(const QString &type);
     void onError();
@@ -85,6 +86,8 @@ private:
     quint16 m_port = defaultPort;
     QString m_token;
     LineBuffer m_buffer;
+    SlicedWork m_reading{[this] { return readLine(); }};
+    bool m_isEnding = false; // the connection has ended, but lines wait
     State m_state = State::Idle;
     QString m_lastError;
     QTimer m_reconnectTimer;
