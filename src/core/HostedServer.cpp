@@ -6,10 +6,10 @@
 #include "common/JsonText.h"
 #include "core/HostedRequest.h"
 #include "core/LiveData.h"
+#include "platform/KeepAccepting.h"
 #include "platform/OpenFiles.h"
 
 #include <QTcpSocket>
-#include <QTimer>
 
 #include <utility>
 
@@ -36,14 +36,7 @@ HostedServer::HostedServer(LiveData *live, const HostedClient::Timing &timing, Q
 {
     m_tcpServer.setListenBacklogSize(backlog);
     connect(&m_tcpServer, &QTcpServer::newConnection, this, &HostedServer::takeConnections);
-    // When it can't open a descriptor for a program, Qt's listener rests for good.
-    connect(&m_tcpServer, &QTcpServer::acceptError, this, [this] {
-        QTimer::singleShot(m_timing.rest, this, [this] {
-            if (m_tcpServer.isListening()) {
-                m_tcpServer.resumeAccepting();
-            }
-        });
-    });
+    platform::keepAccepting(&m_tcpServer, m_timing.rest);
     connect(m_live, &LiveData::changed, this, &HostedServer::broadcast);
 }
 
