@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr BleBridge::Timing patient{20s, 20s, 20s, 20s};
+constexpr BleBridge::Timing patient{20s, {20s, 20ms}, 20s, 20s};
 
 struct Rig
 {
@@ -79,7 +79,7 @@ private Q_SLOTS:
     {
         QFETCH(QByteArrayList, pieces);
         QFETCH(bool, accepted);
-        Rig r({20s, accepted ? 20000ms : 200ms, 20s, 20s});
+        Rig r({20s, {accepted ? 20000ms : 200ms, 20ms}, 20s, 20s});
         QSignalSpy data(&r.bridge, &BleBridge::dataReceived);
         r.startUnmanned();
         const auto visitor = r.helper.knock();
@@ -136,7 +136,8 @@ private Q_SLOTS:
     void launchFailures()
     {
         QFETCH(QByteArray, script);
-        Rig r({300ms, 20s, 20s, 20s});
+        const bool silent = script.contains("sleep");
+        Rig r({silent ? 300ms : 20000ms, {}, 20s, 20s}); // what is known is told at once
         script.isEmpty() ? r.bridge.setHelperPath(r.helper.path() + u"not"_s) : r.helper.writeScript(script);
         r.ask(u"a"_s);
         r.ask(u"b"_s);
@@ -243,7 +244,7 @@ private Q_SLOTS:
 
     void helloThatWaitedForABusyThread()
     {
-        Rig r({20s, 50ms, 20s, 20s});
+        Rig r({20s, {50ms, 20ms}, 20s, 20s});
         r.startUnmanned();
         const auto visitor = r.helper.knock();
         while (r.bridge.findChild<QTcpSocket *>() == nullptr) {
