@@ -19,7 +19,7 @@ constexpr qsizetype strangersLine = 1024;     // the hello takes some fifty byte
 constexpr qint64 strangersRead = 4096;        // more waits with the system
 constexpr qsizetype helpersLine = 128 * 1024; // a scan of a thousand devices
 constexpr qint64 helpersRead = 64L * 1024;
-constexpr qint64 piece = 8192; // small, because the time is looked at only between pieces and lines
+constexpr qint64 piece = 4096; // small, because the time is looked at only between pieces and lines
 
 constexpr std::chrono::milliseconds turnLimit{3}; // no further line is handled after it
 constexpr std::chrono::milliseconds pause{5};     // OBS's own, after a turn that was cut

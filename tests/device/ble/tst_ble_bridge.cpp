@@ -3,11 +3,15 @@
 
 #include "device/ble/BleBridge.h"
 #include "tests/support/BleHelperDouble.h"
+#include "tests/support/OpenFilesLeft.h"
 
 #include <QProcess>
 #include <QSignalSpy>
 #include <QTest>
 #include <QThread>
+#include <QTranslator>
+
+#include <ctime>
 
 using namespace tallyforge;
 using namespace tallyforge::test;
@@ -115,14 +119,29 @@ private Q_SLOTS:
         }
         QTRY_COMPARE(gone(), 24); // sixteen may stay for a while
         r.helper.come();
+        for (int i = 0; i < 20; ++i) { // a flood between the helper's hello and the event loop's next turn
+            crowd.push_back(r.helper.knock());
+        }
         QTRY_VERIFY(r.bridge.isReady());
-        QTRY_COMPARE(gone(), 40);
+        QTRY_COMPARE(gone(), 60);
         crowd.push_back(r.helper.knock());
         crowd.back()->write(r.helper.hello()); // the token is good once
-        QTRY_COMPARE(gone(), 41);
+        QTRY_COMPARE(gone(), 61);
         QTRY_COMPARE(r.replies.size(), 2);
         QCOMPARE(r.helper.received, "{\"key\":1,\"op\":\"a\",\"reqId\":1}\n{\"op\":\"b\",\"reqId\":2}\n");
         QCOMPARE(r.helper.starts, 1);
+    }
+
+    void noOpenFileLeft()
+    {
+        Rig r;
+        r.startUnmanned();
+        auto limit = std::make_unique<OpenFilesLeft>(1); // for the helper's own end
+        r.helper.come();
+        QTest::qWait(100); // for several tries that fail
+        QVERIFY(!r.bridge.isReady());
+        limit.reset();
+        QTRY_VERIFY(r.bridge.isReady());
     }
 
     void launchFailures_data()
@@ -193,6 +212,30 @@ private Q_SLOTS:
         QCOMPARE(data.count(), 0);
     }
 
+    void sentencesOfTheHelperAreTranslated()
+    {
+        struct German : QTranslator
+        {
+            [[nodiscard]] bool isEmpty() const override { return false; }
+            [[nodiscard]] QString translate(const char *context, const char *text, const char *, int) const override
+            {
+                return qstrcmp(context, "tallyforge::BluetoothHelper") == 0 && qstrcmp(text, "It is off.") == 0
+                           ? u"Es ist aus."_s
+                           : QString();
+            }
+        } german;
+        QCoreApplication::installTranslator(&german);
+        Rig r;
+        QSignalSpy disconnected(&r.bridge, &BleBridge::disconnected);
+        QString message = u"It is off."_s;
+        r.helper.onOp = [&](const QJsonObject &op) { r.helper.fail(op, u"c"_s, message); };
+        r.ask(u"a"_s);
+        QTRY_COMPARE(r.replies, QStringList{u"c|Es ist aus."_s});
+        r.helper.send("{\"ev\":\"disconnected\",\"reason\":\"It is off.\"}\n");
+        QTRY_COMPARE(disconnected.count(), 1);
+        QCOMPARE(disconnected[0][0].toString(), u"Es ist aus."_s);
+    }
+
     void lateReply()
     {
         Rig r;
@@ -223,6 +266,34 @@ private Q_SLOTS:
         r.bridge.request(u"a"_s, {}, [&](const BleReply &) { seen += "reply"; }, 20s);
         QTRY_COMPARE_WITH_TIMEOUT(seen.size(), 20000, 20000);
         QCOMPARE(seen, expected);
+    }
+
+    void floods_data()
+    {
+        QTest::addColumn<QByteArray>("line");
+        QTest::newRow("notifications") << BleHelperDouble::dataLine("\xff");
+        QTest::newRow("empty lines") << QByteArray("\n");
+        QTest::newRow("no objects") << QByteArray("[1]\n");
+        QTest::newRow("long lines") << BleHelperDouble::dataLine(QByteArray(60000, 'x'));
+    }
+    void floods()
+    {
+        QFETCH(QByteArray, line);
+        Rig r;
+        bool sends = false; // in this turn, which takes this process's time as well
+        r.helper.onOp = [&](const QJsonObject &op) {
+            sends = true;
+            r.helper.send(line.repeated((4 << 20) / line.size()) + BleHelperDouble::okLine(op));
+        };
+        r.ask(u"a"_s);
+        clock_t longest = 0;
+        while (r.replies.isEmpty()) {
+            sends = false;
+            const clock_t begin = clock(); // the processor's time, so that a busy computer doesn't count
+            QCoreApplication::processEvents();
+            longest = sends ? longest : std::max(longest, clock() - begin);
+        }
+        QVERIFY2(longest < CLOCKS_PER_SEC / 125, QByteArray::number(qlonglong(longest))); // 8 ms
     }
 
     void callbackWithAnEventLoopOfItsOwn()
