@@ -49,6 +49,7 @@ class Plugin:
         self.socket, _ = server.accept()
         server.close()
         self.socket.settimeout(PATIENCE)
+        self.socket.setsockopt(socket.IPPROTO_TCP, socket.TCP_NODELAY, 1)    # as the plug-in does
         self.lines = self.socket.makefile("rb")
         self.events = []
         self.asked = 0
