@@ -6,6 +6,8 @@
 #include "helper/DeviceContract.h"
 #include "helper/System.h"
 
+#include <QCoreApplication>
+
 #include <chrono>
 #include <utility>
 
@@ -23,18 +25,20 @@ constexpr auto closeLimit = 3s;
 
 Failure notPaired()
 {
-    return {u"not_paired"_s,
-            DeviceConnection::tr("This computer is not paired with the device. Pair it in the "
+    return {u"not_paired"_s, QCoreApplication::translate(
+                                 "tallyforge::BluetoothHelper",
+                                 "This computer is not paired with the device. Pair it in the "
                                  "system's Bluetooth settings with the device's passkey, then "
                                  "connect again.")};
 }
 
 } // namespace
 
-DeviceConnection::DeviceConnection(const QBluetoothDeviceInfo &device, QObject *parent)
+DeviceConnection::DeviceConnection(const QBluetoothDeviceInfo &device,
+                                   const QBluetoothAddress &adapter, QObject *parent)
     : QObject(parent)
     , m_device(device)
-    , m_controller(QLowEnergyController::createCentral(device, this))
+    , m_controller(QLowEnergyController::createCentral(device, adapter, this))
 {
     connect(m_controller, &QLowEnergyController::stateChanged, this,
             &DeviceConnection::onControllerState);
@@ -45,7 +49,8 @@ DeviceConnection::DeviceConnection(const QBluetoothDeviceInfo &device, QObject *
     m_limit.setSingleShot(true);
     connect(&m_limit, &QTimer::timeout, this, &DeviceConnection::onLimit);
     system::watch(this, [this] {
-        m_reason = tr("Bluetooth was stopped on this computer.");
+        m_reason = QCoreApplication::translate("tallyforge::BluetoothHelper",
+                                               "Bluetooth was stopped on this computer.");
         onGone();
     });
 }
@@ -59,7 +64,9 @@ void DeviceConnection::open()
 void DeviceConnection::close()
 {
     if (m_state == State::Opening) {
-        fail({u"cancelled"_s, tr("The connection to the device was given up.")});
+        fail({u"cancelled"_s,
+              QCoreApplication::translate("tallyforge::BluetoothHelper",
+                                          "The connection to the device was given up.")});
     } else if (m_state == State::Ready) {
         end();
     }
@@ -76,7 +83,9 @@ void DeviceConnection::fail(const Failure &failure)
 void DeviceConnection::end()
 {
     m_state = State::Closing;
-    finishWrite({u"disconnected"_s, tr("The connection to the device was closed.")});
+    finishWrite({u"disconnected"_s,
+                 QCoreApplication::translate("tallyforge::BluetoothHelper",
+                                             "The connection to the device was closed.")});
     m_limit.start(closeLimit);
     m_controller->disconnectFromDevice();
     if (m_controller->state() == QLowEnergyController::UnconnectedState) {
@@ -91,12 +100,16 @@ void DeviceConnection::onGone()
         return;
     }
     m_limit.stop();
-    finishWrite({u"disconnected"_s, tr("The connection to the device was lost.")});
+    finishWrite(
+        {u"disconnected"_s, QCoreApplication::translate("tallyforge::BluetoothHelper",
+                                                        "The connection to the device was lost.")});
     if (before == State::Opening) {
         Q_EMIT failed({u"connect_failed"_s,
-                       tr("The device ended the Bluetooth connection before it was ready.")});
+                       QCoreApplication::translate(
+                           "tallyforge::BluetoothHelper",
+                           "The device ended the Bluetooth connection before it was ready.")});
     } else if (before == State::Ready) {
-        Q_EMIT lost(m_reason);
+        Q_EMIT lost(QString(m_reason));
     }
     Q_EMIT closed();
 }
@@ -104,11 +117,16 @@ void DeviceConnection::onGone()
 void DeviceConnection::onLimit()
 {
     if (m_state == State::Opening) {
-        fail({u"connect_failed"_s, tr("The device did not answer over Bluetooth in time.")});
+        fail({u"connect_failed"_s,
+              QCoreApplication::translate("tallyforge::BluetoothHelper",
+                                          "The device did not answer over Bluetooth in time.")});
     } else if (m_state == State::Ready) {
         // A confirmation that came still later would pass for the next write's.
-        finishWrite({u"write_failed"_s, tr("The device did not confirm the request in time.")});
-        Q_EMIT lost(tr("The device stopped answering over Bluetooth."));
+        finishWrite({u"write_failed"_s, QCoreApplication::translate(
+                                            "tallyforge::BluetoothHelper",
+                                            "The device did not confirm the request in time.")});
+        Q_EMIT lost(QCoreApplication::translate("tallyforge::BluetoothHelper",
+                                                "The device stopped answering over Bluetooth."));
         end();
     } else {
         onGone();
@@ -130,26 +148,29 @@ void DeviceConnection::onControllerState(QLowEnergyController::ControllerState s
 
 void DeviceConnection::onControllerError(QLowEnergyController::Error error)
 {
-    m_reason = m_controller->errorString();
     switch (error) {
     case QLowEnergyController::UnknownRemoteDeviceError:
         fail({u"not_found"_s,
-              tr("The device was not found over Bluetooth. Check that it is powered and near this "
-                 "computer, then search again.")});
+              QCoreApplication::translate(
+                  "tallyforge::BluetoothHelper",
+                  "The device was not found over Bluetooth. Check that it is powered and near this "
+                  "computer, then search again.")});
         break;
     case QLowEnergyController::InvalidBluetoothAdapterError:
-        fail({u"bluetooth_unavailable"_s, tr("The Bluetooth adapter of this computer is gone.")});
+        fail(system::adapterGone());
         break;
     case QLowEnergyController::MissingPermissionsError:
-        fail({u"permission_denied"_s, m_reason});
+        fail(system::notAllowed());
         break;
     case QLowEnergyController::AuthorizationError:
         fail(notPaired());
         break;
     default:
         fail({u"connect_failed"_s,
-              tr("Could not connect to the device over Bluetooth. Check that it is powered, near "
-                 "this computer and not connected to another one.")});
+              QCoreApplication::translate(
+                  "tallyforge::BluetoothHelper",
+                  "Could not connect to the device over Bluetooth. Check that it is powered, near "
+                  "this computer and not connected to another one.")});
         break;
     }
 }
@@ -161,7 +182,9 @@ void DeviceConnection::onServicesDiscovered()
     }
     m_service = m_controller->createServiceObject(device_contract::service(), this);
     if (m_service == nullptr) {
-        fail({u"unsupported_device"_s, tr("This device does not offer setup over Bluetooth.")});
+        fail({u"unsupported_device"_s,
+              QCoreApplication::translate("tallyforge::BluetoothHelper",
+                                          "This device does not offer setup over Bluetooth.")});
         return;
     }
     connect(m_service, &QLowEnergyService::stateChanged, this, &DeviceConnection::onServiceState);
@@ -190,7 +213,9 @@ void DeviceConnection::onServiceState(QLowEnergyService::ServiceState state)
     // A write without response is never confirmed.
     if (!m_characteristic.properties().testFlag(QLowEnergyCharacteristic::Write) ||
         !subscription.isValid()) {
-        fail({u"unsupported_device"_s, tr("This device does not offer setup over Bluetooth.")});
+        fail({u"unsupported_device"_s,
+              QCoreApplication::translate("tallyforge::BluetoothHelper",
+                                          "This device does not offer setup over Bluetooth.")});
         return;
     }
     m_service->writeDescriptor(subscription, QLowEnergyCharacteristic::CCCDEnableNotification);
@@ -210,10 +235,14 @@ void DeviceConnection::onSubscribed()
 void DeviceConnection::onServiceError()
 {
     if (m_writing) {
-        failForWantOfPairing({u"write_failed"_s, tr("The device did not take the request.")});
+        failForWantOfPairing({u"write_failed"_s,
+                              QCoreApplication::translate("tallyforge::BluetoothHelper",
+                                                          "The device did not take the request.")});
     } else if (m_state == State::Opening) {
         failForWantOfPairing(
-            {u"connect_failed"_s, tr("The device did not let this computer listen to it.")});
+            {u"connect_failed"_s,
+             QCoreApplication::translate("tallyforge::BluetoothHelper",
+                                         "The device did not let this computer listen to it.")});
     }
 }
 

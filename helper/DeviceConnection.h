@@ -5,6 +5,7 @@
 
 #include "helper/Failure.h"
 
+#include <QBluetoothAddress>
 #include <QBluetoothDeviceInfo>
 #include <QByteArray>
 #include <QLowEnergyController>
@@ -21,7 +22,9 @@ class DeviceConnection final : public QObject
     Q_OBJECT
 
 public:
-    DeviceConnection(const QBluetoothDeviceInfo &device, QObject *parent);
+    /// The adapter is this computer's; no address means the system's own choice.
+    DeviceConnection(const QBluetoothDeviceInfo &device, const QBluetoothAddress &adapter,
+                     QObject *parent);
 
     void open();
     /// Hands bytes to the device as one write. Only when ready, and one write at a time.
@@ -35,11 +38,11 @@ Q_SIGNALS:
     /// The device can be written to, with so many bytes at a time.
     void ready(int writeSize);
     void failed(const tallyforge::helper::Failure &failure);
-    /// The device has confirmed the write, or hasn't.
+    /// The write is over: the device has confirmed it, or the failure tells why not.
     void written(const tallyforge::helper::Failure &failure);
     /// One notification of the device.
     void received(const QByteArray &bytes);
-    /// A connection that was ready has ended by itself.
+    /// A connection that was ready has ended by itself. The reason may be empty.
     void lost(const QString &reason);
     void closed();
 

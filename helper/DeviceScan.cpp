@@ -6,14 +6,15 @@
 #include "helper/DeviceContract.h"
 #include "helper/System.h"
 
-#include <QBluetoothAddress>
+#include <QCoreApplication>
 
 using namespace Qt::StringLiterals;
 
 namespace tallyforge::helper {
 
-DeviceScan::DeviceScan(QObject *parent)
+DeviceScan::DeviceScan(const QBluetoothAddress &adapter, QObject *parent)
     : QObject(parent)
+    , m_agent(adapter)
 {
     connect(&m_agent, &QBluetoothDeviceDiscoveryAgent::finished, this, &DeviceScan::onFinished);
     connect(&m_agent, &QBluetoothDeviceDiscoveryAgent::errorOccurred, this, &DeviceScan::onError);
@@ -53,13 +54,20 @@ void DeviceScan::report(const QList<QBluetoothAddress> &connected)
 void DeviceScan::onError(QBluetoothDeviceDiscoveryAgent::Error error)
 {
     using Agent = QBluetoothDeviceDiscoveryAgent;
+    // Qt has texts of its own for these, in English and for programmers.
     if (error == Agent::MissingPermissionsError) {
-        Q_EMIT failed({u"permission_denied"_s, m_agent.errorString()});
-    } else if (error == Agent::PoweredOffError || error == Agent::InvalidBluetoothAdapterError ||
+        Q_EMIT failed(system::notAllowed());
+    } else if (error == Agent::PoweredOffError) {
+        Q_EMIT failed(system::switchedOff());
+    } else if (error == Agent::InvalidBluetoothAdapterError ||
                error == Agent::UnsupportedPlatformError) {
-        Q_EMIT failed({u"bluetooth_unavailable"_s, m_agent.errorString()});
+        Q_EMIT failed(system::adapterGone());
     } else {
-        Q_EMIT failed({u"scan_failed"_s, m_agent.errorString()});
+        Q_EMIT failed({u"scan_failed"_s,
+                       QCoreApplication::translate(
+                           "tallyforge::BluetoothHelper",
+                           "The search for Bluetooth devices failed. Try again; if it keeps "
+                           "failing, switch Bluetooth off and on.")});
     }
 }
 

@@ -15,15 +15,18 @@
 
 namespace tallyforge::helper {
 
-/// One look around for Bluetooth devices. It ends by one of the two signals.
+/// One search for Bluetooth devices. It ends with one of the two signals, or silently when it is
+/// stopped.
 class DeviceScan final : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit DeviceScan(QObject *parent);
+    /// The adapter is this computer's; no address means the system's own choice.
+    DeviceScan(const QBluetoothAddress &adapter, QObject *parent);
 
     void start(std::chrono::milliseconds duration);
+    void stop() { m_agent.stop(); }
 
 Q_SIGNALS:
     /// The devices of this system, and how many of any kind there were.
@@ -40,7 +43,8 @@ private:
 
 /// A device's name on the wire: its address, or what macOS gives out instead.
 [[nodiscard]] QString deviceId(const QBluetoothDeviceInfo &device);
-/// The device behind such a name, which need not have been seen yet; not valid when it is none.
+/// The device of such a name, whether a scan has seen it or not. Not valid when the text is no such
+/// name.
 [[nodiscard]] QBluetoothDeviceInfo deviceOf(const QString &id);
 
 } // namespace tallyforge::helper

@@ -31,7 +31,9 @@ constexpr auto quitLimit = 4s;
 
 Failure busy()
 {
-    return {u"busy"_s, Helper::tr("Bluetooth is still busy with the request before.")};
+    return {u"busy"_s,
+            QCoreApplication::translate("tallyforge::BluetoothHelper",
+                                        "Bluetooth is still busy with the request before.")};
 }
 
 } // namespace
@@ -50,62 +52,82 @@ void Helper::start(quint16 port, const QString &token)
 
 void Helper::onOperation(const QString &name, int id, const QJsonObject &parameters)
 {
-    if (m_quitting) {
-        return;
+    if (name == "quit"_L1) {
+        quit();
+    } else {
+        m_operations.append({name, id, parameters});
+        beginNext();
     }
+}
+
+void Helper::beginNext()
+{
+    while (!m_asking && !m_quitting && !m_operations.isEmpty()) {
+        begin(m_operations.takeFirst());
+    }
+}
+
+void Helper::begin(const Operation &operation)
+{
+    const auto &[name, id, parameters] = operation;
     if (name == "start"_L1) {
         bringUp(id);
     } else if (name == "scan"_L1) {
-        whenAvailable(id, [=, this] { scan(id, parameters); });
+        withAdapter(id, [this, id, parameters](const QBluetoothAddress &adapter) {
+            scan(id, parameters, adapter);
+        });
     } else if (name == "connect"_L1) {
-        whenAvailable(id, [=, this] { connectDevice(id, parameters); });
+        withAdapter(id, [this, id, parameters](const QBluetoothAddress &adapter) {
+            connectDevice(id, parameters, adapter);
+        });
     } else if (name == "write"_L1) {
         write(id, parameters);
     } else if (name == "disconnect"_L1) {
         disconnectDevice(id);
-    } else if (name == "quit"_L1) {
-        quit();
     } else {
         m_plugin.replyFailed(
-            id, {u"unknown_operation"_s, tr("The Bluetooth helper does not know that request.")});
+            id, {u"unknown_operation"_s,
+                 QCoreApplication::translate("tallyforge::BluetoothHelper",
+                                             "The Bluetooth helper does not know that request.")});
     }
 }
 
 void Helper::bringUp(int id)
 {
+    m_asking = true;
     qApp->requestPermission(QBluetoothPermission(), this, [this, id](const QPermission &answer) {
-        if (answer.status() != Qt::PermissionStatus::Granted) {
-            m_plugin.replyFailed(id, {u"permission_denied"_s,
-                                      tr("Bluetooth is not allowed for Tallyforge. Allow it in the "
-                                         "system's privacy settings, then try again.")});
-            return;
+        m_asking = false;
+        if (answer.status() == Qt::PermissionStatus::Granted) {
+            withAdapter(id, [this, id](const QBluetoothAddress &) { m_plugin.replyOk(id); });
+        } else {
+            m_plugin.replyFailed(id, system::notAllowed());
+            beginNext();
         }
-        whenAvailable(id, [this, id] { m_plugin.replyOk(id); });
     });
 }
 
-// Qt looks for Bluetooth only once, and would miss it for good when it is switched on later.
-void Helper::whenAvailable(int id, const std::function<void()> &then)
+// Asked anew each time, because Qt looks for Bluetooth only once, and would not see it being
+// switched on later.
+void Helper::withAdapter(int id, const std::function<void(const QBluetoothAddress &)> &then)
 {
-    system::check(this, [this, id, then](const Failure &failure) {
+    m_asking = true;
+    system::check(this, [this, id, then](const Failure &failure, const QBluetoothAddress &adapter) {
+        m_asking = false;
         if (m_quitting) {
             return;
         }
         if (failure.happened()) {
             m_plugin.replyFailed(id, failure);
         } else {
-            then();
+            then(adapter);
         }
+        beginNext();
     });
 }
 
-void Helper::scan(int id, const QJsonObject &parameters)
+void Helper::scan(int id, const QJsonObject &parameters, const QBluetoothAddress &adapter)
 {
-    if (m_scan != nullptr) {
-        m_plugin.replyFailed(id, busy());
-        return;
-    }
-    m_scan = new DeviceScan(this);
+    DeviceScan *const before = std::exchange(m_scan, new DeviceScan(adapter, this));
     connect(m_scan, &DeviceScan::finished, this,
             [this, id](const QList<QBluetoothDeviceInfo> &devices, int seen) {
                 endScan();
@@ -115,8 +137,21 @@ void Helper::scan(int id, const QJsonObject &parameters)
         endScan();
         m_plugin.replyFailed(id, failure);
     });
+    if (before != nullptr) {
+        before->disconnect(this);
+        m_plugin.replyFailed(m_scanId, {u"cancelled"_s, QCoreApplication::translate(
+                                                            "tallyforge::BluetoothHelper",
+                                                            "A newer search has taken the place of "
+                                                            "this one.")});
+    }
+    m_scanId = id;
     const int ms = parameters.value("ms"_L1).toInt();
     m_scan->start(std::chrono::milliseconds(std::clamp(ms, shortestScan, longestScan)));
+    if (before != nullptr) {
+        // Not earlier: the system must not end its search between the two.
+        before->stop();
+        before->deleteLater();
+    }
 }
 
 // Qt may report an error and an end of the same scan.
@@ -138,24 +173,29 @@ void Helper::onScanned(int id, const QList<QBluetoothDeviceInfo> &devices, int s
     m_plugin.replyOk(id, {{u"devices"_s, listed}, {u"seen"_s, seen}});
 }
 
-void Helper::connectDevice(int id, const QJsonObject &parameters)
+void Helper::connectDevice(int id, const QJsonObject &parameters, const QBluetoothAddress &adapter)
 {
     const QString name = parameters.value("id"_L1).toString();
     const QBluetoothDeviceInfo device = m_found.value(name, deviceOf(name));
     if (!device.isValid()) {
-        m_plugin.replyFailed(id, {u"not_found"_s, tr("That is not a Bluetooth device.")});
+        m_plugin.replyFailed(
+            id, {u"not_found"_s, QCoreApplication::translate("tallyforge::BluetoothHelper",
+                                                             "That is not a Bluetooth device.")});
         return;
     }
     if (m_connection != nullptr && m_connection->isReady()) {
-        m_plugin.sendEvent(u"disconnected"_s, u"reason"_s,
-                           tr("Another device was connected over Bluetooth."));
+        m_plugin.sendEvent(
+            u"disconnected"_s, u"reason"_s,
+            QCoreApplication::translate("tallyforge::BluetoothHelper",
+                                        "Another device was connected over Bluetooth."));
     }
-    dropConnection([this, id, device] { openConnection(id, device); });
+    dropConnection([this, id, device, adapter] { openConnection(id, device, adapter); });
 }
 
-void Helper::openConnection(int id, const QBluetoothDeviceInfo &device)
+void Helper::openConnection(int id, const QBluetoothDeviceInfo &device,
+                            const QBluetoothAddress &adapter)
 {
-    m_connection = new DeviceConnection(device, this);
+    m_connection = new DeviceConnection(device, adapter, this);
     DeviceConnection *const connection = m_connection;
     connect(connection, &DeviceConnection::ready, this,
             [this, id](int writeSize) { m_plugin.replyOk(id, {{u"writePayload"_s, writeSize}}); });
@@ -179,9 +219,13 @@ void Helper::write(int id, const QJsonObject &parameters)
 {
     const std::optional<QByteArray> bytes = base64Bytes(parameters.value("b64"_L1));
     if (m_connection == nullptr || !m_connection->isReady()) {
-        m_plugin.replyFailed(id, {u"disconnected"_s, tr("No device is connected.")});
+        m_plugin.replyFailed(
+            id, {u"disconnected"_s, QCoreApplication::translate("tallyforge::BluetoothHelper",
+                                                                "No device is connected.")});
     } else if (!bytes || bytes->isEmpty()) {
-        m_plugin.replyFailed(id, {u"bad_request"_s, tr("There is nothing to write.")});
+        m_plugin.replyFailed(
+            id, {u"bad_request"_s, QCoreApplication::translate("tallyforge::BluetoothHelper",
+                                                               "There is nothing to write.")});
     } else if (m_connection->isWriting()) {
         m_plugin.replyFailed(id, busy());
     } else {
@@ -199,7 +243,7 @@ void Helper::quit()
 {
     if (!std::exchange(m_quitting, true)) {
         QTimer::singleShot(quitLimit, this, &Helper::finished);
-        m_afterClose = {}; // what waits there would begin something new
+        m_afterClose = {}; // it would begin something new
         dropConnection([this] { Q_EMIT finished(); });
     }
 }

@@ -20,6 +20,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -42,32 +43,36 @@ Failure failureOf(const QDBusError &error)
     if (error.type() == QDBusError::AccessDenied) {
         return {u"permission_denied"_s,
                 QCoreApplication::translate(
-                    "System",
+                    "tallyforge::BluetoothHelper",
                     "This user may not use Bluetooth on this computer. Ask the computer's "
                     "administrator for access to it.")};
     }
     return {u"bluetooth_unavailable"_s,
             QCoreApplication::translate(
-                "System",
+                "tallyforge::BluetoothHelper",
                 "The Bluetooth service of this computer is not running. Install BlueZ or start "
                 "its service \"bluetooth\", then try again.")};
 }
 
-Failure failureOf(const Objects &objects)
+/// The address of an adapter that is switched on, or the reason why there is none.
+std::pair<Failure, QBluetoothAddress> adapterOf(const Objects &objects)
 {
-    // Qt uses the first adapter in this same order, whatever the others are.
-    const auto adapter = std::ranges::find_if(objects, [](const Interfaces &interfaces) {
-        return interfaces.contains(adapterInterface);
-    });
-    if (adapter == objects.end()) {
-        return {u"bluetooth_unavailable"_s,
-                QCoreApplication::translate(
-                    "System",
-                    "This computer has no Bluetooth adapter, or it is blocked. Plug one in or "
-                    "unblock it, then try again.")};
+    bool switchedOff = false;
+    for (const Interfaces &interfaces : objects) {
+        const QVariantMap adapter = interfaces.value(adapterInterface);
+        if (adapter.value(u"Powered"_s).toBool()) {
+            return {{}, QBluetoothAddress(adapter.value(u"Address"_s).toString())};
+        }
+        switchedOff = switchedOff || !adapter.isEmpty();
     }
-    return adapter->value(adapterInterface).value(u"Powered"_s).toBool() ? Failure{}
-                                                                         : switchedOff();
+    return {switchedOff
+                ? system::switchedOff()
+                : Failure{u"bluetooth_unavailable"_s,
+                          QCoreApplication::translate(
+                              "tallyforge::BluetoothHelper",
+                              "This computer has no Bluetooth adapter, or it is blocked. Plug one "
+                              "in or unblock it, then try again.")},
+            {}};
 }
 
 QString bluez()
@@ -110,15 +115,22 @@ template <typename Answer> void askForObjects(QObject *context, Answer answer)
         });
 }
 
-/// The path of a device, empty when BlueZ doesn't know it.
+/// The path of a device, empty when BlueZ doesn't know it. Two adapters may know the same device;
+/// the path is then that of the adapter which is connected to it.
 QString pathOf(const QBluetoothDeviceInfo &device, const Objects &objects)
 {
     const QString address = device.address().toString();
-    const auto found =
-        std::find_if(objects.keyValueBegin(), objects.keyValueEnd(), [&](const auto &entry) {
-            return entry.second.value(deviceInterface).value(u"Address"_s) == address;
-        });
-    return found == objects.keyValueEnd() ? QString() : found->first.path();
+    QString found;
+    for (const auto &[path, interfaces] : objects.asKeyValueRange()) {
+        const QVariantMap properties = interfaces.value(deviceInterface);
+        if (properties.value(u"Address"_s) == address) {
+            if (properties.value(u"Connected"_s).toBool()) {
+                return path.path();
+            }
+            found = path.path();
+        }
+    }
+    return found;
 }
 
 bool paired(const QString &path, const Objects &objects)
@@ -128,10 +140,16 @@ bool paired(const QString &path, const Objects &objects)
 
 } // namespace
 
-void check(QObject *context, const std::function<void(const Failure &)> &answer)
+void check(QObject *context,
+           const std::function<void(const Failure &, const QBluetoothAddress &)> &answer)
 {
     askForObjects(context, [answer](const Objects &objects, const QDBusError &error) {
-        answer(error.isValid() ? failureOf(error) : failureOf(objects));
+        if (error.isValid()) {
+            answer(failureOf(error), {});
+        } else {
+            const auto [failure, adapter] = adapterOf(objects);
+            answer(failure, adapter);
+        }
     });
 }
 

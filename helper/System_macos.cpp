@@ -4,6 +4,7 @@
 #include "helper/DeviceContract.h"
 #include "helper/System.h"
 
+#include <QBluetoothAddress>
 #include <QBluetoothLocalDevice>
 #include <QTimer>
 
@@ -20,11 +21,12 @@ template <typename Function> void later(QObject *context, Function function)
 
 } // namespace
 
-void check(QObject *context, const std::function<void(const Failure &)> &answer)
+void check(QObject *context,
+           const std::function<void(const Failure &, const QBluetoothAddress &)> &answer)
 {
     const QBluetoothLocalDevice device;
     const bool on = device.isValid() && device.hostMode() != QBluetoothLocalDevice::HostPoweredOff;
-    later(context, [answer, on] { answer(on ? Failure{} : switchedOff()); });
+    later(context, [answer, on] { answer(on ? Failure{} : switchedOff(), {}); });
 }
 
 // Its service doesn't end by itself.
@@ -37,14 +39,14 @@ void connected(QObject *context,
     later(context, [answer] { answer({}); });
 }
 
-// macOS asks by itself, when a device wants a paired computer for something.
+// macOS asks the user by itself when a device refuses something to an unpaired computer.
 void pair(const QBluetoothDeviceInfo & /*device*/, QObject *context,
           const std::function<void()> &answer)
 {
     later(context, answer);
 }
 
-// It keeps to itself what it is paired with.
+// It doesn't tell which devices it is paired with.
 void isUnpaired(const QBluetoothDeviceInfo & /*device*/, QObject *context,
                 const std::function<void(bool)> &answer)
 {

@@ -13,11 +13,14 @@ import xml.etree.ElementTree as ElementTree
 
 from find_texts import untranslated_texts
 
-SOURCE, TRANSLATIONS, LOCALES = (pathlib.Path(name) for name in ("src", "translations", "data/locale"))
+SOURCE, HELPER, TRANSLATIONS, LOCALES = (pathlib.Path(name) for name in ("src", "helper", "translations", "data/locale"))
 TEMPLATE, ENGLISH = "tallyforge.ts", "en-US.ini"
 
 # Sentences that no user of OBS reads: file, beginning of the text, reason.
 EXCEPTIONS = [
+    ("helper/main.cpp", "This program belongs to", "for a shell, not for OBS"),
+    ("helper/main.cpp", "The plug-in's port", "an argument's description"),
+    ("helper/main.cpp", "What proves this program", "an argument's description"),
     ("src/platform/BluetoothHelper_macos.cpp", "Tallyforge Bluetooth Helper.app", "a file's name"),
     ("src/module.cpp", "Live Tallyforge scoreboard data,", "OBS shows it nowhere"),
     ("src/sources/GraphicsSource.cpp", "Tallyforge graphics", "a private source's name"),
@@ -38,7 +41,7 @@ def stale_files(ts_files):
     with tempfile.TemporaryDirectory() as folder:
         copies = [pathlib.Path(shutil.copy(file, folder)) for file in ts_files]
         subprocess.run(["scripts/translations.sh", *copies], check=True, stdout=subprocess.DEVNULL)
-        return [f"{file}: not up to date with {SOURCE}/ (make translations, then translate)"
+        return [f"{file}: not up to date with {SOURCE}/ and {HELPER}/ (make translations, then translate)"
                 for file, copy in zip(ts_files, copies) if file.read_bytes() != copy.read_bytes()]
 
 
@@ -104,7 +107,7 @@ def faults_in_sources(files):
 
 
 def main():
-    sources = sorted(file for file in SOURCE.rglob("*") if file.suffix in (".h", ".cpp"))
+    sources = sorted(file for folder in (SOURCE, HELPER) for file in folder.rglob("*") if file.suffix in (".h", ".cpp"))
     template = TRANSLATIONS / TEMPLATE
     languages = sorted(TRANSLATIONS.glob("tallyforge_*.ts"))
     count = len(ElementTree.parse(template).getroot().findall("context/message"))

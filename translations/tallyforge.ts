@@ -135,6 +135,121 @@
     </message>
 </context>
 <context>
+    <name>tallyforge::BluetoothHelper</name>
+    <message>
+        <source>This computer is not paired with the device. Pair it in the system&apos;s Bluetooth settings with the device&apos;s passkey, then connect again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Bluetooth was stopped on this computer.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The connection to the device was given up.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The connection to the device was closed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The connection to the device was lost.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device ended the Bluetooth connection before it was ready.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device did not answer over Bluetooth in time.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device did not confirm the request in time.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device stopped answering over Bluetooth.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device was not found over Bluetooth. Check that it is powered and near this computer, then search again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Could not connect to the device over Bluetooth. Check that it is powered, near this computer and not connected to another one.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This device does not offer setup over Bluetooth.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device did not take the request.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device did not let this computer listen to it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The search for Bluetooth devices failed. Try again; if it keeps failing, switch Bluetooth off and on.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Bluetooth is still busy with the request before.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The Bluetooth helper does not know that request.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A newer search has taken the place of this one.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>That is not a Bluetooth device.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Another device was connected over Bluetooth.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No device is connected.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is nothing to write.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Bluetooth is switched off on this computer. Switch it on in the system&apos;s settings, then try again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The Bluetooth adapter of this computer is gone.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Bluetooth is not allowed for Tallyforge. Allow it in the system&apos;s privacy settings, then try again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This user may not use Bluetooth on this computer. Ask the computer&apos;s administrator for access to it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The Bluetooth service of this computer is not running. Install BlueZ or start its service &quot;bluetooth&quot;, then try again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This computer has no Bluetooth adapter, or it is blocked. Plug one in or unblock it, then try again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>tallyforge::DeviceSession</name>
     <message>
         <source>This device is set to send its scores to a wireless receiver, so its Wi-Fi is switched off and it cannot see networks. Turn the wireless link off to use Wi-Fi.</source>

@@ -135,6 +135,121 @@
     </message>
 </context>
 <context>
+    <name>tallyforge::BluetoothHelper</name>
+    <message>
+        <source>This computer is not paired with the device. Pair it in the system&apos;s Bluetooth settings with the device&apos;s passkey, then connect again.</source>
+        <translation>Dieser Computer ist nicht mit dem Gerät gekoppelt. Koppeln Sie es in den Bluetooth-Einstellungen des Systems mit dem Kopplungscode des Geräts und verbinden Sie es dann erneut.</translation>
+    </message>
+    <message>
+        <source>Bluetooth was stopped on this computer.</source>
+        <translation>Bluetooth wurde auf diesem Computer beendet.</translation>
+    </message>
+    <message>
+        <source>The connection to the device was given up.</source>
+        <translation>Die Verbindung zum Gerät wurde abgebrochen.</translation>
+    </message>
+    <message>
+        <source>The connection to the device was closed.</source>
+        <translation>Die Verbindung zum Gerät wurde geschlossen.</translation>
+    </message>
+    <message>
+        <source>The connection to the device was lost.</source>
+        <translation>Die Verbindung zum Gerät ist verloren gegangen.</translation>
+    </message>
+    <message>
+        <source>The device ended the Bluetooth connection before it was ready.</source>
+        <translation>Das Gerät hat die Bluetooth-Verbindung beendet, bevor sie bereit war.</translation>
+    </message>
+    <message>
+        <source>The device did not answer over Bluetooth in time.</source>
+        <translation>Das Gerät hat über Bluetooth nicht rechtzeitig geantwortet.</translation>
+    </message>
+    <message>
+        <source>The device did not confirm the request in time.</source>
+        <translation>Das Gerät hat die Anfrage nicht rechtzeitig bestätigt.</translation>
+    </message>
+    <message>
+        <source>The device stopped answering over Bluetooth.</source>
+        <translation>Das Gerät antwortet über Bluetooth nicht mehr.</translation>
+    </message>
+    <message>
+        <source>The device was not found over Bluetooth. Check that it is powered and near this computer, then search again.</source>
+        <translation>Das Gerät wurde über Bluetooth nicht gefunden. Prüfen Sie, ob es mit Strom versorgt und in der Nähe dieses Computers ist, und suchen Sie dann erneut.</translation>
+    </message>
+    <message>
+        <source>Could not connect to the device over Bluetooth. Check that it is powered, near this computer and not connected to another one.</source>
+        <translation>Die Verbindung zum Gerät über Bluetooth ist fehlgeschlagen. Prüfen Sie, ob es mit Strom versorgt, in der Nähe dieses Computers und nicht mit einem anderen verbunden ist.</translation>
+    </message>
+    <message>
+        <source>This device does not offer setup over Bluetooth.</source>
+        <translation>Dieses Gerät lässt sich nicht über Bluetooth einrichten.</translation>
+    </message>
+    <message>
+        <source>The device did not take the request.</source>
+        <translation>Das Gerät hat die Anfrage nicht angenommen.</translation>
+    </message>
+    <message>
+        <source>The device did not let this computer listen to it.</source>
+        <translation>Das Gerät hat diesem Computer nicht erlaubt, seine Antworten zu empfangen.</translation>
+    </message>
+    <message>
+        <source>The search for Bluetooth devices failed. Try again; if it keeps failing, switch Bluetooth off and on.</source>
+        <translation>Die Suche nach Bluetooth-Geräten ist fehlgeschlagen. Versuchen Sie es erneut; wenn es weiterhin fehlschlägt, schalten Sie Bluetooth aus und wieder ein.</translation>
+    </message>
+    <message>
+        <source>Bluetooth is still busy with the request before.</source>
+        <translation>Bluetooth ist noch mit der vorigen Anfrage beschäftigt.</translation>
+    </message>
+    <message>
+        <source>The Bluetooth helper does not know that request.</source>
+        <translation>Das Bluetooth-Hilfsprogramm kennt diese Anfrage nicht.</translation>
+    </message>
+    <message>
+        <source>A newer search has taken the place of this one.</source>
+        <translation>Eine neuere Suche hat diese abgelöst.</translation>
+    </message>
+    <message>
+        <source>That is not a Bluetooth device.</source>
+        <translation>Das ist kein Bluetooth-Gerät.</translation>
+    </message>
+    <message>
+        <source>Another device was connected over Bluetooth.</source>
+        <translation>Ein anderes Gerät wurde über Bluetooth verbunden.</translation>
+    </message>
+    <message>
+        <source>No device is connected.</source>
+        <translation>Es ist kein Gerät verbunden.</translation>
+    </message>
+    <message>
+        <source>There is nothing to write.</source>
+        <translation>Es gibt nichts zu schreiben.</translation>
+    </message>
+    <message>
+        <source>Bluetooth is switched off on this computer. Switch it on in the system&apos;s settings, then try again.</source>
+        <translation>Bluetooth ist auf diesem Computer ausgeschaltet. Schalten Sie es in den Systemeinstellungen ein und versuchen Sie es dann erneut.</translation>
+    </message>
+    <message>
+        <source>The Bluetooth adapter of this computer is gone.</source>
+        <translation>Der Bluetooth-Adapter dieses Computers ist nicht mehr da.</translation>
+    </message>
+    <message>
+        <source>Bluetooth is not allowed for Tallyforge. Allow it in the system&apos;s privacy settings, then try again.</source>
+        <translation>Bluetooth ist für Tallyforge nicht erlaubt. Erlauben Sie es in den Datenschutzeinstellungen des Systems und versuchen Sie es dann erneut.</translation>
+    </message>
+    <message>
+        <source>This user may not use Bluetooth on this computer. Ask the computer&apos;s administrator for access to it.</source>
+        <translation>Dieser Benutzer darf Bluetooth auf diesem Computer nicht verwenden. Bitten Sie die Administration des Computers um Zugriff.</translation>
+    </message>
+    <message>
+        <source>The Bluetooth service of this computer is not running. Install BlueZ or start its service &quot;bluetooth&quot;, then try again.</source>
+        <translation>Der Bluetooth-Dienst dieses Computers läuft nicht. Installieren Sie BlueZ oder starten Sie den Dienst „bluetooth“ und versuchen Sie es dann erneut.</translation>
+    </message>
+    <message>
+        <source>This computer has no Bluetooth adapter, or it is blocked. Plug one in or unblock it, then try again.</source>
+        <translation>Dieser Computer hat keinen Bluetooth-Adapter, oder er ist blockiert. Schließen Sie einen an oder heben Sie die Blockierung auf und versuchen Sie es dann erneut.</translation>
+    </message>
+</context>
+<context>
     <name>tallyforge::DeviceSession</name>
     <message>
         <source>This device is set to send its scores to a wireless receiver, so its Wi-Fi is switched off and it cannot see networks. Turn the wireless link off to use Wi-Fi.</source>

@@ -6,10 +6,9 @@
 #include "common/JsonText.h"
 #include "core/HostedRequest.h"
 #include "core/LiveData.h"
+#include "platform/KeepAccepting.h"
 #include "platform/OpenFiles.h"
 #include "platform/StreamSocket.h"
-
-#include <QTimer>
 
 #include <optional>
 #include <utility>
@@ -29,14 +28,7 @@ HostedServer::HostedServer(LiveData *live, const HostedClient::Timing &timing, Q
     , m_live(live)
 {
     connect(&m_tcpServer, &HostedListener::arrived, &m_work, &SlicedWork::go);
-    // When it can't open a descriptor for a program, Qt's listener rests for good.
-    connect(&m_tcpServer, &QTcpServer::acceptError, this, [this] {
-        QTimer::singleShot(m_timing.rest, this, [this] {
-            if (m_tcpServer.isListening()) {
-                m_tcpServer.resumeAccepting();
-            }
-        });
-    });
+    platform::keepAccepting(&m_tcpServer, m_timing.rest);
     connect(m_live, &LiveData::changed, this, &HostedServer::broadcast);
 }
 

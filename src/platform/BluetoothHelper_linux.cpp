@@ -17,8 +17,7 @@ QString bluetoothHelperFile()
 void startBluetoothHelper(QProcess *process, const QString &helperPath, quint16 port,
                           const QByteArray &token)
 {
-    // Nothing of what OBS has open is the helper's, and what it complains of goes where OBS's own
-    // complaints go.
+    // The helper gets none of OBS's open files. Its error messages go where OBS's own go.
     process->setUnixProcessParameters(QProcess::UnixProcessFlag::CloseFileDescriptors |
                                       QProcess::UnixProcessFlag::ResetSignalHandlers);
     process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
@@ -26,6 +25,11 @@ void startBluetoothHelper(QProcess *process, const QString &helperPath, quint16 
     process->setStandardOutputFile(QProcess::nullDevice());
     process->start(helperPath,
                    {u"--port"_s, QString::number(port), u"--token"_s, QString::fromLatin1(token)});
+}
+
+bool bluetoothHelperIsItsProcess()
+{
+    return true;
 }
 
 } // namespace tallyforge::platform

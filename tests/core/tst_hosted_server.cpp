@@ -3,6 +3,7 @@
 
 #include "core/HostedServer.h"
 #include "core/LiveData.h"
+#include "tests/support/OpenFilesLeft.h"
 
 #include <QElapsedTimer>
 #include <QJsonArray>
@@ -14,10 +15,8 @@
 
 #include <algorithm>
 
-#include <sys/resource.h>
-#include <unistd.h>
-
 using namespace tallyforge;
+using namespace tallyforge::test;
 using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
 
@@ -45,25 +44,6 @@ public:
 private:
     QByteArray m_received;
     QByteArrayList m_lines;
-};
-
-// Lets this process open only so many more files while it lives.
-class OpenFilesLeft
-{
-public:
-    explicit OpenFilesLeft(rlim_t count)
-    {
-        const int next = dup(0);
-        close(next);
-        getrlimit(RLIMIT_NOFILE, &m_normal);
-        const rlimit few{rlim_t(next) + count, m_normal.rlim_max};
-        setrlimit(RLIMIT_NOFILE, &few);
-    }
-    ~OpenFilesLeft() { setrlimit(RLIMIT_NOFILE, &m_normal); }
-    Q_DISABLE_COPY_MOVE(OpenFilesLeft)
-
-private:
-    rlimit m_normal{};
 };
 
 QJsonObject toObject(const QByteArray &line)

@@ -60,10 +60,10 @@ def write_value(_characteristic, value, options):
     called("WriteValue", bytes(value).hex(), str(options.get("type")))
 
 
-@dbus.service.method(BLUEZ_MOCK_IFACE, in_signature="ssssa{sv}", out_signature="s")
-def AddScoreboard(self, address, name, service, characteristic, properties):
+@dbus.service.method(BLUEZ_MOCK_IFACE, in_signature="sssssa{sv}", out_signature="s")
+def AddScoreboard(self, adapter, address, name, service, characteristic, properties):
     """A device that offers the service. Returns the path of its characteristic."""
-    path = self.AddDevice("hci0", address, name)
+    path = self.AddDevice(adapter, address, name)
     device = mockobject.objects[path]
     device.AddMethods(DEVICE_IFACE, [("Connect", "", "", connect), ("Disconnect", "", "", disconnect),
                                      ("Pair", "", "", pair)])

@@ -49,6 +49,7 @@ class Plugin:
         self.socket, _ = server.accept()
         server.close()
         self.socket.settimeout(PATIENCE)
+        self.socket.setsockopt(socket.IPPROTO_TCP, socket.TCP_NODELAY, 1)    # as the plug-in does
         self.lines = self.socket.makefile("rb")
         self.events = []
         self.asked = 0
@@ -108,8 +109,8 @@ class HelperTest(dbusmock.DBusTestCase):
     def update(self, path, interface, **properties):
         self.object(path).UpdateProperties(interface, properties, dbus_interface=dbusmock.MOCK_IFACE)
 
-    def scoreboard(self, address=A, **properties):
-        return self.root.AddScoreboard(address, "Main gym", SERVICE, CHARACTERISTIC,
+    def scoreboard(self, address=A, on="hci0", **properties):
+        return self.root.AddScoreboard(on, address, "Main gym", SERVICE, CHARACTERISTIC,
                                        dbus.Dictionary(properties, signature="sv"), dbus_interface=MOCK)
 
     def device(self, characteristic, **properties):
@@ -155,12 +156,15 @@ class HelperTest(dbusmock.DBusTestCase):
         self.bluez(adapters=0)
         refusal("no Bluetooth adapter")
         first = self.root.AddAdapter("hci0", "test", dbus_interface=MOCK)
-        self.root.AddAdapter("hci1", "test", dbus_interface=MOCK)    # is on, but Qt uses the first
         self.update(first, ADAPTER, Powered=False)
         refusal("switched off")
-        self.update(first, ADAPTER, Powered=True)
+        self.root.AddAdapter("hci1", "test", dbus_interface=MOCK)    # is on
+        self.update("/org/bluez/hci1", ADAPTER, Address="00:01:02:03:04:99")
+        self.scoreboard(A, on="hci0", MTU=dbus.UInt16(100))    # from the time when hci0 was on
+        self.scoreboard(A, on="hci1", RSSI=dbus.Int16(-40))
         self.assertEqual(plugin.ask("start"), {})
-        self.assertEqual(plugin.ask("scan", ms=100)["seen"], 0)
+        self.assertEqual(len(plugin.ask("scan", ms=100)["devices"]), 1)
+        self.assertEqual(plugin.ask("connect", id=A), {"writePayload": 20})
 
     def test_scan(self):
         self.bluez()
@@ -169,9 +173,9 @@ class HelperTest(dbusmock.DBusTestCase):
         self.scoreboard(C, RSSI=dbus.Int16(0), Connected=True)      # silent, since it is connected
         self.root.AddDevice("hci0", "BB:00:00:00:00:01", "phone", dbus_interface=MOCK)
         plugin = self.plugin()
-        first = plugin.send("scan", ms=300)
-        self.assertEqual(plugin.ask("scan", ms=300), "busy")
-        found = plugin.reply(first)
+        first, second = plugin.send("scan", ms=60000), plugin.send("scan", ms=300)
+        self.assertEqual(plugin.reply(first), "cancelled")
+        found = plugin.reply(second)
         self.assertEqual(found["seen"], 3)
         self.assertEqual(sorted((d["id"], d["name"], d["rssi"]) for d in found["devices"]),
                          [(A, "Main gym", -40), (C, "Main gym", 0)])
@@ -192,7 +196,7 @@ class HelperTest(dbusmock.DBusTestCase):
     def test_connect_failures(self):
         self.bluez()
         self.scoreboard(A, Flags=dbus.Array(["write-without-response", "notify"]))
-        self.root.AddScoreboard(B, "other", CHARACTERISTIC, SERVICE, dbus.Dictionary(signature="sv"),
+        self.root.AddScoreboard("hci0", B, "other", CHARACTERISTIC, SERVICE, dbus.Dictionary(signature="sv"),
                                 dbus_interface=MOCK)
         characteristic = self.scoreboard(C)
         plugin = self.plugin()
@@ -261,6 +265,9 @@ class HelperTest(dbusmock.DBusTestCase):
         self.scoreboard(B)
         self.assertEqual(plugin.ask("disconnect"), {})
         self.assertEqual(self.log()[-1], "Disconnect")
+        first, second = plugin.send("connect", id=A), plugin.send("disconnect")
+        self.assertIn(plugin.reply(first), ("cancelled", {"writePayload": 20}))
+        self.assertEqual(plugin.reply(second), {})    # it didn't overtake
         self.assertIsInstance(plugin.ask("connect", id=A), dict)
         first, second = plugin.send("connect", id=B), plugin.send("connect", id=A)
         self.assertIn(plugin.reply(first), ("cancelled", {"writePayload": 20}))

@@ -19,14 +19,14 @@
 namespace tallyforge::test {
 
 /// A Bluetooth helper in the test's own process, with one device behind it. The bridge starts a script
-/// that only notes its port and token; the double then comes to the port and does as the test says. Left
+/// that notes its port and token and stays; the double then comes to the port and does as the test says. Left
 /// alone it is a healthy helper.
 class BleHelperDouble
 {
 public:
     BleHelperDouble()
     {
-        writeScript("#!/bin/sh\nprintf '%s %s\\n' \"$2\" \"$4\" >>\"$0.starts\"\n");
+        writeScript("#!/bin/sh\nprintf '%s %s\\n' \"$2\" \"$4\" >>\"$0.starts\"\nexec sleep 1000\n");
         QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { look(); });
         m_timer.start(1);
     }

@@ -11,15 +11,6 @@ using namespace Qt::StringLiterals;
 
 namespace tallyforge {
 
-namespace {
-
-class Texts
-{
-    Q_DECLARE_TR_FUNCTIONS(tallyforge::BleHelperLines)
-};
-
-} // namespace
-
 std::optional<QJsonObject> BleHelperLines::take()
 {
     while (const std::optional<QByteArray> line = m_buffer.takeLine()) {
@@ -53,8 +44,18 @@ BleReply bleReply(const QJsonObject &line)
     }
     const QJsonObject error = line.value("error"_L1).toObject();
     reply.code = error.value("code"_L1).toString(u"ble_error"_s);
-    reply.message = error.value("message"_L1).toString(Texts::tr("Bluetooth error"));
+    const QJsonValue message = error.value("message"_L1);
+    reply.message = message.isString() ? bleSentence(message.toString())
+                                       : QCoreApplication::translate("tallyforge::BleHelperLines",
+                                                                     "Bluetooth error");
     return reply;
+}
+
+QString bleSentence(const QString &english)
+{
+    return english.isEmpty() ? QString()
+                             : QCoreApplication::translate("tallyforge::BluetoothHelper",
+                                                           english.toUtf8().constData());
 }
 
 QList<BleDeviceInfo> bleDevices(const QJsonObject &result)

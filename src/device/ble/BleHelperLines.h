@@ -29,12 +29,16 @@ private:
     LineBuffer m_buffer;
 };
 
-/// Whether a connection's first object proves that it comes from whom the token was given to. Takes
-/// the same time wherever the two differ. An empty token is never proved.
+/// Whether a connection's first object holds the token, and so comes from the helper. Takes the
+/// same time wherever the two differ. No object proves an empty token.
 [[nodiscard]] bool bleProvesToken(const QJsonObject &hello, const QByteArray &token);
 
-/// A line without "ev" as the reply that it is.
+/// The reply that a line without "ev" is, with its message in the user's language.
 [[nodiscard]] BleReply bleReply(const QJsonObject &line);
+
+/// A sentence of the helper, which speaks English, in the user's language. A sentence that isn't
+/// the helper's own stays as it is.
+[[nodiscard]] QString bleSentence(const QString &english);
 
 /// The devices in a scan's result, in its order.
 [[nodiscard]] QList<BleDeviceInfo> bleDevices(const QJsonObject &result);

@@ -5,6 +5,7 @@
 
 #include "common/JsonText.h"
 
+#include <QDeadlineTimer>
 #include <QPointer>
 #include <QTcpSocket>
 
@@ -14,9 +15,14 @@ namespace tallyforge {
 
 namespace {
 
-constexpr qsizetype strangersLine = 1024;       // the hello takes some fifty bytes
-constexpr qint64 strangersRead = 4096;          // the rest waits with the system
-constexpr qsizetype helpersLine = 1024L * 1024; // a scan of thousands of devices
+constexpr qsizetype strangersLine = 1024;     // the hello takes some fifty bytes
+constexpr qint64 strangersRead = 4096;        // more waits with the system
+constexpr qsizetype helpersLine = 128 * 1024; // a scan of a thousand devices
+constexpr qint64 helpersRead = 64L * 1024;
+constexpr qint64 piece = 4096; // small, because the time is looked at only between pieces and lines
+
+constexpr std::chrono::milliseconds turnLimit{3}; // no further line is handled after it
+constexpr std::chrono::milliseconds pause{5};     // OBS's own, after a turn that was cut
 
 } // namespace
 
@@ -24,24 +30,31 @@ BleHelperSocket::BleHelperSocket(QTcpSocket *socket, std::chrono::milliseconds h
                                  QObject *parent)
     : QObject(parent)
     , m_socket(socket)
-    , m_lineLimit(strangersLine)
 {
     m_socket->setParent(this);
     m_socket->setSocketOption(QAbstractSocket::LowDelayOption, 1); // no line waits for the next one
     m_socket->setReadBufferSize(strangersRead);
-    // Queued, since Qt emits it no second time while a receiver waits in an event loop of its own.
-    connect(m_socket, &QTcpSocket::readyRead, this, &BleHelperSocket::read, Qt::QueuedConnection);
-    connect(m_socket, &QTcpSocket::disconnected, this, &BleHelperSocket::onDisconnected);
+    // Both are queued: a slot of received() may wait in an event loop of its own, and neither
+    // signal may come from within a call of the socket then.
+    connect(m_socket, &QTcpSocket::readyRead, this, &BleHelperSocket::handle, Qt::QueuedConnection);
+    connect(
+        m_socket, &QTcpSocket::disconnected, this,
+        [this] {
+            m_peerGone = true;
+            handle();
+        },
+        Qt::QueuedConnection);
+    m_rest.setSingleShot(true);
+    m_rest.setInterval(pause);
+    connect(&m_rest, &QTimer::timeout, this, &BleHelperSocket::handle);
     connect(&m_helloTimer, &QTimer::timeout, this, &BleHelperSocket::onHelloLimit);
-    m_helloTimer.setSingleShot(true);
     m_helloTimer.start(helloLimit);
 }
 
 void BleHelperSocket::trust()
 {
     m_helloTimer.stop();
-    m_socket->setReadBufferSize(0);
-    m_lineLimit = helpersLine;
+    m_socket->setReadBufferSize(helpersRead);
 }
 
 void BleHelperSocket::send(const QJsonObject &object)
@@ -50,39 +63,52 @@ void BleHelperSocket::send(const QJsonObject &object)
     m_socket->flush(); // not only when the event loop comes round
 }
 
-void BleHelperSocket::onDisconnected()
+void BleHelperSocket::readNow()
 {
-    if (read()) {
-        end();
-    }
+    m_socket->waitForReadyRead(0);
+    handle();
 }
 
 void BleHelperSocket::onHelloLimit()
 {
-    m_socket->waitForReadyRead(0); // the hello may be here, and only this thread was late
-    if (read() && m_lineLimit == strangersLine) {
+    const QPointer<BleHelperSocket> self = this;
+    readNow(); // the hello may be here, and only this thread was late
+    if (self && isStranger()) {
         end();
     }
 }
 
-bool BleHelperSocket::read()
+void BleHelperSocket::handle()
 {
-    if (m_ended) {
-        return false;
+    if (m_ended || m_rest.isActive()) {
+        return;
     }
     const QPointer<BleHelperSocket> self = this;
-    m_lines.append(m_socket->readAll());
-    while (const std::optional<QJsonObject> object = m_lines.take()) {
-        Q_EMIT received(*object);
-        if (!self || m_ended) {
-            return false;
+    const QDeadlineTimer turn(turnLimit, Qt::PreciseTimer);
+    do {
+        if (const std::optional<QJsonObject> object = m_lines.take()) {
+            Q_EMIT received(*object);
+            if (!self || m_ended) {
+                return;
+            }
+        } else if (!readMore()) {
+            return;
         }
-    }
-    if (m_lines.size() > m_lineLimit) {
+    } while (!turn.hasExpired());
+    m_rest.start();
+}
+
+// Called when no whole line is left. Returns false when there is nothing to read, or no more.
+bool BleHelperSocket::readMore()
+{
+    const QByteArray bytes = m_socket->read(piece);
+    if (m_lines.size() > (isStranger() ? strangersLine : helpersLine) ||
+        (bytes.isEmpty() && m_peerGone)) {
         end();
         return false;
     }
-    return true;
+    m_lines.append(bytes);
+    return !bytes.isEmpty();
 }
 
 void BleHelperSocket::end()
@@ -99,6 +125,7 @@ void BleHelperSocket::close()
         return;
     }
     m_helloTimer.stop();
+    m_rest.stop();
     m_socket->disconnect(this);
     m_socket->flush();
     m_socket->close();

@@ -14,40 +14,44 @@ class QTcpSocket;
 
 namespace tallyforge {
 
-/// One connection to the bridge's port: a stranger that may hold little memory and has little time
-/// to prove itself, and after that the helper. It is good for one connection and deletes itself
-/// some time after its end.
+/// One connection to the bridge's port. It begins as a stranger, with little memory and little time
+/// to prove itself; trust() makes it the helper. It is good for one connection and deletes itself
+/// some time after its end. Lines that take longer than a few milliseconds to handle go on in a
+/// later turn of the event loop, and the connection isn't read meanwhile. Main thread.
 class BleHelperSocket final : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Takes the socket over.
+    /// Takes the socket over. A stranger's connection ends after helloLimit.
     BleHelperSocket(QTcpSocket *socket, std::chrono::milliseconds helloLimit, QObject *parent);
 
     /// Lifts the limits of a stranger.
     void trust();
     void send(const QJsonObject &object);
-    /// Ends the connection with what can be sent of it at once, and in silence: nothing is emitted
-    /// any more.
+    /// Handles what has come by now, as far as one turn of the event loop allows.
+    void readNow();
+    /// Sends what can be sent at once and ends the connection. No signal is emitted any more.
     void close();
 
 Q_SIGNALS:
     void received(const QJsonObject &object);
-    /// The connection has ended by itself.
+    /// The peer has ended the connection, has sent too long a line, or is a stranger whose time is
+    /// over.
     void ended();
 
 private:
-    void onDisconnected();
+    [[nodiscard]] bool isStranger() const { return m_helloTimer.isActive(); }
+    void handle();
+    [[nodiscard]] bool readMore();
     void onHelloLimit();
-    /// Handles what is there. Returns whether the connection goes on.
-    bool read();
     void end();
 
     QTcpSocket *const m_socket; // child
     BleHelperLines m_lines;
-    qsizetype m_lineLimit;
-    QTimer m_helloTimer;
+    QTimer m_helloTimer; // runs while this is a stranger
+    QTimer m_rest;       // runs until the lines that wait are handled
+    bool m_peerGone = false;
     bool m_ended = false;
 };
 

@@ -5,8 +5,6 @@
 
 #include "device/ble/BleBridge.h"
 
-#include <QPointer>
-
 using namespace Qt::StringLiterals;
 
 namespace tallyforge {
@@ -45,29 +43,20 @@ BleLink::~BleLink()
 void BleLink::open()
 {
     close();
-    m_bridge->start(
-        [self = QPointer<BleLink>(this), generation = m_generation](const BleReply &reply) {
-            if (!self || self->m_generation != generation) {
-                return;
-            }
-            if (reply.ok) {
-                self->connectDevice();
-            } else {
-                Q_EMIT self->failed(reply.code, reply.message);
-            }
-        });
+    m_bridge->start(m_generation.guard([this](const BleReply &reply) {
+        if (reply.ok) {
+            connectDevice();
+        } else {
+            Q_EMIT failed(reply.code, reply.message);
+        }
+    }));
 }
 
 void BleLink::connectDevice()
 {
-    m_bridge->request(
-        u"connect"_s, {{u"id"_s, m_id}},
-        [self = QPointer<BleLink>(this), generation = m_generation](const BleReply &reply) {
-            if (self && self->m_generation == generation) {
-                self->onConnected(reply);
-            }
-        },
-        m_timing.connect);
+    m_bridge->request(u"connect"_s, {{u"id"_s, m_id}},
+                      m_generation.guard([this](const BleReply &reply) { onConnected(reply); }),
+                      m_timing.connect);
 }
 
 void BleLink::onConnected(const BleReply &reply)
@@ -83,7 +72,7 @@ void BleLink::onConnected(const BleReply &reply)
 
 void BleLink::close()
 {
-    ++m_generation;
+    m_generation.next();
     if (!m_connected) {
         return;
     }

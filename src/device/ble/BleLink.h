@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "common/Generation.h"
 #include "device/DeviceLink.h"
 #include "device/ble/BleTransport.h"
 
@@ -14,8 +15,8 @@ namespace tallyforge {
 
 class BleBridge;
 
-/// A device that is reached over Bluetooth. There is one connection at a time in all of the
-/// plug-in, since the helper holds only one.
+/// A device that is reached over Bluetooth. The whole plug-in has one connection at a time, because
+/// the helper holds only one.
 class BleLink final : public DeviceLink
 {
     Q_OBJECT
@@ -28,7 +29,7 @@ public:
         std::chrono::milliseconds write{15000}; ///< for one write
     };
 
-    /// id is the one of a BleDeviceInfo, label what the user knows the device by.
+    /// id is the one of a BleDeviceInfo, label the name that the user knows the device by.
     BleLink(const QString &id, const QString &label, QObject *parent = nullptr);
     /// The bridge isn't owned and must outlive the link.
     BleLink(BleBridge *bridge, const QString &id, const QString &label, const Timing &timing,
@@ -54,7 +55,7 @@ private:
     const QString m_label;
     BleTransport m_transport;
     bool m_connected = false;
-    unsigned m_generation = 0; // counts open() and close()
+    Generation m_generation; // begins with open() and close()
 };
 
 } // namespace tallyforge

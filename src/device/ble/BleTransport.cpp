@@ -5,8 +5,6 @@
 
 #include "device/ble/BleBridge.h"
 
-#include <QPointer>
-
 using namespace Qt::StringLiterals;
 
 namespace tallyforge {
@@ -38,7 +36,7 @@ void BleTransport::start(int writePayload)
 
 void BleTransport::stop()
 {
-    ++m_connections;
+    m_generation.next();
     m_open = false;
     m_writePayload = leastPayload;
     m_assembler.reset();
@@ -76,7 +74,8 @@ void BleTransport::pumpWrites()
         return;
     }
     if (!m_bridge->isReady()) {
-        // It is just telling everyone that it has stopped: a write must not start it anew.
+        // The bridge is just telling everyone that the helper has stopped. A write must not start
+        // it.
         m_writeQueue.clear();
         const BleReply reply = BleBridge::stopped();
         Q_EMIT sendFailed(reply.code, reply.message);
@@ -84,14 +83,9 @@ void BleTransport::pumpWrites()
     }
     m_writing = true;
     const QString bytes = QString::fromLatin1(m_writeQueue.takeFirst().toBase64());
-    m_bridge->request(
-        u"write"_s, {{u"b64"_s, bytes}},
-        [self = QPointer<BleTransport>(this), connection = m_connections](const BleReply &reply) {
-            if (self && self->m_connections == connection) {
-                self->onWritten(reply);
-            }
-        },
-        m_writeLimit);
+    m_bridge->request(u"write"_s, {{u"b64"_s, bytes}},
+                      m_generation.guard([this](const BleReply &reply) { onWritten(reply); }),
+                      m_writeLimit);
 }
 
 void BleTransport::onWritten(const BleReply &reply)

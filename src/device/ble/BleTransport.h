@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "common/Generation.h"
 #include "device/RpcTransport.h"
 #include "device/ble/BleFragments.h"
 
@@ -48,7 +49,7 @@ private:
     BleReplyAssembler m_assembler;
     QList<QByteArray> m_writeQueue; // fragments, also of several requests
     bool m_writing = false;
-    unsigned m_connections = 0; // a write is confirmed only within the connection that it was for
+    Generation m_generation; // of the connection: a late confirmation counts for no other
 };
 
 } // namespace tallyforge

@@ -3,11 +3,15 @@
 
 #include "device/ble/BleBridge.h"
 #include "tests/support/BleHelperDouble.h"
+#include "tests/support/OpenFilesLeft.h"
 
 #include <QProcess>
 #include <QSignalSpy>
 #include <QTest>
 #include <QThread>
+#include <QTranslator>
+
+#include <ctime>
 
 using namespace tallyforge;
 using namespace tallyforge::test;
@@ -16,7 +20,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr BleBridge::Timing patient{20s, 20s, 20s, 20s};
+constexpr BleBridge::Timing patient{20s, {20s, 20ms}, 20s, 20s};
 
 struct Rig
 {
@@ -79,7 +83,7 @@ private Q_SLOTS:
     {
         QFETCH(QByteArrayList, pieces);
         QFETCH(bool, accepted);
-        Rig r({20s, accepted ? 20000ms : 200ms, 20s, 20s});
+        Rig r({20s, {accepted ? 20000ms : 200ms, 20ms}, 20s, 20s});
         QSignalSpy data(&r.bridge, &BleBridge::dataReceived);
         r.startUnmanned();
         const auto visitor = r.helper.knock();
@@ -115,14 +119,29 @@ private Q_SLOTS:
         }
         QTRY_COMPARE(gone(), 24); // sixteen may stay for a while
         r.helper.come();
+        for (int i = 0; i < 20; ++i) { // a flood between the helper's hello and the event loop's next turn
+            crowd.push_back(r.helper.knock());
+        }
         QTRY_VERIFY(r.bridge.isReady());
-        QTRY_COMPARE(gone(), 40);
+        QTRY_COMPARE(gone(), 60);
         crowd.push_back(r.helper.knock());
         crowd.back()->write(r.helper.hello()); // the token is good once
-        QTRY_COMPARE(gone(), 41);
+        QTRY_COMPARE(gone(), 61);
         QTRY_COMPARE(r.replies.size(), 2);
         QCOMPARE(r.helper.received, "{\"key\":1,\"op\":\"a\",\"reqId\":1}\n{\"op\":\"b\",\"reqId\":2}\n");
         QCOMPARE(r.helper.starts, 1);
+    }
+
+    void noOpenFileLeft()
+    {
+        Rig r;
+        r.startUnmanned();
+        auto limit = std::make_unique<OpenFilesLeft>(1); // for the helper's own end
+        r.helper.come();
+        QTest::qWait(100); // for several tries that fail
+        QVERIFY(!r.bridge.isReady());
+        limit.reset();
+        QTRY_VERIFY(r.bridge.isReady());
     }
 
     void launchFailures_data()
@@ -136,7 +155,8 @@ private Q_SLOTS:
     void launchFailures()
     {
         QFETCH(QByteArray, script);
-        Rig r({300ms, 20s, 20s, 20s});
+        const bool silent = script.contains("sleep");
+        Rig r({silent ? 300ms : 20000ms, {}, 20s, 20s}); // what is known is told at once
         script.isEmpty() ? r.bridge.setHelperPath(r.helper.path() + u"not"_s) : r.helper.writeScript(script);
         r.ask(u"a"_s);
         r.ask(u"b"_s);
@@ -192,6 +212,30 @@ private Q_SLOTS:
         QCOMPARE(data.count(), 0);
     }
 
+    void sentencesOfTheHelperAreTranslated()
+    {
+        struct German : QTranslator
+        {
+            [[nodiscard]] bool isEmpty() const override { return false; }
+            [[nodiscard]] QString translate(const char *context, const char *text, const char *, int) const override
+            {
+                return qstrcmp(context, "tallyforge::BluetoothHelper") == 0 && qstrcmp(text, "It is off.") == 0
+                           ? u"Es ist aus."_s
+                           : QString();
+            }
+        } german;
+        QCoreApplication::installTranslator(&german);
+        Rig r;
+        QSignalSpy disconnected(&r.bridge, &BleBridge::disconnected);
+        QString message = u"It is off."_s;
+        r.helper.onOp = [&](const QJsonObject &op) { r.helper.fail(op, u"c"_s, message); };
+        r.ask(u"a"_s);
+        QTRY_COMPARE(r.replies, QStringList{u"c|Es ist aus."_s});
+        r.helper.send("{\"ev\":\"disconnected\",\"reason\":\"It is off.\"}\n");
+        QTRY_COMPARE(disconnected.count(), 1);
+        QCOMPARE(disconnected[0][0].toString(), u"Es ist aus."_s);
+    }
+
     void lateReply()
     {
         Rig r;
@@ -224,6 +268,29 @@ private Q_SLOTS:
         QCOMPARE(seen, expected);
     }
 
+    void floodOfNotifications()
+    {
+        Rig r;
+        connect(&r.bridge, &BleBridge::dataReceived, &r.bridge, [] { // a receiver that takes its time
+            for (const clock_t end = clock() + CLOCKS_PER_SEC / 20000; clock() < end;) {
+            }
+        });
+        bool sends = false; // in this turn, which takes this process's time as well
+        r.helper.onOp = [&](const QJsonObject &op) {
+            sends = true;
+            r.helper.send(BleHelperDouble::dataLine("x").repeated(8000) + BleHelperDouble::okLine(op));
+        };
+        r.ask(u"a"_s);
+        clock_t longest = 0;
+        while (r.replies.isEmpty()) {
+            sends = false;
+            const clock_t begin = clock(); // the processor's time, so that a busy computer doesn't count
+            QCoreApplication::processEvents();
+            longest = sends ? longest : std::max(longest, clock() - begin);
+        }
+        QVERIFY2(longest < CLOCKS_PER_SEC / 125, QByteArray::number(qlonglong(longest))); // 8 ms
+    }
+
     void callbackWithAnEventLoopOfItsOwn()
     {
         Rig r;
@@ -243,7 +310,7 @@ private Q_SLOTS:
 
     void helloThatWaitedForABusyThread()
     {
-        Rig r({20s, 50ms, 20s, 20s});
+        Rig r({20s, {50ms, 20ms}, 20s, 20s});
         r.startUnmanned();
         const auto visitor = r.helper.knock();
         while (r.bridge.findChild<QTcpSocket *>() == nullptr) {

@@ -44,7 +44,7 @@ struct Rig
     void confirm() { helper.send(BleHelperDouble::okLine(held.takeFirst())); }
 
     BleHelperDouble helper;
-    BleBridge bridge{BleBridge::Timing{20s, 20s, 20s, 20s}, nullptr};
+    BleBridge bridge{BleBridge::Timing{20s, {}, 20s, 20s}, nullptr};
     BleLink link;
     QList<QJsonObject> held;
     QSignalSpy opened{&link, &DeviceLink::opened};

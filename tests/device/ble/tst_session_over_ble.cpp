@@ -67,7 +67,7 @@ class SessionOverBle : public SessionContract
     }
 
     BleHelperDouble m_helper;
-    BleBridge m_bridge{BleBridge::Timing{20s, 20s, 20s, 20s}, nullptr};
+    BleBridge m_bridge{BleBridge::Timing{20s, {}, 20s, 20s}, nullptr};
     QList<QJsonObject> m_connects; // that the device lets wait
     bool m_present = true;
     bool m_connected = false;
