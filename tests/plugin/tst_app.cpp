@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
+#include "core/HostedServer.h"
 #include "plugin/App.h"
 #include "tests/support/FakeModule.h"
 #include "tests/support/HttpStub.h"
@@ -8,6 +9,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QSignalSpy>
+#include <QTcpSocket>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -108,6 +110,28 @@ private Q_SLOTS:
         QSignalSpy listed(&app, &App::devicesChanged);
         QTRY_COMPARE(listed.count(), 1);
         QCOMPARE(app.sources()->deviceId(), u"mine"_s);
+    }
+
+    void burstOfUseEndsWithItsLast()
+    {
+        m_answers["/devices"] = answer(200, R"({"devices":[{"device_id":"d1"},{"device_id":"d2"}]})");
+        App &app = start();
+        QTRY_COMPARE(app.devices().size(), 2);
+        QVERIFY(app.server()->start(0, false, nullptr));
+        QTcpSocket program;
+        program.connectToHost(QHostAddress::LocalHost, app.server()->port());
+        program.write(
+            QByteArray("{\"op\":\"use\",\"device\":\"d2\"}\n{\"op\":\"use\",\"device\":\"d1\"}\n").repeated(200) +
+            "status\n{\"op\":\"use\",\"device\":\"d2\"}\n");
+        QByteArray replies;
+        QTRY_COMPARE((replies += program.readAll()).count("\"op\":\"use\""), 401);
+        const qsizetype status = replies.indexOf("\"account\"");
+        QVERIFY(replies.indexOf("\"device\":\"d1\"", status) < replies.indexOf("\"op\":\"status\"", status));
+        QTRY_COMPARE(app.sources()->deviceId(), u"d2"_s);
+        const auto polls = [this] {
+            return m_portal->asked().count("GET /devices/d1/state") + m_portal->asked().count("GET /devices/d2/state");
+        };
+        QVERIFY2(polls() < 20, qPrintable(QString::number(polls())));
     }
 
     void failedListingKeepsTheLastList()
