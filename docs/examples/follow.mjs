@@ -4,9 +4,15 @@
 // Prints the score, now and whenever anything changes.
 
 import { createConnection } from "node:net";
-import { createInterface } from "node:readline";
 
-for await (const line of createInterface({ input: createConnection(9001, "127.0.0.1") })) {
-    const { fields } = JSON.parse(line);
-    console.log(fields.home_score ?? "-", ":", fields.away_score ?? "-");
+const socket = createConnection(9001, "127.0.0.1").setEncoding("utf8");
+let received = "";
+for await (const text of socket) {
+    // Only "\n" ends a line; node:readline would also split at some characters inside a value.
+    const lines = (received + text).split("\n");
+    received = lines.pop();
+    for (const line of lines) {
+        const { fields } = JSON.parse(line);
+        console.log(fields.home_score ?? "-", ":", fields.away_score ?? "-");
+    }
 }
