@@ -14,8 +14,9 @@ namespace tallyforge {
 
 struct LanAddress;
 
-/// Bytes of an answer that are read: as many as a device may send over a cable.
-inline constexpr qint64 maxHttpAnswer = 65536;
+/// Bytes of an answer that are read: room for a device's whole log, and read into JSON within a few
+/// milliseconds.
+inline constexpr qint64 maxHttpAnswer = qint64(1536) * 1024;
 
 /// A request to a path of the device, without a sign-in. It follows redirects within the device
 /// only. transfer is how long it may stand still.
