@@ -12,7 +12,8 @@ from pathlib import Path
 
 from obs_websocket import ObsWebsocket
 
-START_SECONDS = 30
+START_SECONDS = 60
+PATIENCE = 30   # seconds: a busy computer takes long, and a test that passes does not wait
 STATUS = re.compile(r"\[tallyforge\] live data: (.*)")
 LEAKS = re.compile(r"Number of memory leaks: (\d+)")
 # OBS writes the level in front of each line; Qt's own complaints name the class they come from.
@@ -23,7 +24,7 @@ class Timeout(Exception):
     """A condition that was waited for did not come."""
 
 
-def wait_until(condition, timeout=10, what="a condition"):
+def wait_until(condition, timeout=PATIENCE, what="a condition"):
     """Waits until the function returns something true, and returns that."""
     deadline = time.monotonic() + timeout
     while True:
@@ -99,14 +100,14 @@ class ObsSession:
     def log(self):
         return self._log_file.read_text(errors="replace")
 
-    def wait_for_log(self, pattern, timeout=10):
+    def wait_for_log(self, pattern, timeout=PATIENCE):
         return wait_until(lambda: re.search(pattern, self.log()), timeout, f"the log line {pattern}")
 
     def statuses(self):
         """All status lines of the live data so far, oldest first."""
         return STATUS.findall(self.log())
 
-    def wait_for_status(self, text, timeout=10):
+    def wait_for_status(self, text, timeout=PATIENCE):
         """Waits until this is the present status line; a regular expression may be given too."""
         def is_present():
             last = (self.statuses() or [""])[-1]
@@ -123,7 +124,7 @@ class ObsSession:
 
     # Pictures
 
-    def wait_for_picture(self, source, expected, timeout=10):
+    def wait_for_picture(self, source, expected, timeout=PATIENCE):
         """Waits until a source looks like another source or a picture, to the pixel."""
         def looks_alike():
             now = self.picture(source)

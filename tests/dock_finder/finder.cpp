@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
-// Tells whoever uses the mouse and the keyboard what is to be seen in OBS and where. It only looks.
-// Each connection to the socket that DOCK_FINDER_SOCKET names sends one line, the object name of a
-// widget or "*" for all windows, and gets a JSON array of the visible widgets from there on down.
-// With "measure " in front each also tells the least size that it needs, for which Qt may redraw it.
+// Tells a program that uses the mouse and the keyboard what OBS's windows show, where, and which of
+// its clicks and keys have arrived. It only looks. Each connection to the socket that
+// DOCK_FINDER_SOCKET names sends one line, a JSON object: "root" is the object name of a widget, or
+// "*" for all windows; with "measure" each widget also tells the least size that it needs, for which
+// Qt may redraw it. The answer holds "widgets", the visible ones from the root on down, and "heard".
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -18,6 +19,7 @@
 #include <QLocalSocket>
 #include <QMenu>
 #include <QMenuBar>
+#include <QTabBar>
 #include <QWidget>
 
 #include <obs-module.h>
@@ -39,34 +41,124 @@ QJsonArray onScreen(const QWidget *widget, const QRect &area)
             int(std::lround(area.height() * scale))};
 }
 
-QJsonArray itemsOf(QWidget *widget)
+// The rows of a view, the entries of a combo box or a menu, the tabs of a bar.
+class Items
 {
-    QJsonArray items;
-    const auto add = [&](const QString &text, const QRect &area) {
-        items.append(QJsonObject{{u"text"_s, text}, {u"rect"_s, onScreen(widget, area)}});
-    };
-    const auto addActions = [&](const auto *menu) {
-        for (const QAction *action : menu->actions()) {
-            add(action->text().remove(u'&'), menu->actionGeometry(const_cast<QAction *>(action)));
+public:
+    explicit Items(QWidget *widget)
+        : m_widget(widget)
+    {
+        if (const auto *view = qobject_cast<QAbstractItemView *>(widget); view && view->model()) {
+            addRows(*view);
+        } else if (const auto *box = qobject_cast<QComboBox *>(widget)) {
+            for (int index = 0; index < box->count(); ++index) {
+                add(box->itemText(index), {});
+            }
+        } else if (const auto *tabs = qobject_cast<QTabBar *>(widget)) {
+            for (int index = 0; index < tabs->count(); ++index) {
+                add(tabs->tabText(index).remove(u'&'), tabs->tabRect(index));
+            }
+        } else if (const auto *menu = qobject_cast<QMenu *>(widget)) {
+            addActions(menu);
+        } else if (const auto *bar = qobject_cast<QMenuBar *>(widget)) {
+            addActions(bar);
         }
-    };
-    if (const auto *view = qobject_cast<QAbstractItemView *>(widget)) {
-        for (int row = 0; view->model() && row < view->model()->rowCount(); ++row) {
-            const QModelIndex index = view->model()->index(row, 0);
-            const QRect area = view->visualRect(index);
-            add(index.data().toString(), {view->viewport()->mapTo(widget, area.topLeft()), area.size()});
-        }
-    } else if (const auto *box = qobject_cast<QComboBox *>(widget)) {
-        for (int index = 0; index < box->count(); ++index) {
-            add(box->itemText(index), {});
-        }
-    } else if (const auto *menu = qobject_cast<QMenu *>(widget)) {
-        addActions(menu);
-    } else if (const auto *bar = qobject_cast<QMenuBar *>(widget)) {
-        addActions(bar);
     }
-    return items;
+
+    [[nodiscard]] const QJsonArray &all() const { return m_all; }
+
+private:
+    void add(const QString &text, const QRect &area, const QJsonObject &more = {})
+    {
+        QJsonObject item = more;
+        item.insert(u"text"_s, text);
+        item.insert(u"rect"_s, onScreen(m_widget, area));
+        m_all.append(item);
+    }
+
+    // Those at the top of a tree.
+    void addRows(const QAbstractItemView &view)
+    {
+        for (int row = 0; row < view.model()->rowCount(); ++row) {
+            const QModelIndex index = view.model()->index(row, 0);
+            QJsonObject more{{u"selected"_s, view.selectionModel()->isSelected(index)}};
+            if (const QVariant checked = index.data(Qt::CheckStateRole); checked.isValid()) {
+                more.insert(u"checked"_s, checked.toInt() == Qt::Checked);
+            }
+            QJsonArray cells;
+            for (int column = 0; column < view.model()->columnCount(); ++column) {
+                cells.append(index.siblingAtColumn(column).data().toString());
+            }
+            more.insert(u"cells"_s, cells);
+            const QRect area = view.visualRect(index);
+            add(index.data().toString(), {view.viewport()->mapTo(m_widget, area.topLeft()), area.size()}, more);
+        }
+    }
+
+    template <typename Menu> void addActions(const Menu *menu)
+    {
+        for (QAction *action : menu->actions()) {
+            add(action->text().remove(u'&'), menu->actionGeometry(action),
+                {{u"enabled"_s, action->isEnabled()}, {u"checked"_s, action->isChecked()}});
+        }
+    }
+
+    QWidget *m_widget;
+    QJsonArray m_all;
+};
+
+QString idOf(const QWidget *widget)
+{
+    return QString::number(quintptr(widget), 16);
 }
+
+// Where the wheel scrolls a widget; null if nothing does.
+const QWidget *viewportOf(const QWidget *widget)
+{
+    for (const QWidget *at = widget->parentWidget(); at && !widget->isWindow(); at = at->parentWidget()) {
+        if (const auto *area = qobject_cast<const QAbstractScrollArea *>(at)) {
+            return area->viewport();
+        }
+    }
+    return nullptr;
+}
+
+// What has arrived from the mouse and the keyboard so far.
+class Heard
+{
+public:
+    void take(QObject *receiver, const QEvent &event)
+    {
+        if (receiver->isWindowType()) { // first, and once for each event
+            const QEvent::Type type = event.type();
+            m_clicks += int(type == QEvent::MouseButtonRelease);
+            m_wheels += int(type == QEvent::Wheel);
+            m_keys += int(type == QEvent::ShortcutOverride); // a shortcut's key comes as nothing else
+            if (type == QEvent::MouseButtonPress) {
+                m_pressed = {};
+            }
+        } else if (event.type() == QEvent::MouseButtonPress || event.type() == QEvent::MouseButtonDblClick) {
+            for (auto *widget = qobject_cast<QWidget *>(receiver); widget; widget = widget->parentWidget()) {
+                m_pressed.append(idOf(widget));
+            }
+        }
+    }
+
+    [[nodiscard]] QJsonObject told() const
+    {
+        return {{u"clicks"_s, m_clicks},
+                {u"wheels"_s, m_wheels},
+                {u"keys"_s, m_keys},
+                {u"pressed"_s, m_pressed},
+                {u"active"_s, QApplication::activeWindow() != nullptr}};
+    }
+
+private:
+    int m_clicks = 0;
+    int m_wheels = 0;
+    int m_keys = 0;
+    QJsonArray m_pressed; // the widgets under the last click, and those around them
+};
 
 class Finder final : public QObject
 {
@@ -88,6 +180,8 @@ protected:
                 connect(watched, &QObject::destroyed, this, [this, watched] { m_paints.remove(watched); });
             }
             ++m_paints[watched];
+        } else if (event->spontaneous()) {
+            m_heard.take(watched, *event);
         }
         return false;
     }
@@ -99,9 +193,11 @@ private:
         connect(client, &QLocalSocket::disconnected, client, &QObject::deleteLater);
         connect(client, &QLocalSocket::readyRead, this, [this, client] {
             if (client->canReadLine()) {
-                const QStringList words = QString::fromUtf8(client->readLine()).trimmed().split(u' ');
-                m_measures = words.size() > 1 && words.constFirst() == u"measure"_s;
-                client->write(QJsonDocument(look(words.constLast())).toJson(QJsonDocument::Compact));
+                const QJsonObject wish = QJsonDocument::fromJson(client->readLine()).object();
+                m_measures = wish[u"measure"_s].toBool();
+                const QJsonObject answer{{u"widgets"_s, look(wish[u"root"_s].toString())},
+                                         {u"heard"_s, m_heard.told()}};
+                client->write(QJsonDocument(answer).toJson(QJsonDocument::Compact));
                 client->disconnectFromServer();
             }
         });
@@ -136,6 +232,7 @@ private:
     QJsonObject describe(QWidget *widget) const
     {
         QJsonObject line{
+            {u"id"_s, idOf(widget)},
             {u"name"_s, widget->objectName()},
             {u"class"_s, QLatin1StringView(widget->metaObject()->className())},
             {u"window"_s, widget->window()->windowTitle()},
@@ -151,11 +248,15 @@ private:
             const int height = widget->hasHeightForWidth() ? widget->heightForWidth(widget->width()) : least.height();
             line.insert(u"least"_s, onScreen(widget, {0, 0, least.width(), height}));
         }
-        if (const QJsonArray items = itemsOf(widget); !items.isEmpty()) {
+        if (const QWidget *viewport = viewportOf(widget)) {
+            line.insert(u"viewport"_s, onScreen(viewport, viewport->visibleRegion().boundingRect()));
+        }
+        if (const QJsonArray items = Items(widget).all(); !items.isEmpty()) {
             line.insert(u"items"_s, items);
         }
-        for (const char *name : {"text", "title", "currentText", "placeholderText", "accessibleName", "toolTip",
-                                 "checked", "value", "focusPolicy", "layoutDirection"}) {
+        for (const char *name :
+             {"text", "title", "plainText", "currentText", "currentIndex", "placeholderText", "accessibleName",
+              "toolTip", "checked", "value", "echoMode", "readOnly", "modal", "focusPolicy", "layoutDirection"}) {
             if (const QVariant value = widget->property(name); value.isValid()) {
                 line.insert(QLatin1StringView(name), QJsonValue::fromVariant(value));
             }
@@ -164,6 +265,7 @@ private:
     }
 
     QLocalServer m_server;
+    Heard m_heard;
     bool m_measures = false;
     QHash<const QObject *, int> m_paints; // of each widget so far
 };

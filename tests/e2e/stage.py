@@ -8,7 +8,7 @@ import stat
 import threading
 
 from obs_home import ObsHome
-from obs_session import ObsSession, wait_until
+from obs_session import PATIENCE, ObsSession, wait_until
 from simulator import Simulator
 
 FONT = {"face": "DejaVu Sans", "style": "Bold", "size": 48, "flags": 1}
@@ -99,13 +99,13 @@ class Score:
             obs.create_input("Scene", self.live, LIVE, look | {"template": template})
             obs.create_input("Scene", self.plain, PLAIN, look, (0, 200))
 
-    def wait(self, fields, timeout=10):
+    def wait(self, fields, timeout=PATIENCE):
         self._obs.set_text(self.plain, self._template.format_map(fields))
         picture = self._obs.wait_for_picture(self.live, self.plain, timeout)
         check(not picture.is_blank, f"{self.live} is blank")
         return picture
 
-    def follows(self, sim, timeout=10, **fields):
+    def follows(self, sim, timeout=PATIENCE, **fields):
         """Changes the score at the venue; it must come to stand in the picture, to the pixel."""
         device = next(iter(sim.devices))
         before = self._obs.picture(self.live)
