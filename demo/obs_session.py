@@ -11,6 +11,7 @@ from dataclasses import dataclass
 from pathlib import Path
 
 from obs_websocket import ObsWebsocket
+from stopwatch import Stopwatch
 
 START_SECONDS = 60
 PATIENCE = 30   # seconds: a busy computer takes long, and a test that passes does not wait
@@ -39,7 +40,7 @@ def wait_until(condition, timeout=PATIENCE, what="a condition"):
 @dataclass(frozen=True)
 class Ended:
     """How a run of OBS ended."""
-    seconds: float      # from the request to the end of the process
+    seconds: float      # from the request to the end of the process, without other programs' work
     exit_code: int
     leaks: int          # None when OBS did not come to count them
     complaints: list    # log lines of level warning or error that the plug-in is the cause of
@@ -147,18 +148,18 @@ class ObsSession:
 
     # The end
 
-    def stop(self, timeout=20):
+    def stop(self, timeout=PATIENCE):
         """Asks OBS to close, as a session manager would, and waits for the end."""
         self.process.send_signal(signal.SIGINT)
         return self.wait_for_end(timeout)
 
     def wait_for_end(self, timeout=None):
-        begin = time.monotonic()
+        watch = Stopwatch()
         try:
             code = self.process.wait(timeout)
         except subprocess.TimeoutExpired:
             raise Timeout(f"OBS did not end within {timeout} seconds.") from None
-        seconds = time.monotonic() - begin
+        seconds = watch.own_seconds()
         self.control.close()
         log = self.log()
         leaks = LEAKS.search(log)
