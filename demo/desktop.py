@@ -8,8 +8,14 @@ import socket
 from obs_session import Timeout, wait_until
 
 TRIES = 5
-ARRIVAL_SECONDS = 3   # of an OBS that answers: what hasn't come by then went to something else
+ARRIVAL_SECONDS = 3   # of an OBS that answers: a click that is later than that went to something else
 WHEEL_UP, WHEEL_DOWN = 4, 5
+FRAME = 8   # pixels that the frame of a window may take on both sides
+
+
+def env(built, socket_path):
+    """What OBS needs in its environment for a Desktop; built is the folder of the finder."""
+    return {"DOCK_FINDER_SOCKET": str(socket_path), "LD_PRELOAD": str(built / "data/keep-events.so")}
 
 
 def middle(rect):
@@ -18,7 +24,8 @@ def middle(rect):
 
 
 class Desktop:
-    """finder is the socket of the module in tests/dock_finder, which must be installed."""
+    """finder is the socket of the module in tests/dock_finder, which must be installed in an OBS that
+    has env() in its environment."""
 
     def __init__(self, screen, finder):
         self._screen = screen
@@ -41,10 +48,10 @@ class Desktop:
         return self._ask("")["heard"]
 
     def _use(self, kind, count, *words):
-        """Uses the mouse or the keyboard; returns what OBS has heard once it has heard all of it.
+        """Uses the mouse or the keyboard; returns what OBS has heard once all of it has arrived.
 
-        Windows that come, go or change places can take a click or a key away from OBS. What OBS has
-        heard nothing of does no harm a second time."""
+        Windows that come, go or change places can take a click or a key away from OBS. A repetition
+        does no harm if OBS has heard nothing of the first time."""
         for _ in range(TRIES):
             before = self._heard()[kind]
             self._screen.xdotool(*words)
@@ -96,7 +103,8 @@ class Desktop:
     def keys(self, *names):
         """Presses keys, each alone or with others: "Tab", "shift+Tab"."""
         self._wait_until_active()
-        self._use("keys", sum(len(name.split("+")) for name in names), "key", *names)
+        for name in names:
+            self._use("keys", 1, "key", name)
 
     def type(self, text):
         self._wait_until_active()
@@ -113,9 +121,6 @@ class Desktop:
         until(is_placed, lambda: self._screen.xdotool(
             "windowmove", find()["window_id"], x, y, "windowsize", find()["window_id"], width, height),
             "to place a window")
-
-
-FRAME = 8   # pixels that it may take on both sides
 
 
 def until(condition, action, what):

@@ -10,7 +10,7 @@ ROOM = (1020, 400, 860)   # of the dock's window: from the left, width, height
 
 
 class Dock(Window):
-    """finder is the socket of the module in tests/dock_finder, which must be installed."""
+    """The arguments are those of a Desktop."""
 
     def __init__(self, screen, finder):
         super().__init__(Desktop(screen, finder), DOCK)

@@ -72,7 +72,7 @@ class Camera:
         self._picture(state)
 
     def take_moment(self, state, process, is_now):
-        """Of what soon passes: the program stands still meanwhile."""
+        """Of a state that soon passes: the program stands still meanwhile."""
         self._count += 1
         name = f"{state}-wide"
         pages = [{}]

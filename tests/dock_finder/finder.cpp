@@ -15,6 +15,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QKeyEvent>
 #include <QLocalServer>
 #include <QLocalSocket>
 #include <QMenu>
@@ -123,6 +124,11 @@ const QWidget *viewportOf(const QWidget *widget)
     return nullptr;
 }
 
+bool isModifier(const QKeyEvent &event)
+{
+    return event.key() >= Qt::Key_Shift && event.key() <= Qt::Key_Alt;
+}
+
 // What has arrived from the mouse and the keyboard so far.
 class Heard
 {
@@ -133,7 +139,8 @@ public:
             const QEvent::Type type = event.type();
             m_clicks += int(type == QEvent::MouseButtonRelease);
             m_wheels += int(type == QEvent::Wheel);
-            m_keys += int(type == QEvent::ShortcutOverride); // a shortcut's key comes as nothing else
+            // A shortcut's key comes as nothing else.
+            m_keys += int(type == QEvent::ShortcutOverride && !isModifier(static_cast<const QKeyEvent &>(event)));
             if (type == QEvent::MouseButtonPress) {
                 m_pressed = {};
             }
@@ -156,7 +163,7 @@ public:
 private:
     int m_clicks = 0;
     int m_wheels = 0;
-    int m_keys = 0;
+    int m_keys = 0;       // without Ctrl and the like
     QJsonArray m_pressed; // the widgets under the last click, and those around them
 };
 

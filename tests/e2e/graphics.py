@@ -58,7 +58,7 @@ def page(stage):
             wait_until(lambda: obs.picture("Bug").size == (640, 1080), what="the new width")
             listed(obs)
             check(obs.picture("Bug").size == (640, 1080), "the user's width stays")
-            obs.request("RemoveInput", inputName="Plain")   # whose record would be mixed up below
+            obs.request("RemoveInput", inputName="Plain")   # because its record would be mixed up below
 
             for enabled in (False, True):
                 obs.request("SetSceneItemEnabled", sceneName="Scene", sceneItemId=item,

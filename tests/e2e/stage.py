@@ -1,12 +1,13 @@
 # SPDX-License-Identifier: GPL-2.0-or-later
 # SPDX-FileCopyrightText: 2026 The Tallyforge developers
-"""What every scenario stands on, and what must hold at the end of each run of OBS."""
+"""The ground of every scenario, and the checks at the end of each run of OBS."""
 
 import contextlib
 import re
 import stat
 import threading
 
+import desktop
 from obs_home import ObsHome
 from obs_session import PATIENCE, ObsSession, wait_until
 from simulator import Simulator
@@ -58,8 +59,8 @@ class Stage:
         """A run of OBS of which nothing is demanded at its end."""
         self.runs += 1
         env = self.screen.env() | {"BROWSER_STANDIN_RECORD": str(home.folder / "browser.jsonl"),
-                                   "UPDATER_DRIVER_RECORD": str(home.folder / "updater.jsonl"),
-                                   "DOCK_FINDER_SOCKET": str(home.folder / "finder")}
+                                   "UPDATER_DRIVER_RECORD": str(home.folder / "updater.jsonl")}
+        env |= desktop.env(self.built.finder, home.folder / "finder")
         return ObsSession(home, env, wrapper, options)
 
     @contextlib.contextmanager
@@ -89,7 +90,7 @@ class Stage:
 
 
 class Score:
-    """A live text and, under it, a plain one that shows what is expected of it."""
+    """A live text and, under it, a plain one that shows the expected text."""
 
     def __init__(self, obs, name="Score", template="{home_score} - {away_score}", **look):
         self._obs = obs

@@ -147,7 +147,7 @@ private Q_SLOTS:
     void initTestCase()
     {
         const QTemporaryDir dir;
-        QByteArray content(300'000, Qt::Uninitialized); // is larger than what the loop reads at once
+        QByteArray content(300'000, Qt::Uninitialized); // more than the loop reads at once
         QRandomGenerator random(1);
         std::generate(content.begin(), content.end(), [&random] { return char(random()); });
         writeFile(dir.filePath(u"tallyforge-obs/"_s + binary), "new" + content);
@@ -201,7 +201,7 @@ private Q_SLOTS:
             rig.manifestReply = reply;
             const QString last = !manual && outcome.startsWith(u"Failed") ? u"Idle: "_s : outcome;
             QCOMPARE(rig.check(manual), (QStringList{u"Checking: Checking for updates…"_s, last}));
-            QCOMPARE_LT(rig.server.flooded, 20 << 20); // what the system's buffers took
+            QCOMPARE_LT(rig.server.flooded, 20 << 20); // the system's buffers took that much
         }
     }
 
