@@ -124,8 +124,8 @@ class Desktop:
 
 
 def until(condition, action, what):
-    """Does something that may be done twice again when it has no effect, as a user would: the window
-    manager and OBS may still be at work on their windows."""
+    """Repeats an action, which must do no harm, while it has no effect: the window manager and OBS may
+    still be at work on their windows."""
     for _ in range(TRIES):
         if found := condition():   # of the try before, late
             return found
