@@ -21,7 +21,7 @@ test: ## Build, then run all tests and the end-to-end run in OBS
 	@$(sandbox) sh -c 'scripts/build.sh dev && exec ctest --preset dev'
 
 screenshots: ## Take pictures of the dock in each state and theme (build/screenshots, docs/images)
-	@$(sandbox) sh -c 'scripts/build.sh dev && exec python3 demo/screenshots.py'
+	@$(sandbox) sh -c 'scripts/build.sh dev stage-parts && exec python3 demo/screenshots.py'
 
 bench: ## Measure how fast a score reaches the picture
 	@$(sandbox) sh -c 'scripts/build.sh bench && exec python3 bench/run.py'

@@ -6,6 +6,7 @@ import contextlib
 import threading
 import time
 
+import desktop
 import obs_cost
 from dock import DOCK, Dock
 from figures import Heading, Row, median
@@ -118,7 +119,8 @@ def measure(build, folder, simulator, device_id, screen):
     home = obs_cost.fresh_home(folder / "dock", build / "plugins/tallyforge-obs", simulator, device_id)
     home.install(build / "plugins/dock-finder", "dock-finder")
     finder = home.folder / "finder"
-    env, dock = screen.env() | {"DOCK_FINDER_SOCKET": str(finder)}, Dock(screen, finder)
+    env = screen.env() | desktop.env(build / "plugins/dock-finder", finder)
+    dock = Dock(screen, finder)
     at_start = measure_starts(home, simulator, device_id, env, dock)
     closed, opened = [], []
     with ObsSession(home, env) as obs:

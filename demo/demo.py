@@ -158,7 +158,7 @@ def run(options):
 
 
 def keep_log(home):
-    """For whoever wants to know why something failed."""
+    """So that a user can see why something failed."""
     with contextlib.suppress(FileNotFoundError):
         shutil.copy(home.output, OUTPUT / "obs-log.txt")
 

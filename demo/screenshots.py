@@ -27,6 +27,7 @@ import docks    # noqa: E402: it has to be found first
 import update   # noqa: E402
 from dock import DOCK   # noqa: E402
 from stage import Stage       # noqa: E402
+from window import has   # noqa: E402
 
 OUTPUT, IMAGES = REPOSITORY / "build/screenshots", REPOSITORY / "docs/images"
 SCREEN = 1440, 1500
@@ -71,7 +72,7 @@ class Camera:
         self._picture(state)
 
     def take_moment(self, state, process, is_now):
-        """Of what soon passes: the program stands still meanwhile."""
+        """Of a state that soon passes: the program stands still meanwhile."""
         self._count += 1
         name = f"{state}-wide"
         pages = [{}]
@@ -140,8 +141,7 @@ def account_states(sim, dock, camera):
             dock.fill("tallyforgeCode", docks.CODE)
             dock.key("Return")
         wanted = max(count, 1)
-        wait_until(lambda: len((dock.widget("tallyforgeDevice") or {}).get("items", [])) == wanted,
-                   what=f"{count} devices")
+        dock.wait_for("tallyforgeDevice", items=lambda items: len(items) == wanted)
         camera.take(state)
 
 
@@ -149,50 +149,50 @@ def live_states(sim, dock, camera):
     device = f"{LONG} ({ID})"
     dock.open_list("tallyforgeDevice", device)
     camera.take_as_it_is("device-list")
-    dock.pick("tallyforgeDevice", device)   # for after a sign-out nothing is followed by itself
+    dock.pick("tallyforgeDevice", device)   # because a sign-out ends what was followed
     sim.set(ID, SCORES)
     dock.wait_for_text("tallyforgeScore", "58 – 61   ·   4   ·   2:07")
     camera.take("live")
     sim.fault("device", "offline", device=ID)
-    wait_until(lambda: "offline" in dock.text("tallyforgeStatus"), what="the end of it")
+    dock.wait_for_text("tallyforgeStatus", has("offline"))
     camera.take("offline")
     sim.clear()
     dock.toggle("tallyforgeUseLan")
-    wait_until(lambda: "over your network" in dock.text("tallyforgeStatus"), what="the other route")
+    dock.wait_for_text("tallyforgeStatus", has("over your network"))
     camera.take("over-network")
     sim.fault("feed", "away", device=ID)
-    wait_until(lambda: "Could not" in dock.text("tallyforgeStatus"), what="the loss")
+    dock.wait_for_text("tallyforgeStatus", has("Could not"))
     camera.take("network-lost")
     sim.clear()
     dock.toggle("tallyforgeUseLan")
-    wait_until(lambda: dock.text("tallyforgeStatus").endswith(f"Live from {ID}"), what="the first route")
+    dock.wait_for_text("tallyforgeStatus", lambda text: text.endswith(f"Live from {ID}"))
 
 
 def server_states(dock, camera):
     with socket.create_server(("127.0.0.1", docks.PORT)):
         dock.toggle("tallyforgeServerEnabled")
-        wait_until(lambda: "Could not start" in dock.text("tallyforgeServerStatus"), what="the refusal")
+        dock.wait_for_text("tallyforgeServerStatus", has("Could not start"))
         camera.take("port-taken")
     dock.toggle("tallyforgeServerEnabled")
     dock.wait_for_text("tallyforgeServerStatus", "Off.")
     dock.toggle("tallyforgeServerEnabled")
     with socket.create_connection(("127.0.0.1", docks.PORT)):
-        wait_until(lambda: "1 connected" in dock.text("tallyforgeServerStatus"), what="the program")
+        dock.wait_for_text("tallyforgeServerStatus", has("1 connected"))
         camera.take("server-on")
-    wait_until(lambda: "0 connected" in dock.text("tallyforgeServerStatus"), what="its end")
+    dock.wait_for_text("tallyforgeServerStatus", has("0 connected"))
 
 
 def update_states(sim, offer, obs, dock, camera):
     def check_ends(state, part, before=None):
         if before:
             before()
-        dock.until(lambda: part in (dock.text("tallyforgeUpdateStatus") or ""),
-                   lambda: dock.click("tallyforgeCheckForUpdates"), part)
+        dock.click("tallyforgeCheckForUpdates")
+        dock.wait_for_text("tallyforgeUpdateStatus", has(part))
         camera.take(state)
         sim.clear()
 
-    def title(part, timeout=30):
-        wait_until(lambda: part in (dock.text("tallyforgeUpdateTitle") or ""), timeout, part)
+    def title(part):
+        dock.wait_for_text("tallyforgeUpdateTitle", has(part))
     check_ends("update-checking", "Checking", lambda: sim.fault("updates", "hang"))
     dock.wait_for("tallyforgeUpdateTitle")
     offered = (offer.folder / "latest.json").read_text()
@@ -236,7 +236,7 @@ def take_all(stage, look, folder):
 
 
 def take_for_all_users(stage, home, camera):
-    """Where the plug-in may not change itself, which holds for nobody in particular."""
+    """Where the plug-in may not change itself, because the user has no rights there."""
     plugin = update.plugin_of(home)
     shutil.copytree(stage.built.plugin, plugin, dirs_exist_ok=True)
     plugin.chmod(0o555)

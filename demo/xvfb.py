@@ -25,7 +25,8 @@ class Xvfb:
         read, write = os.pipe()
         # The server picks a free number by itself and writes it when it is ready.
         self._server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(write), "-screen", "0", self._size + "x24", "-nolisten", "tcp"],
+            ["Xvfb", "-displayfd", str(write), "-screen", "0", self._size + "x24", "-nolisten", "tcp",
+             "-r"],   # no key repeats itself when a busy computer lets go of it late
             pass_fds=[write], stderr=subprocess.DEVNULL)
         os.close(write)
         with os.fdopen(read) as pipe:

@@ -29,7 +29,7 @@ QByteArray newContent()
     return QByteArray(30000, 'b');
 }
 
-// Saves without end: the victim of whoever kills it.
+// Saves without end, until another process kills it.
 int saveForever(const QString &path)
 {
     for (;;) {

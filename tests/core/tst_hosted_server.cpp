@@ -116,7 +116,7 @@ private Q_SLOTS:
         QTest::newRow("a zero byte") << "a\0b\n"_ba << unknownOp("a\\u0000b");
         QTest::newRow("as long as can be") << QByteArray(65535, 'x') + '\n' << unknownOp(QByteArray(65535, 'x'));
     }
-    // Whole and byte by byte; what comes after it must be understood as well.
+    // Whole and byte by byte; the next command must be understood as well.
     void requests()
     {
         QFETCH(QByteArray, sent);

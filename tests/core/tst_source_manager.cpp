@@ -150,7 +150,7 @@ private Q_SLOTS:
         QCOMPARE(b.texts.last(), u"-Signed out. Sign in to see live scores."_s);
         b.portal.restoreSession({});
         QTRY_VERIFY(b.portal.signedIn());
-        QTest::qWait(50); // what was under way at that moment
+        QTest::qWait(50); // replies that were under way at that moment
         const qsizetype asked = b.portalSide.requests.size();
         QTest::qWait(100);
         QCOMPARE(b.portalSide.requests.size(), asked); // polling doesn't start again by itself
@@ -213,7 +213,7 @@ private Q_SLOTS:
         Q_EMIT link->envelope(scores(2));
         Q_EMIT session->stateChanged(DeviceSession::State::Ready, {}); // still live
         link->lose(u"Unplugged."_s);
-        QCOMPARE(b.live.value(u"home_score"_s), u"2"_s); // what it was stays on show
+        QCOMPARE(b.live.value(u"home_score"_s), u"2"_s); // the old score stays on show
         session->start({});
         Q_EMIT link->failed({}, {});
         Q_EMIT session->stateChanged(DeviceSession::State::Restarting, {});

@@ -27,7 +27,7 @@ namespace tallyforge::test {
 
 using namespace std::chrono_literals;
 
-/// What a session owes its users over any link, and what a link owes the session. A test program derives from this
+/// The promises of a session to its users over any link, and of a link to the session. A test program derives from this
 /// class, says how its carrier reaches the scripted device, and has Qt Test run the slots.
 class SessionContract : public QObject
 {

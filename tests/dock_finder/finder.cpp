@@ -1,14 +1,17 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
-// Tells whoever uses the mouse and the keyboard what is to be seen in OBS and where. It only looks.
-// Each connection to the socket that DOCK_FINDER_SOCKET names sends one line, the object name of a
-// widget or "*" for all windows, and gets a JSON array of the visible widgets from there on down.
-// With "measure " in front each also tells the least size that it needs, for which Qt may redraw it.
+// Tells a program that uses the mouse and the keyboard what OBS's windows show, where, and which of
+// its clicks and keys have arrived. It only looks. Each connection to the socket that
+// DOCK_FINDER_SOCKET names sends one line, a JSON object: "root" is the object name of a widget, or
+// "*" for all windows; with "measure" each widget also tells the least size that it needs, for which
+// Qt may redraw it. The answer holds "widgets", the visible ones from the root on down, and "heard".
 
-#include <QAbstractItemView>
+#include "tests/dock_finder/Heard.h"
+#include "tests/dock_finder/Items.h"
+
+#include <QAbstractScrollArea>
 #include <QApplication>
-#include <QComboBox>
 #include <QEvent>
 #include <QHash>
 #include <QJsonArray>
@@ -16,56 +19,26 @@
 #include <QJsonObject>
 #include <QLocalServer>
 #include <QLocalSocket>
-#include <QMenu>
-#include <QMenuBar>
 #include <QWidget>
 
 #include <obs-module.h>
 
-#include <cmath>
-
 OBS_DECLARE_MODULE()
 
 using namespace Qt::StringLiterals;
+using namespace tallyforge::test;
 
 namespace {
 
-// In pixels of the screen.
-QJsonArray onScreen(const QWidget *widget, const QRect &area)
+// Where the wheel scrolls a widget; null if nothing does.
+const QWidget *viewportOf(const QWidget *widget)
 {
-    const qreal scale = widget->devicePixelRatioF();
-    const QPointF corner = widget->mapToGlobal(QPointF(area.topLeft())) * scale;
-    return {int(std::lround(corner.x())), int(std::lround(corner.y())), int(std::lround(area.width() * scale)),
-            int(std::lround(area.height() * scale))};
-}
-
-QJsonArray itemsOf(QWidget *widget)
-{
-    QJsonArray items;
-    const auto add = [&](const QString &text, const QRect &area) {
-        items.append(QJsonObject{{u"text"_s, text}, {u"rect"_s, onScreen(widget, area)}});
-    };
-    const auto addActions = [&](const auto *menu) {
-        for (const QAction *action : menu->actions()) {
-            add(action->text().remove(u'&'), menu->actionGeometry(const_cast<QAction *>(action)));
+    for (const QWidget *at = widget->parentWidget(); at && !widget->isWindow(); at = at->parentWidget()) {
+        if (const auto *area = qobject_cast<const QAbstractScrollArea *>(at)) {
+            return area->viewport();
         }
-    };
-    if (const auto *view = qobject_cast<QAbstractItemView *>(widget)) {
-        for (int row = 0; view->model() && row < view->model()->rowCount(); ++row) {
-            const QModelIndex index = view->model()->index(row, 0);
-            const QRect area = view->visualRect(index);
-            add(index.data().toString(), {view->viewport()->mapTo(widget, area.topLeft()), area.size()});
-        }
-    } else if (const auto *box = qobject_cast<QComboBox *>(widget)) {
-        for (int index = 0; index < box->count(); ++index) {
-            add(box->itemText(index), {});
-        }
-    } else if (const auto *menu = qobject_cast<QMenu *>(widget)) {
-        addActions(menu);
-    } else if (const auto *bar = qobject_cast<QMenuBar *>(widget)) {
-        addActions(bar);
     }
-    return items;
+    return nullptr;
 }
 
 class Finder final : public QObject
@@ -88,6 +61,8 @@ protected:
                 connect(watched, &QObject::destroyed, this, [this, watched] { m_paints.remove(watched); });
             }
             ++m_paints[watched];
+        } else if (event->spontaneous()) {
+            m_heard.take(watched, *event);
         }
         return false;
     }
@@ -99,9 +74,11 @@ private:
         connect(client, &QLocalSocket::disconnected, client, &QObject::deleteLater);
         connect(client, &QLocalSocket::readyRead, this, [this, client] {
             if (client->canReadLine()) {
-                const QStringList words = QString::fromUtf8(client->readLine()).trimmed().split(u' ');
-                m_measures = words.size() > 1 && words.constFirst() == u"measure"_s;
-                client->write(QJsonDocument(look(words.constLast())).toJson(QJsonDocument::Compact));
+                const QJsonObject wish = QJsonDocument::fromJson(client->readLine()).object();
+                m_measures = wish[u"measure"_s].toBool();
+                const QJsonObject answer{{u"widgets"_s, look(wish[u"root"_s].toString())},
+                                         {u"heard"_s, m_heard.told()}};
+                client->write(QJsonDocument(answer).toJson(QJsonDocument::Compact));
                 client->disconnectFromServer();
             }
         });
@@ -136,6 +113,7 @@ private:
     QJsonObject describe(QWidget *widget) const
     {
         QJsonObject line{
+            {u"id"_s, idOf(widget)},
             {u"name"_s, widget->objectName()},
             {u"class"_s, QLatin1StringView(widget->metaObject()->className())},
             {u"window"_s, widget->window()->windowTitle()},
@@ -151,11 +129,15 @@ private:
             const int height = widget->hasHeightForWidth() ? widget->heightForWidth(widget->width()) : least.height();
             line.insert(u"least"_s, onScreen(widget, {0, 0, least.width(), height}));
         }
-        if (const QJsonArray items = itemsOf(widget); !items.isEmpty()) {
+        if (const QWidget *viewport = viewportOf(widget)) {
+            line.insert(u"viewport"_s, onScreen(viewport, viewport->visibleRegion().boundingRect()));
+        }
+        if (const QJsonArray items = Items(widget).all(); !items.isEmpty()) {
             line.insert(u"items"_s, items);
         }
-        for (const char *name : {"text", "title", "currentText", "placeholderText", "accessibleName", "toolTip",
-                                 "checked", "value", "focusPolicy", "layoutDirection"}) {
+        for (const char *name :
+             {"text", "title", "plainText", "currentText", "currentIndex", "placeholderText", "accessibleName",
+              "toolTip", "checked", "value", "echoMode", "readOnly", "modal", "focusPolicy", "layoutDirection"}) {
             if (const QVariant value = widget->property(name); value.isValid()) {
                 line.insert(QLatin1StringView(name), QJsonValue::fromVariant(value));
             }
@@ -164,6 +146,7 @@ private:
     }
 
     QLocalServer m_server;
+    Heard m_heard;
     bool m_measures = false;
     QHash<const QObject *, int> m_paints; // of each widget so far
 };

@@ -6,11 +6,12 @@ import contextlib
 import socket
 
 from dock import DOCK, Dock
-from obs_session import Timeout, wait_until
+from obs_session import wait_until
 from scenarios import CLOUD
 from simulator import REPOSITORY
 from stage import check
 from update import NEW, OLD, Offer, updatable
+from window import has
 
 CREW = "crew@venue.example", "correct horse battery"
 COACH, SECRET, CODE = "coach@venue.example", "upper stand 7", "246810"
@@ -129,8 +130,10 @@ def dock_scene(stage):
             sim.set("TF-1001", {"home_score": 41})
             for button, name in names:
                 title = f"Properties for '{name}'"
-                dock.until(lambda: dock.window(title), lambda: dock.click(button), title)
-                dock.until(lambda: not dock.window(title), lambda: dock.press(title, "OK"), "its end")
+                dock.click(button)
+                wait_until(lambda: dock.window(title), what=title)
+                dock.press(title, "OK")
+                wait_until(lambda: not dock.window(title), what="its end")
             items = obs.request("GetSceneItemList", sceneName="Scene")["sceneItems"]
             found = [(item["sourceName"], item["inputKind"]) for item in items]
             check(found == [("Tallyforge Score", "tallyforge_text"),
@@ -186,7 +189,7 @@ def dock_update(stage):
             obs.request("StartRecord")
             wait_until(lambda: obs.request("GetRecordStatus")["outputActive"], what="a recording")
             dock.click("tallyforgeUpdateNow")
-            dock.wait_for_text("tallyforgeUpdateTitle", restart + RECORDING, 30)
+            dock.wait_for_text("tallyforgeUpdateTitle", restart + RECORDING)
             page = dock.page()
             check("tallyforgeUpdateNow" not in page and "tallyforgeUpdateNotes" not in page,
                   "the banner asks for nothing but the restart")
@@ -196,8 +199,7 @@ def dock_update(stage):
         with opened(stage, home, is_open=True) as (obs, dock):
             dock.wait_for_text("tallyforgeVersion", f"Version {NEW}")
             dock.click("tallyforgeCheckForUpdates")
-            answer = f"Tallyforge {NEW} is up to date. Checked "
-            wait_until(lambda: dock.text("tallyforgeUpdateStatus").startswith(answer), what=answer)
+            dock.wait_for_text("tallyforgeUpdateStatus", has(f"Tallyforge {NEW} is up to date. Checked "))
             check("tallyforgeUpdateBanner" not in dock.page(), "nothing is on offer any more")
 
 
@@ -209,9 +211,9 @@ def tab_stops(dock):
     reached = []
     while reached.count(reached[-1:] and reached[0]) < 2:
         dock.key("Tab")
-        last = reached[-1:]
-        with contextlib.suppress(Timeout):   # within a label it goes from link to link
-            reached += wait_until(lambda: [now for now in [dock.focus()] if now and [now] != last], 0.5)
+        now = dock.focus()
+        if now and [now] != reached[-1:]:   # within a label it goes from link to link
+            reached.append(now)
     reached.pop()
     ours = [name for name in reached if name.startswith("tallyforge")]
     start = ours.index(wanted[0])

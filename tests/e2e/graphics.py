@@ -4,10 +4,10 @@
 
 import json
 import signal
-import time
 
-from obs_session import wait_until
+from obs_session import PATIENCE, wait_until
 from stage import check
+from stopwatch import Stopwatch
 
 LIST = "/api/graphics/outputs"
 STORED = {"output_id": "old", "output_name": "Last season", "url": "https://localhost:8443/old",
@@ -58,7 +58,7 @@ def page(stage):
             wait_until(lambda: obs.picture("Bug").size == (640, 1080), what="the new width")
             listed(obs)
             check(obs.picture("Bug").size == (640, 1080), "the user's width stays")
-            obs.request("RemoveInput", inputName="Plain")   # whose record would be mixed up below
+            obs.request("RemoveInput", inputName="Plain")   # because its record would be mixed up below
 
             for enabled in (False, True):
                 obs.request("SetSceneItemEnabled", sceneName="Scene", sceneItemId=item,
@@ -100,7 +100,7 @@ def properties(stage):
 
 
 def press(stage, sim, obs):
-    """Opens the properties and presses the button while the portal hangs; returns when."""
+    """Opens the properties and presses the button while the portal hangs; returns a watch that runs since."""
     add(obs, STORED)
     obs.request("OpenInputPropertiesDialog", inputName="Bug")
     window = wait_until(lambda: stage.screen.xdotool(*DIALOG), what="the properties")[0]
@@ -110,7 +110,7 @@ def press(stage, sim, obs):
         stage.screen.xdotool("mousemove", "--window", window, *BUTTON, "click", 1)
         return sim.state()["portal"]["hanging"]
     wait_until(hangs, what="the request to hang")
-    return window, time.monotonic()
+    return window, Stopwatch()
 
 
 def refresh(stage):
@@ -122,13 +122,13 @@ def refresh(stage):
         with stage.obs() as obs:
             wait_for_list(sim)
             asked = sim.state()["portal"]["by_path"][LIST]
-            window, begin = press(stage, sim, obs)
+            window, watch = press(stage, sim, obs)
             obs.request("SetCurrentProgramScene", sceneName="Scene")
-            check(time.monotonic() - begin < 2, "remote control is served meanwhile")
+            check(watch.own_seconds() < 2, "remote control is served meanwhile")
             stage.screen.xdotool("click", 1)
             stage.screen.xdotool("key", "--window", window, "Escape")
-            wait_until(lambda: not dialogs(), 12, "the dialog to take the key")
-            check(6 < time.monotonic() - begin < 9, "OBS answers after 8 seconds")
+            wait_until(lambda: not dialogs(), what="the dialog to take the key")
+            check(6 < watch.seconds() and watch.own_seconds() < 9, "OBS answers after 8 seconds")
             check(sim.state()["portal"]["by_path"][LIST] == asked + 1, "one press, one request")
             check(listed(obs) == ["Last season", "Score bug Main gym"], "the list is the old one")
             sim.fault("device", "gone")
@@ -139,13 +139,13 @@ def refresh(stage):
             sim.clear()
         with stage.obs() as obs:
             wait_for_list(sim)
-            _, begin = press(stage, sim, obs)
+            _, watch = press(stage, sim, obs)
             obs.request("RemoveInput", inputName="Bug")
             wait_until(lambda: not dialogs(), what="the dialog to close")
-            check(time.monotonic() - begin < 4, "a dialog that is closed ends the wait")
+            check(watch.own_seconds() < 4, "a dialog that is closed ends the wait")
             sim.clear()
         with stage.obs() as obs:
             wait_for_list(sim)
             press(stage, sim, obs)
             obs.process.send_signal(signal.SIGINT)
-            obs.wait_for_end(10)
+            obs.wait_for_end(PATIENCE)

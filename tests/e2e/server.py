@@ -16,7 +16,7 @@ PORT = 9001
 def ask(*arguments):
     """What the example program prints: it is one that a user would start."""
     script = REPOSITORY / "docs/examples/ask.py"
-    return subprocess.run([sys.executable, str(script), *arguments], timeout=10, check=True,
+    return subprocess.run([sys.executable, str(script), *arguments], timeout=30, check=True,
                           stdout=subprocess.PIPE, text=True).stdout
 
 
@@ -31,7 +31,7 @@ def used(stage):
             obs.wait_for_status("Live from TF-1001")
             check(ask() == "TF-1001\tMain gym (TF-1001)\nTF-1002\tPool (TF-1002)\n", "the devices")
             score = Score(obs)
-            with socket.create_connection(("127.0.0.1", PORT), timeout=10) as reader:
+            with socket.create_connection(("127.0.0.1", PORT), timeout=30) as reader:
                 lines = map(json.loads, reader.makefile(encoding="utf-8"))
                 for number, (device, status) in enumerate(routes):
                     ask(device)

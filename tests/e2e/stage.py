@@ -1,14 +1,15 @@
 # SPDX-License-Identifier: GPL-2.0-or-later
 # SPDX-FileCopyrightText: 2026 The Tallyforge developers
-"""What every scenario stands on, and what must hold at the end of each run of OBS."""
+"""The ground of every scenario, and the checks at the end of each run of OBS."""
 
 import contextlib
 import re
 import stat
 import threading
 
+import desktop
 from obs_home import ObsHome
-from obs_session import ObsSession, wait_until
+from obs_session import PATIENCE, ObsSession, wait_until
 from simulator import Simulator
 
 FONT = {"face": "DejaVu Sans", "style": "Bold", "size": 48, "flags": 1}
@@ -58,8 +59,8 @@ class Stage:
         """A run of OBS of which nothing is demanded at its end."""
         self.runs += 1
         env = self.screen.env() | {"BROWSER_STANDIN_RECORD": str(home.folder / "browser.jsonl"),
-                                   "UPDATER_DRIVER_RECORD": str(home.folder / "updater.jsonl"),
-                                   "DOCK_FINDER_SOCKET": str(home.folder / "finder")}
+                                   "UPDATER_DRIVER_RECORD": str(home.folder / "updater.jsonl")}
+        env |= desktop.env(self.built.finder, home.folder / "finder")
         return ObsSession(home, env, wrapper, options)
 
     @contextlib.contextmanager
@@ -89,7 +90,7 @@ class Stage:
 
 
 class Score:
-    """A live text and, under it, a plain one that shows what is expected of it."""
+    """A live text and, under it, a plain one that shows the expected text."""
 
     def __init__(self, obs, name="Score", template="{home_score} - {away_score}", **look):
         self._obs = obs
@@ -99,13 +100,13 @@ class Score:
             obs.create_input("Scene", self.live, LIVE, look | {"template": template})
             obs.create_input("Scene", self.plain, PLAIN, look, (0, 200))
 
-    def wait(self, fields, timeout=10):
+    def wait(self, fields, timeout=PATIENCE):
         self._obs.set_text(self.plain, self._template.format_map(fields))
         picture = self._obs.wait_for_picture(self.live, self.plain, timeout)
         check(not picture.is_blank, f"{self.live} is blank")
         return picture
 
-    def follows(self, sim, timeout=10, **fields):
+    def follows(self, sim, timeout=PATIENCE, **fields):
         """Changes the score at the venue; it must come to stand in the picture, to the pixel."""
         device = next(iter(sim.devices))
         before = self._obs.picture(self.live)

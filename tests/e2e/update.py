@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: GPL-2.0-or-later
 # SPDX-FileCopyrightText: 2026 The Tallyforge developers
 """What must hold for the plug-in's own updates in a real OBS: one that works, those that are refused,
-and what is left when OBS ends on the way."""
+and the files that are left when OBS ends on the way."""
 
 import contextlib
 import hashlib
@@ -49,7 +49,7 @@ FOR_ALL = ("This copy of the plugin was installed for all users, so it cannot up
 
 
 def tree(folder):
-    """The files of a plug-in: what is in them, and whether they are programs."""
+    """The files of a plug-in: their content, and whether they are programs."""
     return {path.relative_to(folder).as_posix(): (
                 hashlib.sha256(path.read_bytes()).hexdigest(), bool(path.stat().st_mode & 0o100))
             for path in folder.rglob("*") if not path.is_dir()}

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
-// What comes to the Bluetooth bridge's port: bytes in pieces, lines, and what each of them may mean. The
+// The input of the Bluetooth bridge's port: bytes in pieces, lines, and the meanings of each line. The
 // first byte says how large the pieces are.
 
 #include "common/JsonText.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
-// The update manifest, and the order of versions: whatever a server sends, what is offered may be
-// installed, and what isn't comes with a reason. An input that begins with two lines is two versions.
+// The update manifest, and the order of versions: from any bytes of a server, an offered version
+// may be installed, and a refused one comes with a reason. An input that begins with two lines is two versions.
 
 #include "tests/fuzz/Harness.h"
 #include "updater/UpdateManifest.h"

@@ -179,7 +179,7 @@ private:
 
     void afterStep(unsigned char what, const QByteArray &bytes) override
     {
-        if ((what & 0x20) == 0) { // else one reading finds what comes next as well
+        if ((what & 0x20) == 0) { // else one reading finds the next bytes as well
             pass(16ms * (what % 8 == 7 ? 16 * bytes.size() : 1));
         }
     }

@@ -234,7 +234,7 @@ class HelperTest(dbusmock.DBusTestCase):
             self.assertEqual(plugin.reply(plugin.write(b"x")), answer)
         stderr = (self.folder / "stderr").read_bytes()
         for form in b"S3cret", b"S3cret".hex().encode(), b"83, 51, 99":
-            self.assertNotIn(form, stderr)    # what is written may be a password
+            self.assertNotIn(form, stderr)    # the text may be a password
 
     def test_every_notification_is_an_event(self):
         plugin, characteristic = self.connected()

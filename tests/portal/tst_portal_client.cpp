@@ -155,7 +155,7 @@ private Q_SLOTS:
         QCOMPARE(elsewhere.requests.size(), 0);
     }
 
-    // However a session ends, what was asked under it neither ends nor begins another one.
+    // However a session ends, the replies to its requests neither end nor begin another one.
     void callOfAnEndedSession_data()
     {
         QTest::addColumn<std::function<void(TestPortalClient &)>>("ask");

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
-// The text source in the real libobs: what counts is the picture.
+// The text source in the real libobs, judged by its picture.
 
 #include "plugin/App.h"
 #include "sources/sources.h"
@@ -134,7 +134,7 @@ private Q_SLOTS:
         QCOMPARE(hint(), u"Fields: a, b"_s);
     }
 
-    // What the properties dialog shows before anyone chose, and what its button "Defaults" does.
+    // The properties dialog at first, and after its button "Defaults".
     void defaultsAreThoseOfOrdinaryText()
     {
         const ObsSource untouched = scoreText("{}");

@@ -49,7 +49,7 @@ private:
     std::atomic<int> m_rendered = 0;
     std::atomic<uint64_t> m_renderTime = 0; // of the newest rendered frame
     std::atomic<uint64_t> m_frameTime = 0;  // of the newest frame that was handed over
-    std::mutex m_mutex;                     // guards what follows
+    std::mutex m_mutex;                     // guards the members below
     QByteArray m_picture;
     FrameCallback m_callback;
 };

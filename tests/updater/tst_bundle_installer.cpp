@@ -90,7 +90,7 @@ private Q_SLOTS:
             writeTree(bundle.source(), {{u"larger"_s, QByteArray(900'000, 'n')}});
         };
         const auto readOnly = [](BundleFixture &bundle) { mountOver(bundle.plugins, MS_RDONLY); };
-        // A mount point can't be renamed, whoever asks.
+        // Nobody can rename a mount point.
         const auto pinBinary = [](BundleFixture &bundle) { mountOver(bundle.target + u'/' + bundle.binary); };
         const auto pinFolder = [](BundleFixture &bundle) {
             mountOver(bundle.target);
@@ -124,7 +124,7 @@ private Q_SLOTS:
         }
     }
 
-    // Two OBS at once: what one brings, the other's start must not take for leftovers.
+    // Two OBS at once: one starts while the other installs, and must not take the new files for leftovers.
     void oneAtATime()
     {
         const BundleFixture bundle;

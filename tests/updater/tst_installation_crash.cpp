@@ -68,7 +68,7 @@ int cutOffHalfWay(const BundleFixture &bundle)
     return call;
 }
 
-// Every file that the old version had is there, and whole: OBS can load what it finds.
+// Every file that the old version had is there, and whole: OBS can load it.
 bool isLoadable(const BundleFixture &bundle, const Tree &tree)
 {
     return std::ranges::all_of(bundle.oldTree.asKeyValueRange(), [&](const auto &file) {
@@ -109,7 +109,7 @@ private Q_SLOTS:
         int foundNothing = 0;
         for (End end = End::Killed; end == End::Killed;) {
             bundle.reset();
-            if (isByFile(way)) { // what an earlier update has left is not what to go back to
+            if (isByFile(way)) { // the rest of an earlier update is no version to go back to
                 writeTree(bundle.target, {{bundle.binary + u".old"_s, "older"}});
             }
             end = killAtCall(foundOld + foundNew + foundNothing, [&] { return install(bundle, way); });

@@ -72,8 +72,8 @@ private Q_SLOTS:
         QVERIFY(QDir().mkpath(m_extracted));
     }
 
-    // What the programs do with such packages differs. What counts: what is accepted is fit to be installed, all
-    // else is told as what it is, and nothing comes to lie elsewhere.
+    // The programs treat such packages differently. In all of them an accepted package is fit to be installed, a
+    // refused one comes with its reason, and no file comes to lie elsewhere.
     void packages_data()
     {
         QTest::addColumn<platform::Command>("command");
@@ -110,7 +110,7 @@ private Q_SLOTS:
             {u"many-bombs"_s, {u"unpack"_s}},
             {u"deep-bombs"_s, {u"unpack"_s}},
             {u"countless"_s, {u"unpack"_s}},
-            {u"truncated"_s, {u"unpack"_s, u"accepted"_s}}, // what is cut off is but the directory
+            {u"truncated"_s, {u"unpack"_s, u"accepted"_s}}, // only the directory is cut off
             {u"half"_s, {u"unpack"_s}},
             {u"junk"_s, {u"unpack"_s}},
             {u"nothing"_s, {u"unpack"_s, u"shape"_s}},

@@ -99,7 +99,7 @@ private Q_SLOTS:
         } else {
             QTRY_VERIFY(Rig::isGone(*visitor));
             QVERIFY(r.readiness.isEmpty());
-            r.helper.come(); // nobody who was wrong keeps the right one out
+            r.helper.come(); // a wrong program does not keep the right one out
             QTRY_VERIFY(r.bridge.isReady());
             QCOMPARE(data.count(), 0);
         }
@@ -165,7 +165,7 @@ private Q_SLOTS:
                                                   : u"did not start. Bluetooth setup is unavailable on this system.");
         QTRY_COMPARE(r.replies, (QStringList{failure, failure}));
         if (const auto *const process = r.bridge.findChild<QProcess *>()) {
-            QTRY_COMPARE(process->state(), QProcess::NotRunning); // what doesn't come in time is ended
+            QTRY_COMPARE(process->state(), QProcess::NotRunning); // a program that doesn't come in time is ended
         }
     }
 

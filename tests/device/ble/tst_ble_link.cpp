@@ -194,7 +194,7 @@ private Q_SLOTS:
         r.helper.onOp = [&](const QJsonObject &op) { r.helper.answer(op); };
         r.link.open();
         QTRY_COMPARE(r.opened.count(), 2);
-        r.link.transport()->send("{}"); // what was under way at the loss is not in its way
+        r.link.transport()->send("{}"); // the request before the loss is not in its way
         QTRY_VERIFY(r.helper.asked().endsWith(u"connect write"_s));
     }
 
