@@ -67,7 +67,7 @@ QJsonObject unchangedFields()
 }
 
 // How long libobs's graphics thread takes from the begin of a frame until it draws: there all
-// sources look at what has changed and lay out their texts. To be made before the sources follow
+// sources look for changes and lay out their texts. To be made before the sources follow
 // the live data, so that it begins to count before they look.
 class FrameCosts
 {

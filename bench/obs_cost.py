@@ -16,7 +16,7 @@ SHORT_SECONDS, SETTLE_SECONDS, CPU_SECONDS = 1, 4, 10
 MEMORY_MEGABYTES, CPU_PERCENT = 12, 0.5
 SCENE, TEMPLATE = "Scene", "{home_score} - {away_score}"
 # Drawing on a processor instead of a graphics card, sound, and a look at the keyboard every 25 ms
-# take a hundred times what is to be seen here.
+# take a hundred times as long as anything seen here.
 NOT_OURS = re.compile(r"llvmpipe|libobs: |audio-io|video-io|QXcb|obs:disk")
 LOADED = re.compile(r"obs_init_module\(([\w.-]+)\.so\): ([\d.]+)\sms")
 

@@ -31,7 +31,7 @@ class Window:
         self.desktop = desktop
         self.root = root
 
-    # What is to be seen
+    # The texts that are to be seen
 
     def look(self, root=None):
         return self.desktop.look(root or self.root)

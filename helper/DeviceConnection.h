@@ -67,7 +67,7 @@ private:
     QLowEnergyController *const m_controller; // child
     QLowEnergyService *m_service = nullptr;   // child
     QLowEnergyCharacteristic m_characteristic;
-    QTimer m_limit;   // of what is under way: opening, a write, closing
+    QTimer m_limit;   // of the present step: opening, a write, closing
     QString m_reason; // why the connection is ending by itself
     State m_state = State::Opening;
     bool m_writing = false;

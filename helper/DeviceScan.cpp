@@ -32,8 +32,8 @@ void DeviceScan::onFinished()
                       [this](const QList<QBluetoothAddress> &connected) { report(connected); });
 }
 
-// The system also names devices that it remembers. What was heard just now has a signal strength;
-// what is connected is there, but keeps silent.
+// The system also names devices that it remembers. A device that was heard just now has a signal
+// strength; one that is connected is there, but keeps silent.
 void DeviceScan::report(const QList<QBluetoothAddress> &connected)
 {
     const QList<QBluetoothDeviceInfo> all = m_agent.discoveredDevices();

@@ -93,7 +93,7 @@ class TestUsb : public QObject
         m_sim->call(u"/usb/stream"_s, {{u"id"_s, m_stream}, {u"send"_s, 4000000}, {u"rate"_s, 4000}});
         m_before = received();
     }
-    // What has come back from the cloud, through the one tunnel and the other.
+    // The bytes that have come back from the cloud, through the one tunnel and the other.
     std::pair<qint64, qint64> received()
     {
         const QJsonValue usb = deviceState(u"usb"_s);

@@ -85,7 +85,7 @@ class TestGraphicsSource : public QObject
     std::unique_ptr<HttpStub> m_portal;
     QHash<QByteArray, HttpReply> m_answers; // by path
 
-    // What has reached the newest page: the names of the events, and the last of them as a whole.
+    // The record of the newest page: the names of the events, and the last of them as a whole.
     struct Record
     {
         QStringList events;

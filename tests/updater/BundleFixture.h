@@ -89,7 +89,7 @@ struct BundleFixture
         writeTree(source(), newTree);
     }
 
-    /// What lies there after a replacement file by file and the tidying of the next start.
+    /// The files that lie there after a replacement file by file and the tidying of the next start.
     [[nodiscard]] Tree replacedTree() const
     {
         Tree tree = oldTree;

@@ -94,7 +94,7 @@ struct Rig
         updater->check(manual);
         return ended();
     }
-    // Has the update installed, and gives what was seen from then on.
+    // Has the update installed, and gives the states that were seen from then on.
     QStringList install()
     {
         if (check(true) != QStringList{u"Checking: Checking for updates…"_s, QString::fromUtf8(available)}) {

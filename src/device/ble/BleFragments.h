@@ -25,7 +25,7 @@ namespace tallyforge {
 class BleReplyAssembler
 {
 public:
-    /// Called with a sentence for the user when a fragment is missing; what was there of the answer
+    /// Called with a sentence for the user when a fragment is missing; the part of the answer that was there
     /// is gone, and so is what will come of it. May be empty.
     std::function<void(const QString &message)> onTruncated;
 

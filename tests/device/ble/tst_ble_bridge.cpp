@@ -29,7 +29,7 @@ struct Rig
     {
         bridge.setHelperPath(helper.path());
     }
-    /// What came back is noted as "<code>|<message>", or as the result when it went well.
+    /// A reply is noted as "<code>|<message>", or as the result when it went well.
     BleBridge::ReplyCallback note()
     {
         return [this](const BleReply &reply) {
