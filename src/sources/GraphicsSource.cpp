@@ -6,6 +6,8 @@
 #include "plugin/Log.h"
 #include "sources/GraphicsProperties.h"
 
+#include <QString>
+
 #include <obs-module.h>
 
 #include <algorithm>

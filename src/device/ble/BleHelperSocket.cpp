@@ -17,7 +17,7 @@ namespace {
 
 constexpr qsizetype strangersLine = 1024;     // the hello takes some fifty bytes
 constexpr qint64 strangersRead = 4096;        // more waits with the system
-constexpr qsizetype helpersLine = 128 * 1024; // a scan of a thousand devices
+constexpr qsizetype helpersLine = qsizetype(128) * 1024; // a scan of a thousand devices
 constexpr qint64 helpersRead = 64L * 1024;
 constexpr qint64 piece = 4096; // small, because the time is looked at only between pieces and lines
 
