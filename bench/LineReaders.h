@@ -35,6 +35,8 @@ public:
     void expect(uint32_t count);
     /// When the last of them came.
     [[nodiscard]] long long awaitLast();
+    /// Becomes readable when awaitLast() wouldn't wait.
+    [[nodiscard]] int reports() const { return m_reports; }
 
 private:
     struct Order;

@@ -12,7 +12,8 @@ namespace tallyforge {
 
 namespace {
 
-constexpr std::chrono::milliseconds share{3}; // a step that begins within it may go on beyond
+// A step that begins within it may go on beyond. A user's click may wait for two turns.
+constexpr std::chrono::milliseconds share{2};
 
 } // namespace
 

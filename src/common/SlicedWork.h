@@ -12,7 +12,7 @@
 namespace tallyforge {
 
 /// Work that comes from outside in any amount and must not hold the event loop: it is done in
-/// steps, for three milliseconds in each turn of the loop, and goes on in the next turn. Small work
+/// steps, for two milliseconds in each turn of the loop, and goes on in the next turn. Small work
 /// is done at once.
 class SlicedWork final : public QObject
 {

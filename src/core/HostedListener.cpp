@@ -12,7 +12,7 @@ namespace {
 // Programs that all come at once, as after a change of the port, are let in without a second try.
 constexpr int backlog = 1024;
 // Qt accepts all that have come in one turn of the event loop. Its limit ends that turn.
-constexpr int acceptedAtOnce = 64;
+constexpr int acceptedAtOnce = 16;
 constexpr int usualLimit = 30;
 
 } // namespace
