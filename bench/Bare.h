@@ -41,8 +41,8 @@ public:
 [[nodiscard]] std::unique_ptr<Bare> bareHttp(const QString &address, const QString &password,
                                              const Bare::Done &ready);
 /// The Bluetooth helper's double on a thread of its own, as the helper is a program of its own.
-/// A bridge that starts it by its path and one that it visits meet the same device, which answers with
-/// a state, or in short when it's asked with parameters, and confirms a write after a delay.
+/// A bridge that starts it by its path and one that it visits meet the same device, which answers
+/// with a state, or in short when it's asked with parameters, and confirms a write after a delay.
 class HelperThread : public QThread
 {
 public:

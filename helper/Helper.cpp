@@ -60,9 +60,13 @@ void Helper::onOperation(const QString &name, int id, const QJsonObject &paramet
     }
 }
 
+// A write goes to a device that is connected, so the answer about an adapter means nothing to it.
 void Helper::beginNext()
 {
-    while (!m_asking && !m_quitting && !m_operations.isEmpty()) {
+    const auto mayBegin = [this] {
+        return !m_asking || m_operations.constFirst().name == "write"_L1;
+    };
+    while (!m_quitting && !m_operations.isEmpty() && mayBegin()) {
         begin(m_operations.takeFirst());
     }
 }

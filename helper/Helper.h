@@ -21,7 +21,8 @@ class DeviceConnection;
 class DeviceScan;
 
 /// Does the plug-in's operations, with one scan, one connection and one write at a time, and ends
-/// with the plug-in. Operations begin in the order in which they come.
+/// with the plug-in. Operations begin in the order in which they come, but for "quit", which begins
+/// at once.
 class Helper final : public QObject
 {
     Q_OBJECT

@@ -28,7 +28,8 @@ SlicedWork::SlicedWork(std::function<bool()> step, QObject *parent)
 void SlicedWork::go()
 {
     if (m_isWorking) {
-        return; // the step that called it is followed by others
+        m_isCalled = true; // the present step is followed by another
+        return;
     }
     if (!m_nextTurn.isActive()) {
         m_nextTurn.start(0);
@@ -39,13 +40,17 @@ void SlicedWork::go()
     m_isWorking = true;
     m_isLeft = true;
     while (m_isLeft && !m_share.hasExpired()) {
+        m_isCalled = false;
         const bool isLeft = step();
         if (!self) {
             return;
         }
-        m_isLeft = isLeft;
+        m_isLeft = isLeft || m_isCalled;
     }
     m_isWorking = false;
+    if (m_isLeft && !m_nextTurn.isActive()) {
+        m_nextTurn.start(0); // it has fired in an event loop of a step's own
+    }
 }
 
 void SlicedWork::onNextTurn()

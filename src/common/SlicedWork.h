@@ -34,6 +34,7 @@ private:
     QTimer m_nextTurn; // runs from the first work of a turn
     QDeadlineTimer m_share;
     bool m_isWorking = false;
+    bool m_isCalled = false; // by the present step
     bool m_isLeft = false;
 };
 

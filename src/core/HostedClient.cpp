@@ -126,7 +126,6 @@ void HostedClient::close()
         return;
     }
     QTimer::singleShot(m_timing.drain, this, &HostedClient::end);
-    onWritable();
 }
 
 void HostedClient::end()

@@ -11,7 +11,8 @@ namespace {
 
 // Programs that all come at once, as after a change of the port, are let in without a second try.
 constexpr int backlog = 1024;
-// Qt accepts all that have come in one turn of the event loop. Its limit ends that turn.
+// Qt would accept all programs that have come in one turn of the event loop. At the limit of
+// connections that wait, it stops.
 constexpr int acceptedAtOnce = 16;
 constexpr int usualLimit = 30;
 

@@ -107,8 +107,8 @@ SourceManager::Announcement SourceManager::beginRoute(Mode mode, const QString &
     return {old, isOther};
 }
 
-// Tells of the route that stands. A slot may choose another route at any of these signals; that one
-// has then been announced, so the rest of this announcement finds nothing new or repeats it.
+// Tells of the route that stands. A slot may choose another route at any of these signals. That one
+// has been announced by then, and the rest of this announcement may tell of it once more.
 void SourceManager::announce(const Announcement &news, const QString &text)
 {
     const bool isNews = news.isOtherRoute || m_isLive || text != m_statusText;

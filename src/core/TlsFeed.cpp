@@ -155,7 +155,9 @@ void TlsFeed::handleFirstMessage(const QString &type)
     if (type == "auth_ok"_L1) {
         m_state = State::Live;
         m_backoff = m_timing.firstBackoff;
-        m_lastError.clear();
+        if (!m_isEnding) {
+            m_lastError.clear();
+        }
         Q_EMIT connectedChanged(true, QString());
         return;
     }

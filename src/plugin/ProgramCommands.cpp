@@ -91,7 +91,7 @@ void ProgramCommands::follow(const QString &id)
 void ProgramCommands::followWaiting()
 {
     const std::optional<QString> id = std::exchange(m_waiting, std::nullopt);
-    if (id && !isSessionFollowed()) {
+    if (id && m_app.lists().hasDevice(*id) && !isSessionFollowed()) {
         follow(*id);
     }
 }

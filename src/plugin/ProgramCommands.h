@@ -16,7 +16,8 @@ class App;
 
 /// Answers the commands of other programs that ask the hosted server for more than the live values:
 /// "status", "devices" and "use". A program that sends "use" in bursts gets each answer, but starts
-/// no more than twenty routes a second; the last one counts. Main thread.
+/// no more than twenty routes a second, unless it asks for the status in between; the last one
+/// counts. Main thread.
 class ProgramCommands final : public QObject
 {
     Q_OBJECT

@@ -55,7 +55,7 @@ PortalCall::PortalCall(Kind kind, QNetworkReply *reply, std::chrono::millisecond
     , m_kind(kind)
     , m_reply(reply)
 {
-    m_reply->setReadBufferSize(maxBytes + 1); // the rest stays with the portal
+    m_reply->setReadBufferSize(maxBytes + 1);
     connect(m_reply, &QNetworkReply::readyRead, this, &PortalCall::onReadyRead);
     connect(m_reply, &QNetworkReply::finished, this, &PortalCall::onReplyFinished);
     m_limit.setSingleShot(true);
@@ -93,8 +93,9 @@ void PortalCall::onReadyRead()
 void PortalCall::onReplyFinished()
 {
     PortalResult result;
-    // A reply that ran out of time in the middle is no answer, even if it began with a status.
-    if (m_isTooLong || !ranOutOfTime(*m_reply)) {
+    // A reply that ran out of time in the middle, or is too long, is no answer, even if it began
+    // with a status.
+    if (!m_isTooLong && !ranOutOfTime(*m_reply)) {
         result.status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     }
     if (m_reply->isReadable()) { // an aborted one isn't

@@ -26,6 +26,7 @@ public:
     enum class Kind {
         InSession, ///< belongs to the session under which it was sent
         SignIn,    ///< begins a session when it is accepted
+        Restore,   ///< the same, without a wish of the user
         SignOut,   ///< nothing depends on its reply
     };
 

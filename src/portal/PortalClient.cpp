@@ -131,7 +131,7 @@ void PortalClient::signIn(const QString &email, const QString &password, const C
 {
     endCalls(PortalCall::Kind::SignIn); // the user's newest wish counts
     const QJsonObject body{{u"email"_s, email.trimmed()}, {u"password"_s, password}};
-    tryToSignIn(u"POST"_s, u"/auth/login"_s, &body, true, callback);
+    tryToSignIn(PortalCall::Kind::SignIn, u"POST"_s, u"/auth/login"_s, &body, true, callback);
 }
 
 void PortalClient::signInWithCode(const QString &challengeId, const QString &code,
@@ -139,12 +139,12 @@ void PortalClient::signInWithCode(const QString &challengeId, const QString &cod
 {
     endCalls(PortalCall::Kind::SignIn);
     const QJsonObject body{{u"challenge_id"_s, challengeId}, {u"code"_s, code.trimmed()}};
-    tryToSignIn(u"POST"_s, u"/auth/login/totp"_s, &body, false, callback);
+    tryToSignIn(PortalCall::Kind::SignIn, u"POST"_s, u"/auth/login/totp"_s, &body, false, callback);
 }
 
 void PortalClient::restoreSession(const Callback &callback)
 {
-    tryToSignIn(u"GET"_s, u"/auth/me"_s, nullptr, false,
+    tryToSignIn(PortalCall::Kind::Restore, u"GET"_s, u"/auth/me"_s, nullptr, false,
                 [this, callback](const PortalResult &result) {
                     if (result.status == 401) {
                         m_jar->wipe();
@@ -155,16 +155,20 @@ void PortalClient::restoreSession(const Callback &callback)
                 });
 }
 
-void PortalClient::tryToSignIn(const QString &verb, const QString &path, const QJsonObject *body,
-                               bool codeMayFollow, const Callback &callback)
+void PortalClient::tryToSignIn(PortalCall::Kind kind, const QString &verb, const QString &path,
+                               const QJsonObject *body, bool codeMayFollow,
+                               const Callback &callback)
 {
-    const PortalCall *call = send(PortalCall::Kind::SignIn, verb, path, body);
+    const PortalCall *call = send(kind, verb, path, body);
     connect(call, &PortalCall::finished, this,
-            [this, codeMayFollow, callback](const PortalResult &result) {
+            [this, kind, codeMayFollow, callback](const PortalResult &result) {
                 const bool asksForCode =
                     codeMayFollow && result.data.value("totp_required"_L1).toBool();
                 if (result.ok && !asksForCode) {
-                    endCalls(PortalCall::Kind::SignIn);
+                    if (kind != PortalCall::Kind::Restore) { // the user's own sign-in goes on
+                        endCalls(PortalCall::Kind::SignIn);
+                    }
+                    endCalls(PortalCall::Kind::Restore);
                     endCalls(PortalCall::Kind::InSession);
                     finishSignIn(result);
                 }
@@ -187,6 +191,7 @@ void PortalClient::signOut()
 {
     endCalls(PortalCall::Kind::InSession);
     endCalls(PortalCall::Kind::SignIn);
+    endCalls(PortalCall::Kind::Restore);
     send(PortalCall::Kind::SignOut, u"POST"_s, u"/auth/logout"_s, nullptr);
     m_jar->wipe();
     m_email.clear();

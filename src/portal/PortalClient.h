@@ -96,8 +96,8 @@ Q_SIGNALS:
 private:
     PortalCall *send(PortalCall::Kind kind, const QString &verb, const QString &path,
                      const QJsonObject *body);
-    void tryToSignIn(const QString &verb, const QString &path, const QJsonObject *body,
-                     bool codeMayFollow, const Callback &callback);
+    void tryToSignIn(PortalCall::Kind kind, const QString &verb, const QString &path,
+                     const QJsonObject *body, bool codeMayFollow, const Callback &callback);
     void endCalls(PortalCall::Kind kind);
     void finishSignIn(const PortalResult &result);
     void setSignedIn(bool signedIn);

@@ -19,7 +19,7 @@ struct PortalResult
 
     /// The code of a call that was under way when its session ended, with the status 0.
     static constexpr QLatin1StringView sessionEndedCode{"session_ended"};
-    /// Whether the call says nothing about the present session, so that its end is no news.
+    /// Whether the call was ended with its session. It then says nothing about the present one.
     [[nodiscard]] bool isOfEndedSession() const { return code == sessionEndedCode; }
 };
 

@@ -60,7 +60,8 @@ bool renameBoth(const QString &source, const QString &target, const QString &bac
     if (moveOver(source, target)) {
         return true;
     }
-    std::ignore = moveOver(backup, target); // if this fails too, all new files are still brought
+    std::ignore =
+        moveOver(backup, target); // if this fails too, replaceFiles() brings all new files
     return false;
 }
 
@@ -125,7 +126,9 @@ void cleanupLeftovers(const QString &root)
     if (lock.isTaken() || !QFileInfo(root).isDir()) {
         return;
     }
-    std::ignore = finishInterrupted(root);
+    if (!finishInterrupted(root)) {
+        return; // a later start may need the old files
+    }
     const QStringList files = filesBelow(root);
     for (const QString &file : files) {
         if (file.endsWith(u".old")) {

@@ -62,10 +62,11 @@ QByteArray sumOf(const QString &path)
         return {};
     }
     platform::Sha256 sum;
-    while (!file.atEnd()) {
-        sum.addData(file.read(sumStretch));
+    for (QByteArray bytes = file.read(sumStretch); !bytes.isEmpty();
+         bytes = file.read(sumStretch)) {
+        sum.addData(bytes);
     }
-    return sum.result().toHex();
+    return file.error() == QFileDevice::NoError ? sum.result().toHex() : QByteArray();
 }
 
 bool saveRecord(const QString &target, const QList<Step> &steps)
@@ -110,6 +111,7 @@ enum class Found {
     Interrupted, // some files are new, others old or missing
     Complete,    // all files are new
     Foreign,     // somebody has put another version there since
+    Unknown,     // a file can't be read now
 };
 
 Found compare(const QString &target, const QList<Step> &steps)
@@ -119,6 +121,9 @@ Found compare(const QString &target, const QList<Step> &steps)
     for (const Step &step : steps) {
         const QString dst = bundle.filePath(step.file);
         const QByteArray sum = QFileInfo(dst).isFile() ? sumOf(dst) : QByteArray();
+        if (sum.isEmpty() && QFileInfo(dst).isFile()) {
+            return Found::Unknown;
+        }
         if (sum != step.newSum) {
             allNew = false;
             const bool mayBe = step.hadOld ? sum == step.oldSum || !isThere(dst) : !isThere(dst);
@@ -240,8 +245,14 @@ Outcome replaceFiles(const QString &source, const QString &target)
 bool undoInterruptedReplacement(const QString &target)
 {
     const auto steps = loadRecord(target);
-    if (steps && compare(target, *steps) == Found::Interrupted) {
+    switch (steps ? compare(target, *steps) : Found::Foreign) {
+    case Found::Interrupted:
         return undo(target, *steps);
+    case Found::Unknown:
+        return false;
+    case Found::Complete:
+    case Found::Foreign:
+        break;
     }
     return removeTree(recordPath(target)).ok;
 }

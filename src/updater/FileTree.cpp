@@ -9,6 +9,8 @@
 #include <QDir>
 #include <QFile>
 
+#include <tuple>
+
 namespace fs = std::filesystem;
 
 namespace tallyforge {
@@ -46,13 +48,14 @@ std::error_code walkTree(const QString &root,
 QStringList filesBelow(const QString &root)
 {
     QStringList files;
-    walkTree(root, [&files, top = nativePath(root)](const fs::directory_entry &entry) {
-        std::error_code error;
-        if (!fs::is_directory(entry.symlink_status(error))) {
-            files.append(qtPath(entry.path().lexically_relative(top)));
-        }
-        return true;
-    });
+    std::ignore =
+        walkTree(root, [&files, top = nativePath(root)](const fs::directory_entry &entry) {
+            std::error_code error;
+            if (!fs::is_directory(entry.symlink_status(error))) {
+                files.append(qtPath(entry.path().lexically_relative(top)));
+            }
+            return true;
+        });
     return files;
 }
 
@@ -70,7 +73,7 @@ void letOwnerIn(const QString &root)
     const fs::file_status status = fs::symlink_status(top, error);
     open(top, status);
     if (fs::is_directory(status)) {
-        walkTree(
+        std::ignore = walkTree(
             root,
             [&](const fs::directory_entry &entry) {
                 return open(entry.path(), entry.symlink_status(error));

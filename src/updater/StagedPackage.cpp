@@ -56,7 +56,7 @@ Content judge(const fs::directory_entry &entry, const std::string &top)
     return error ? Content::Odd : Content::Ordinary;
 }
 
-// A link is told as such, whatever else is found.
+// A link is the answer, whatever else is found.
 Content walk(const QString &extracted, const QString &bundle)
 {
     std::error_code error;

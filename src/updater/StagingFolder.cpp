@@ -74,7 +74,8 @@ Outcome StagingFolder::install(const QString &pluginRoot, const QString &binaryP
     if (!judged.ok) {
         return judged;
     }
-    if (parentOf(m_path) == parentOf(pluginRoot)) {
+    const bool isBeside = parentOf(m_path) == parentOf(pluginRoot);
+    if (isBeside) {
         m_lock.reset(); // the installation takes the same lock
     }
     const Outcome installed = installTree(bundleIn(extractedPath()), pluginRoot,
@@ -85,9 +86,14 @@ Outcome StagingFolder::install(const QString &pluginRoot, const QString &binaryP
                                                          "The current version was left in place.")
                 .arg(installed.error));
     }
+    if (isBeside) {
+        m_lock = std::make_unique<platform::FolderLock>(QFileInfo(m_path).path());
+    }
     // A rest that stays is removed before the next download.
-    QFile::remove(packagePath());
-    std::ignore = removeTree(extractedPath());
+    if (!m_lock->isTaken()) {
+        QFile::remove(packagePath());
+        std::ignore = removeTree(extractedPath());
+    }
     return {};
 }
 

@@ -19,7 +19,8 @@ class PackageFile;
 
 /// The updater's own folder, in which a package is received, unpacked and judged, and which keeps
 /// the old version after an installation. From prepare() on it keeps another OBS out, until it is
-/// destroyed. Blocks on the disk; used by one thread at a time.
+/// destroyed; during an installation the bundle's folder does so. Blocks on the disk; used by one
+/// thread at a time.
 class StagingFolder final
 {
 public:

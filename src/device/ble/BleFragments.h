@@ -25,8 +25,8 @@ namespace tallyforge {
 class BleReplyAssembler
 {
 public:
-    /// Called with a sentence for the user when a fragment is missing; the part of the answer that was there
-    /// is gone, and so is what will come of it. May be empty.
+    /// Called with a sentence for the user when a fragment is missing; the part of the answer that
+    /// was there is gone, and so is what will come of it. May be empty.
     std::function<void(const QString &message)> onTruncated;
 
     /// The answers, none or one, that these bytes of one write complete.

@@ -61,8 +61,8 @@ void BleHelperProcess::end()
         process->deleteLater();
         return;
     }
-    // Deleting the object now would wait. A process that has only begun to start may fail to, and
-    // then never finishes.
+    // Deleting the object now would wait. The state tells its end also when it fails to start,
+    // which finished() doesn't.
     connect(process, &QProcess::stateChanged, process, [process](QProcess::ProcessState now) {
         if (now == QProcess::NotRunning) {
             process->deleteLater();

@@ -15,14 +15,14 @@ namespace tallyforge {
 
 namespace {
 
-constexpr qsizetype strangersLine = 1024;     // the hello takes some fifty bytes
-constexpr qint64 strangersRead = 4096;        // more waits with the system
+constexpr qsizetype strangersLine = 1024;                // the hello takes some fifty bytes
+constexpr qint64 strangersRead = 4096;                   // more waits with the system
 constexpr qsizetype helpersLine = qsizetype(128) * 1024; // a scan of a thousand devices
 constexpr qint64 helpersRead = 64L * 1024;
 constexpr qint64 piece = 4096; // small, because the time is looked at only between pieces and lines
 
 constexpr std::chrono::milliseconds turnLimit{3}; // no further line is handled after it
-constexpr std::chrono::milliseconds pause{5};     // OBS's own, after a turn that was cut
+constexpr std::chrono::milliseconds pause{5};     // in which OBS comes to its own work
 
 } // namespace
 
@@ -34,8 +34,8 @@ BleHelperSocket::BleHelperSocket(QTcpSocket *socket, std::chrono::milliseconds h
     m_socket->setParent(this);
     m_socket->setSocketOption(QAbstractSocket::LowDelayOption, 1); // no line waits for the next one
     m_socket->setReadBufferSize(strangersRead);
-    // Both are queued: a slot of received() may wait in an event loop of its own, and neither
-    // signal may come from within a call of the socket then.
+    // Both are queued: a slot of received() may wait in an event loop of its own, in which the
+    // socket must be able to go on.
     connect(m_socket, &QTcpSocket::readyRead, this, &BleHelperSocket::handle, Qt::QueuedConnection);
     connect(
         m_socket, &QTcpSocket::disconnected, this,
@@ -49,6 +49,7 @@ BleHelperSocket::BleHelperSocket(QTcpSocket *socket, std::chrono::milliseconds h
     connect(&m_rest, &QTimer::timeout, this, &BleHelperSocket::handle);
     connect(&m_helloTimer, &QTimer::timeout, this, &BleHelperSocket::onHelloLimit);
     m_helloTimer.start(helloLimit);
+    QMetaObject::invokeMethod(this, &BleHelperSocket::handle, Qt::QueuedConnection); // is it here?
 }
 
 void BleHelperSocket::trust()

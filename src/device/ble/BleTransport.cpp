@@ -74,8 +74,7 @@ void BleTransport::pumpWrites()
         return;
     }
     if (!m_bridge->isReady()) {
-        // The bridge is just telling everyone that the helper has stopped. A write must not start
-        // it.
+        // The helper has stopped, or the plug-in is ending. A write must not start it.
         m_writeQueue.clear();
         const BleReply reply = BleBridge::stopped();
         Q_EMIT sendFailed(reply.code, reply.message);

@@ -14,7 +14,7 @@ namespace tallyforge {
 namespace {
 
 constexpr std::chrono::milliseconds turnLimit{3}; // no further frame is handed on after it
-constexpr std::chrono::milliseconds pause{5};     // OBS's own, after a turn that was cut
+constexpr std::chrono::milliseconds pause{5};     // in which OBS comes to its own work
 
 } // namespace
 

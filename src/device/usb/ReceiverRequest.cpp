@@ -21,7 +21,7 @@ ReceiverRequest::ReceiverRequest(std::chrono::milliseconds limit, QObject *paren
 void ReceiverRequest::start(const QString &key, bool generateKey, int channel,
                             const Callback &wanted)
 {
-    // An empty callback stands for a request under way all the same.
+    // A caller may pass none, but an empty m_callback means that no request is under way.
     const Callback callback = wanted ? wanted : [](bool, const QString &, const QString &) {};
     if (m_callback) {
         callback(false, {}, tr("Another receiver request is still in progress"));

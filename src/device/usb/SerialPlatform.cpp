@@ -31,7 +31,7 @@ struct Handle
 namespace {
 
 constexpr std::chrono::milliseconds stallLimit{3100};
-constexpr qsizetype maxWaiting = 131072; // two requests of the largest size
+constexpr qsizetype maxWaiting = 131072; // about two requests of the largest size
 
 void store(QString *error, const QString &text)
 {

@@ -41,8 +41,8 @@ public:
 Q_SIGNALS:
     /// Bytes as they came. A slot may close the port.
     void readyRead(const QByteArray &bytes);
-    /// All bytes that waited for the driver have gone out, or they are lost, because the driver has
-    /// taken nothing for about three seconds.
+    /// All bytes that waited for the driver have gone out, or they are lost, because the port has
+    /// failed or the driver has taken nothing for about three seconds.
     void writeEnded(bool written);
     /// The device has gone; the port is closed by then.
     void errorOccurred(const QString &message);

@@ -28,7 +28,9 @@ HeldCloses::~HeldCloses()
 bool HeldCloses::eventFilter(QObject *watched, QEvent *event)
 {
     auto *window = qobject_cast<QWidget *>(watched);
-    if (event->type() != QEvent::Close || window == nullptr || !window->isWindow()) {
+    // A tool tip closes by itself and takes nothing away.
+    if (event->type() != QEvent::Close || window == nullptr || !window->isWindow() ||
+        window->windowType() == Qt::ToolTip) {
         return QObject::eventFilter(watched, event);
     }
     event->ignore();

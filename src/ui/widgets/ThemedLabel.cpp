@@ -50,8 +50,8 @@ int ThemedLabel::heightForWidth(int width) const
         m_measured = text();
         m_heights.clear();
     }
-    auto known = m_heights.constFind(width);
-    if (known == m_heights.cend()) {
+    auto known = m_heights.find(width);
+    if (known == m_heights.end()) {
         known = m_heights.insert(width, QLabel::heightForWidth(width));
     }
     return *known;
