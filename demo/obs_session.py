@@ -14,6 +14,7 @@ from obs_websocket import ObsWebsocket
 from stopwatch import Stopwatch
 
 START_SECONDS = 60
+LOADED = "info: Loaded scenes:"   # a client that comes earlier gets no answers
 PATIENCE = 30   # seconds: a busy computer takes long, and a test that passes does not wait
 STATUS = re.compile(r"\[tallyforge\] live data: (.*)")
 LEAKS = re.compile(r"Number of memory leaks: (\d+)")
@@ -83,8 +84,8 @@ class ObsSession:
 
     def _connect(self):
         if self.process.poll() is not None:
-            raise RuntimeError("OBS ended while it started:\n" + self.log()[-2000:])
-        return ObsWebsocket.connect_when_ready()
+            raise RuntimeError(f"OBS ended with code {self.process.returncode} while it started.")
+        return ObsWebsocket.connect_when_ready() if LOADED in self.log() else None
 
     def __exit__(self, kind, *_):
         if kind is None and self.ended is None:
@@ -150,6 +151,7 @@ class ObsSession:
 
     def stop(self, timeout=PATIENCE):
         """Asks OBS to close, as a session manager would, and waits for the end."""
+        self.control.close()   # obs-websocket can crash when OBS ends under its clients
         self.process.send_signal(signal.SIGINT)
         return self.wait_for_end(timeout)
 

@@ -245,14 +245,12 @@ Outcome replaceFiles(const QString &source, const QString &target)
 bool undoInterruptedReplacement(const QString &target)
 {
     const auto steps = loadRecord(target);
-    switch (steps ? compare(target, *steps) : Found::Foreign) {
-    case Found::Interrupted:
+    const Found found = steps ? compare(target, *steps) : Found::Foreign;
+    if (steps && found == Found::Interrupted) {
         return undo(target, *steps);
-    case Found::Unknown:
+    }
+    if (found == Found::Unknown) {
         return false;
-    case Found::Complete:
-    case Found::Foreign:
-        break;
     }
     return removeTree(recordPath(target)).ok;
 }

@@ -70,7 +70,7 @@ QString StagingFolder::extractedPath() const
 
 Outcome StagingFolder::install(const QString &pluginRoot, const QString &binaryPath)
 {
-    const Outcome judged = inspectExtracted(extractedPath(), binaryPath);
+    Outcome judged = inspectExtracted(extractedPath(), binaryPath);
     if (!judged.ok) {
         return judged;
     }

@@ -48,8 +48,10 @@ def main():
         begin = time.monotonic()
         try:
             reason = SCENARIOS[options.name](stage)
-        except BaseException:
-            for log in sorted(Path(folder).glob("*/obs-output.txt")):
+        except BaseException as error:
+            print(f"{type(error).__name__}: {error}")
+            logs = Path(folder).glob("*/obs-output.txt")
+            for log in sorted(logs, key=lambda log: log.stat().st_mtime)[-1:]:
                 lines = log.read_text(errors="replace").splitlines()
                 print(f"--- {log.parent.name}", *lines[-60:], sep="\n")
             raise

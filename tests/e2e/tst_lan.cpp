@@ -51,7 +51,7 @@ class TestLan : public QObject
         QSignalSpy envelopes(m_session.get(), &DeviceSession::envelope);
         m_sim.call(u"/set"_s, {{u"fields"_s, QJsonObject{{u"home_score"_s, home}}}});
         QTRY_VERIFY(!envelopes.isEmpty() &&
-                    envelopes.constLast()[0].toJsonObject()[u"fields"_s][u"home_score"_s] == home);
+                    envelopes.constLast()[0].toJsonObject().value(u"fields"_s)[u"home_score"_s] == home);
     }
 
 private Q_SLOTS:
@@ -137,7 +137,7 @@ private Q_SLOTS:
         m_session->reboot([&went](bool ok, const QString &) { went = ok; });
         QTRY_VERIFY(went);
         scoreArrives(99);
-        const QJsonValue admin = m_sim.call(u"/state"_s)[u"devices"_s][u"TF-1001"_s][u"admin"_s];
+        const QJsonValue admin = m_sim.call(u"/state"_s).value(u"devices"_s)[u"TF-1001"_s][u"admin"_s];
         QCOMPARE(admin[u"restarts"_s], 1);
         QCOMPARE(admin[u"requests"_s][u"reboot"_s], 1);
     }
