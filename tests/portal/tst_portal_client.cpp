@@ -196,7 +196,7 @@ private Q_SLOTS:
         m_server->release(userBody);
         QCOMPARE(std::ranges::count_if(m_results, &PortalResult::isOfEndedSession), 1);
         m_client->sendCommand(u"d"_s, u"x"_s, {}, {});
-        QTRY_VERIFY(m_server->asked().last().endsWith("/x"));
+        QTRY_VERIFY(m_server->asked().constLast().endsWith("/x"));
         QCOMPARE(m_client->signedIn(), signedIn);
         QCOMPARE(m_results.size(), signedIn ? 2 : 1);
         if (signedIn) {
