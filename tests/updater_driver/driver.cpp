@@ -71,7 +71,7 @@ private:
         const QMetaObject *kind = m_updater->metaObject();
         const QMetaEnum states = kind->enumerator(kind->indexOfEnumerator("State"));
         const QJsonObject line{
-            {u"state"_s, QLatin1StringView(states.valueToKey(int(updater->state())))},
+            {u"state"_s, QLatin1StringView(states.valueToKey(quint64(updater->state())))},
             {u"message"_s, updater->message()},
             {u"version"_s, updater->info().version},
             {u"notes"_s, updater->info().notes},
