@@ -129,9 +129,8 @@ private Q_SLOTS:
     void replyWithoutAnEnd_data()
     {
         QTest::addColumn<HttpReply::How>("how");
-        QTest::addColumn<int>("status");
-        QTest::newRow("a byte now and then") << HttpReply::How::Drip << 0;
-        QTest::newRow("as fast as it goes") << HttpReply::How::Flood << 200;
+        QTest::newRow("a byte now and then") << HttpReply::How::Drip;
+        QTest::newRow("as fast as it goes") << HttpReply::How::Flood;
     }
     void replyWithoutAnEnd()
     {
@@ -140,7 +139,7 @@ private Q_SLOTS:
         m_client->listDevices(keep());
         QTRY_COMPARE(m_results.size(), 1);
         QVERIFY(!m_results[0].ok);
-        QTEST(m_results[0].status, "status");
+        QCOMPARE(m_results[0].status, 0);
     }
 
     void redirectElsewhereGetsNoPassword()
