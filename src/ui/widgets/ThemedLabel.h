@@ -13,7 +13,7 @@ namespace tallyforge {
 /// A label for text of any origin: wrapped, shown as it is, and never in the way of a narrow page,
 /// however long its words are. Tone and size are those of the page's PageStyle, which goes with
 /// every theme of OBS; on a page without one they have no effect.
-class ThemedLabel final : public QLabel
+class ThemedLabel : public QLabel
 {
     Q_OBJECT
 

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#pragma once
+
+#include "device/DeviceSession.h"
+
+#include <QPointer>
+#include <QWidget>
+
+class QBoxLayout;
+
+namespace tallyforge {
+
+class MessageLine;
+
+/// What all panels about one device share: the session, which may end before them, a message line,
+/// and a guarded way to call the device. A panel asks the device nothing before its refresh().
+class PanelBase : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// The session isn't owned.
+    PanelBase(DeviceSession *session, QWidget *parent);
+
+    /// Loads anew what the panel shows.
+    virtual void refresh();
+
+protected:
+    void setMessage(const QString &text, bool error);
+    /// Calls a method of the device. The callback comes unless the panel has gone; without a
+    /// session the panel says so, and no callback comes.
+    void call(const QString &method, const QJsonObject &params, const RpcClient::Callback &callback,
+              int timeoutMs);
+    [[nodiscard]] DeviceSession *session() const { return m_session; }
+    /// Each panel places it in its own layout.
+    [[nodiscard]] MessageLine *messageLine() const { return m_message; }
+
+private:
+    const QPointer<DeviceSession> m_session;
+    MessageLine *const m_message;
+};
+
+} // namespace tallyforge

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#pragma once
+
+#include <QPlainTextEdit>
+
+namespace tallyforge {
+
+/// Several lines that the user reads, selects and copies. Tab leads out of it.
+class ReadOnlyBox final : public QPlainTextEdit
+{
+    Q_OBJECT
+
+public:
+    /// name is what a screen reader calls it; height is the least one, in pixels.
+    ReadOnlyBox(const QString &name, int height, QWidget *parent);
+
+    /// The same text again leaves the user's selection alone; a new one the place that is in view.
+    void showText(const QString &text);
+};
+
+} // namespace tallyforge
