@@ -24,12 +24,8 @@ QMap<QString, ControllerFamily> makeCatalog()
     bridges.append(u"ethernet_bridge"_s);
     return {
         {u"allamerican"_s,
-         {u"All-American"_s,
-          {u"3000"_s, u"8000"_s, u"9000"_s},
-          {u"rs232"_s, u"wireless"_s},
-          {}}},
-        {u"daktronics"_s,
-         {u"Daktronics"_s, {u"5000"_s}, {u"cl"_s, u"rs232"_s, u"wireless"_s}, {}}},
+         {u"All-American"_s, {u"3000"_s, u"8000"_s, u"9000"_s}, {u"rs232"_s, u"wireless"_s}, {}}},
+        {u"daktronics"_s, {u"Daktronics"_s, {u"5000"_s}, {u"cl"_s, u"rs232"_s, u"wireless"_s}, {}}},
         {u"electromech"_s, {u"Electromech"_s, {u"LX"_s}, {u"cl"_s}, {u"football"_s}}},
         {u"fairplay"_s, {u"Fair-Play"_s, {u"Proline"_s}, {u"rs232"_s}, {}}},
         {u"nevco"_s, {u"NEVCO"_s, {u"MPC7-W"_s, u"MPC-5"_s}, {u"nevco"_s}, {}}},
@@ -39,8 +35,7 @@ QMap<QString, ControllerFamily> makeCatalog()
           {u"Wireless Bridge"_s, u"Ethernet Bridge"_s},
           bridges,
           {}}},
-        {u"varsity"_s,
-         {u"Varsity / Sportable"_s, {u"Varsity"_s, u"Gen2"_s}, cables, {}}},
+        {u"varsity"_s, {u"Varsity / Sportable"_s, {u"Varsity"_s, u"Gen2"_s}, cables, {}}},
     };
 }
 

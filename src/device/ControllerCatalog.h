@@ -13,10 +13,10 @@ namespace tallyforge {
 /// devices and the portal share.
 struct ControllerFamily
 {
-    QString label;          ///< the manufacturer's name
-    QStringList models;     ///< each is its own label
+    QString label;      ///< the manufacturer's name
+    QStringList models; ///< each is its own label
     QStringList inputTypes;
-    QStringList sports;     ///< empty for all of allSports()
+    QStringList sports; ///< empty for all of allSports()
 };
 
 /// The known scoreboards by the manufacturer's key. Made at the first call, unchanged afterwards.

@@ -94,12 +94,12 @@ void ControllerPanel::onList(bool ok, const QList<ControllerChoice> &choices, co
     setMessage(m_choices.isEmpty() ? tr("The device did not list its scoreboards.") : QString(),
                false);
     if (session()) {
-        session()->getControllerConfig([self = QPointer(this)](bool got, const QJsonObject &config,
-                                                               const QString &) {
-            if (self && got) {
-                self->onConfig(config);
-            }
-        });
+        session()->getControllerConfig(
+            [self = QPointer(this)](bool got, const QJsonObject &config, const QString &) {
+                if (self && got) {
+                    self->onConfig(config);
+                }
+            });
     }
 }
 
@@ -129,7 +129,8 @@ void ControllerPanel::fillBox(QComboBox *box, QString ControllerChoice::*key, co
     for (const QString &each : std::as_const(sorted)) {
         box->addItem(labelOf(each), each);
     }
-    if (const int index = box->findData(wanted, Qt::UserRole, Qt::MatchExactly | Qt::MatchCaseSensitive);
+    if (const int index =
+            box->findData(wanted, Qt::UserRole, Qt::MatchExactly | Qt::MatchCaseSensitive);
         index >= 0) {
         box->setCurrentIndex(index);
     }

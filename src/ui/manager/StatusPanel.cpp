@@ -40,8 +40,8 @@ StatusPanel::StatusPanel(DeviceSession *session, QWidget *parent)
     refreshButton->setObjectName(u"tallyforgeRefreshStatus"_s);
     column->addWidget(refreshButton);
     m_device = addBox(column, u"tallyforgeDeviceStatus"_s, tr("Device"), deviceHeight);
-    m_scoreboard =
-        addBox(column, u"tallyforgeDeviceScoreboard"_s, tr("Scoreboard right now"), scoreboardHeight);
+    m_scoreboard = addBox(column, u"tallyforgeDeviceScoreboard"_s, tr("Scoreboard right now"),
+                          scoreboardHeight);
     m_test = addBox(column, u"tallyforgeNetworkTest"_s, tr("Network test"), testHeight);
     column->insertWidget(column->count() - 1,
                          hint(tr("Checks the device's local network, internet and cloud "
@@ -101,7 +101,8 @@ void StatusPanel::runNetworkTest(int attempt)
     }
     call(
         u"networkTest"_s, {},
-        [this, attempt](const RpcResult &result) { onNetworkTest(result, attempt); }, testTimeoutMs);
+        [this, attempt](const RpcResult &result) { onNetworkTest(result, attempt); },
+        testTimeoutMs);
 }
 
 void StatusPanel::onNetworkTest(const RpcResult &result, int attempt)

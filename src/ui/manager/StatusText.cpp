@@ -56,7 +56,8 @@ QString prettyKey(const QString &key)
         {"tls_fingerprint"_L1, QT_TRANSLATE_NOOP("StatusText", "TLS fingerprint")},
         {"must_change_password"_L1, QT_TRANSLATE_NOOP("StatusText", "Password change needed")},
     };
-    const auto *found = std::ranges::find(labels, key, [](const auto &label) { return label.first; });
+    const auto *found =
+        std::ranges::find(labels, key, [](const auto &label) { return label.first; });
     return found == std::end(labels) ? key : tr(found->second);
 }
 
@@ -91,8 +92,8 @@ QString statusText(const QJsonObject &status)
     for (const QString &key : sortedKeys(status)) {
         const QJsonValue value = status.value(key);
         if (key != "csrf_token"_L1 && !value.isArray()) {
-            lines.append(line(prettyKey(key),
-                              value.isObject() ? members(value.toObject()) : scalar(value)));
+            lines.append(
+                line(prettyKey(key), value.isObject() ? members(value.toObject()) : scalar(value)));
         }
     }
     return lines.join(u'\n');

@@ -66,12 +66,12 @@ void WifiPanel::scan()
     }
     setMessage(tr("Scanning… this can take up to 15 seconds."), false);
     m_networks->setScanning(true);
-    session()->scanWifi([self = QPointer(this)](bool ok, const QList<WifiNetwork> &networks,
-                                                const QString &error) {
-        if (self) {
-            self->onScan(ok, networks, error);
-        }
-    });
+    session()->scanWifi(
+        [self = QPointer(this)](bool ok, const QList<WifiNetwork> &networks, const QString &error) {
+            if (self) {
+                self->onScan(ok, networks, error);
+            }
+        });
 }
 
 void WifiPanel::onScan(bool ok, const QList<WifiNetwork> &networks, const QString &error)
