@@ -81,6 +81,8 @@ class RpcServer:
         if kind == "silent":
             return
         reply = await self._reply(request, fault)
+        if kind == "unanswered":
+            return
         if kind == "wrong-id":
             reply["id"] += 1000
         if kind == "late":
@@ -100,6 +102,8 @@ class RpcServer:
         return {"id": request["id"], "ok": True, "result": result}
 
     async def _result(self, request, fault):
+        if fault and fault.kind == "result":
+            return fault.result
         if self._busy or (fault and fault.kind == "busy"):
             raise Refused("busy", "The device is busy. Try again in a moment.")
         if fault and fault.kind == "error":
