@@ -5,7 +5,7 @@
 import struct
 
 BRACE, MARKER = 0x7B, 0xFF
-REQUEST_LIMIT = 8192
+REQUEST_LIMIT, TEXT_LIMIT = 8192, 65535
 LONG, SHORT = struct.Struct(">BBHH"), struct.Struct(">HB")
 
 
@@ -18,6 +18,8 @@ def packets(text, size, number, short):
     fragments, with the short header where that is wanted and possible."""
     if len(text) <= size:
         return [text]
+    if len(text) > TEXT_LIMIT:
+        raise ValueError("the text is too long for the link")
     pieces = [text[at:at + size - SHORT.size] for at in range(0, len(text), size - SHORT.size)]
     if short and len(pieces) <= 256 and len(text) >> 8 not in (BRACE, MARKER):
         return [SHORT.pack(len(text), index) + piece for index, piece in enumerate(pieces)]

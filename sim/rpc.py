@@ -7,6 +7,7 @@ import json
 import re
 
 from admin import DURATIONS, Refused, Session
+from net import log
 
 STRINGS = re.compile(rb'"(\\.|[^"\\])*"')
 BLANKS = re.compile(rb"\s")
@@ -88,8 +89,11 @@ class RpcServer:
         if kind == "late":
             await asyncio.sleep(fault.seconds)
         text = GARBAGE if kind == "garbage" else compact(reply)
-        for _ in range(2 if kind == "twice" else 1):
-            await self._send(text, fault)
+        try:
+            for _ in range(2 if kind == "twice" else 1):
+                await self._send(text, fault)
+        except ValueError as error:
+            log(f"{self._carrier} {self._admin.device.id}: no answer to {method}: {error}")
 
     async def _reply(self, request, fault):
         try:

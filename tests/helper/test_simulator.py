@@ -74,6 +74,8 @@ class SimulatorTest(unittest.TestCase):
         host = Host(plugin)
         self.assertTrue(host.call("login", password="quietmoose")["result"]["must_change_password"])
         host.call("changePassword", current_password="quietmoose", new_password="n" * 300, confirm_password="n" * 300)
+        many = [{"manufacturer": f"maker {n}", "model": "m" * 60, "sport": [], "x": n} for n in range(500)]
+        self.sim.control("/admin", controllers=many)
         for method, key in [("getState", "fields"), ("scanWifi", "networks"), ("getControllerList", "controllers"),
                             ("getStatus", "device_id")]:
             self.assertIn(key, host.call(method)["result"])
