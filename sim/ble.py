@@ -34,7 +34,7 @@ class BleFace:
         self._folder = None
         self._replies = 0
         self._one_text = asyncio.Lock()
-        admin.on_restart.append(self._restart)
+        admin.power.hooks.append(self._restart)
 
     def shown(self):
         return {"address": self.address, "near": self.is_near, "open": self._link is not None,
@@ -84,7 +84,7 @@ class BleFace:
         self._apply()
 
     def _apply(self):
-        is_there = self.is_near and not self._admin.down
+        is_there = self.is_near and not self._admin.power.down
         if is_there and not self._listener:
             self._listen()
         elif not is_there:

@@ -5,8 +5,9 @@
 Every call that a device gets is a line of the file "log" in the folder that the parameter names. A
 write stays unanswered while there is a file "hold" in it.
 
-A device with a "Peer", the path of a socket of packets, is played by the program that listens there:
-a connection is one to that socket, a write is a packet to it, and a packet from it is a notification.
+A device with a "Peer", the path of a socket of packets, is played by the program that listens
+there: a connection is one to that socket, a write is a packet to it, and a packet from it is a
+notification.
 """
 
 import pathlib
@@ -58,7 +59,8 @@ def link(device):
         peer.close()
         refuse("org.bluez.Error.Failed")
     LINKS[device.path] = peer
-    GLib.io_add_watch(peer, GLib.IO_IN | GLib.IO_HUP, lambda *_: LINKS.get(device.path) is peer and notify(device, peer))
+    GLib.io_add_watch(peer, GLib.IO_IN | GLib.IO_HUP,
+                      lambda *_: LINKS.get(device.path) is peer and notify(device, peer))
 
 
 def notify(device, peer):

@@ -64,9 +64,9 @@ def _setter(name, owner=None):
 
 
 ADMIN_KEYS = {   # key -> its type, what it does
-    "password": (str, lambda admin, value: admin.set_password(value)),
-    "must_change_password": (bool, _setter("must_change")),
-    "unlock": (bool, lambda admin, _: admin.unlock()),
+    "password": (str, lambda admin, value: admin.password.set(value)),
+    "must_change_password": (bool, _setter("must_change", "password")),
+    "unlock": (bool, lambda admin, _: admin.password.unlock()),
     "joined": (str, lambda admin, value: admin.wifi.put_on(value)),
     "networks": (list, _set_networks),
     "radio": (bool, _setter("available", "radio")),
@@ -81,7 +81,7 @@ ADMIN_KEYS = {   # key -> its type, what it does
     "chip": (dict, lambda admin, wish: _set_upgrade(admin.chip, wish) if wish else
              setattr(admin, "chip", None)),
     "log_bytes": (int, _set_logs),
-    "restart": (bool, lambda admin, _: admin.restart("power_on", 0)),
+    "restart": (bool, lambda admin, _: admin.power.restart("power_on", 0)),
 }
 
 

@@ -36,7 +36,7 @@ class HardwareControl:
         self._hardware.apply_faults()
 
     def password(self, device):
-        return self._hardware.admins[device.id].password
+        return self._hardware.admins[device.id].password.value
 
     def _face(self, device_id, receiver):
         faces = self._hardware.faces
@@ -60,12 +60,12 @@ class HardwareControl:
                     if upgrade}
         faces = {name: self._hardware.faces.get((device.id, name)) for name in ("usb", "receiver")}
         return {
-            "admin": {"device_id": admin.device_id, "must_change_password": admin.must_change,
-                      "logins": admin.logins, "requests": admin.requests,
+            "admin": {"device_id": admin.device_id,
+                      "must_change_password": admin.password.must_change, "logins": admin.logins, "requests": admin.requests,
                       "wifi": admin.wifi.status(), "radio": admin.radio.shown(),
                       "controller": admin.settings.choice, "settings": admin.settings.values,
                       "cloud_account": admin.cloud_account, "token_made": admin.token_made,
-                      "restarts": admin.restarts, "down": admin.down, **upgrades},
+                      "restarts": admin.power.restarts, "down": admin.power.down, **upgrades},
             **{name: face and face.shown() for name, face in
                {**faces, "ble": self._hardware.radios.get(device.id)}.items()}}
 

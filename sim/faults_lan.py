@@ -42,7 +42,8 @@ class LanFault:
 
     def shown(self):
         told = {"kind": self.kind, "method": self.method or None, "count": self.count,
-                "after": self.after or None, "seconds": self.seconds if self.kind == "slow" else None,
+                "after": self.after or None,
+                "seconds": self.seconds if self.kind == "slow" else None,
                 "status": self.status if self.kind == "status" else None}
         return {key: value for key, value in told.items() if value is not None}
 

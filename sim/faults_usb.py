@@ -41,7 +41,8 @@ class UsbFault:
 
     def shown(self):
         told = {"kind": self.kind, "method": self.method or None, "count": self.count,
-                "after": self.after or None, "seconds": self.seconds if self.kind in ("late", "hello-late") else None}
+                "after": self.after or None,
+                "seconds": self.seconds if self.kind in ("late", "hello-late") else None}
         return {key: value for key, value in told.items() if value is not None}
 
 

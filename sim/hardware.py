@@ -29,8 +29,8 @@ class Hardware:
             self._add(venue, faults, device_id, path,
                       Receiver(venue.secret, self.admins[device_id]))
         self.bluez = Bluez() if ble else None
-        self.radios = {device_id: BleFace(venue, faults, self.admins[device_id], self.bluez, address)
-                       for device_id, address in ble.items()}
+        self.radios = {name: BleFace(venue, faults, self.admins[name], self.bluez, address)
+                       for name, address in ble.items()}   # by device id
         self._tasks = []
 
     def _add(self, venue, faults, device_id, path, receiver):

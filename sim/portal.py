@@ -262,7 +262,8 @@ class Portal(Hanging):
         if self.status(device) == "gone":
             del self._faults.device[device.id]
         if len(self.links) < KEPT:
-            self.links.append({"device": device.id, "via": body["via"], "with_code": "code" in body})
+            self.links.append({"device": device.id, "via": body["via"],
+                               "with_code": "code" in body})
         return Response(200, {"ok": True, "device_id": device.id})
 
     def reveal_pairing(self, _, parts):

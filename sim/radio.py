@@ -77,7 +77,8 @@ class Receiver:
 
     @property
     def linked(self):
-        return bool(self.key) and not self._admin.down and self._admin.radio.active == (self.mac, self.key)
+        return bool(self.key) and not self._admin.power.down and \
+            self._admin.radio.active == (self.mac, self.key)
 
     def status(self):
         values = (bool(self.key), self.linked, -61 if self.linked else None, self.channel,

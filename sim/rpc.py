@@ -6,8 +6,9 @@ import asyncio
 import json
 import re
 
-from admin import DURATIONS, Refused, Session
+from admin import DURATIONS
 from net import log
+from signin import Refused, Session
 
 STRINGS = re.compile(rb'"(\\.|[^"\\])*"')
 BLANKS = re.compile(rb"\s")

@@ -45,7 +45,7 @@ class UsbFace:
         self._replug = None
         self._one_text = asyncio.Lock()
         self._reset()
-        admin.on_restart.append(self._restart)
+        admin.power.hooks.append(self._restart)
         admin.on_settings.append(self.tell_tunnel)
         if not receiver:
             admin.cloud_route = self._route
@@ -69,7 +69,8 @@ class UsbFace:
                 "pings": self.pings, "signed_in": self.rpc.session.signed_in,
                 "logins": self.rpc.logins, "requests": self.rpc.requests,
                 "envelopes": self.envelopes, "dropped": self.port.dropped,
-                "rx_requests": self.receiver.requests if self.receiver else 0, **self.tunnel.shown()}
+                "rx_requests": self.receiver.requests if self.receiver else 0,
+                **self.tunnel.shown()}
 
     # The cable
 
@@ -84,7 +85,7 @@ class UsbFace:
         line = self._faults.usb.kind(self._device.id, "line")
         if line == "unplug":
             self.close()
-        elif not self._replug and (self.receiver or not self._admin.down):
+        elif not self._replug and (self.receiver or not self._admin.power.down):
             try:
                 self.port.plug()
             except ListenError as error:
@@ -146,7 +147,7 @@ class UsbFace:
 
     @property
     def reaches_device(self):
-        return self.receiver.radio.linked if self.receiver else not self._admin.down
+        return self.receiver.radio.linked if self.receiver else not self._admin.power.down
 
     def _check_pace(self):
         now = time.monotonic()
