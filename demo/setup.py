@@ -8,9 +8,9 @@ from window import Window
 SETUP = "tallyforgeSetupDialog"
 OPEN = "tallyforgeSetUpDevice"    # in the dock
 ROOM = (40, 560, 700)             # from the left, width, height
-CARRIERS = {"usb": "tallyforgeCarrierUsb", "ble": "tallyforgeCarrierBluetooth",
-            "lan": "tallyforgeCarrierLan"}
-PORTS, HOST, CONNECT = "tallyforgeDevices", "tallyforgeLanHost", "tallyforgeConnect"
+CARRIERS = {"usb": "tallyforgeOverUsb", "ble": "tallyforgeOverBluetooth",
+            "lan": "tallyforgeOverNetwork"}
+PORTS, HOST, CONNECT = "tallyforgeDeviceList", "tallyforgeLanHost", "tallyforgeConnect"
 CHOICE = ("tallyforgeManufacturer", "tallyforgeModel", "tallyforgeSport", "tallyforgeInputType")
 
 
@@ -38,6 +38,10 @@ class SetupWindow(Window):
         self.pick_row(PORTS, text)
         self.wait_for(CONNECT, enabled=True)
 
+    def type_host(self, text):
+        self.fill(HOST, text)
+        self.wait_for(CONNECT, enabled=True)
+
     def chosen_device(self):
         """The row that is selected, None if none is."""
         items = self.find(PORTS).get("items", [])
@@ -48,18 +52,20 @@ class SetupWindow(Window):
         self.click(CONNECT)
 
     def sign_in(self, password):
-        self.fill("tallyforgeDevicePassword", password)
+        self.fill("tallyforgeAdminPassword", password)
         self.key("Return")
 
     def set_password(self, password, again=None):
         self.fill("tallyforgeNewPassword", password)
-        self.fill("tallyforgeNewPasswordAgain", password if again is None else again)
+        self.fill("tallyforgeRepeatedPassword", password if again is None else again)
         self.key("Return")
 
     def join(self, network, password):
         """Picks one of the networks that were found, by its name."""
         box = self.wait_for("tallyforgeWifiNetwork",
                             items=lambda items: any(name_of(item) == network for item in items))
+        self.click("tallyforgeWifiNetwork")
+        self.key("alt+Down")   # a click opens no list where a name can be typed
         self.pick("tallyforgeWifiNetwork",
                   next(item["text"] for item in box["items"] if name_of(item) == network))
         self.fill("tallyforgeWifiPassword", password)
