@@ -83,6 +83,14 @@ class SetupWindow(Window):
         self.fill("tallyforgeClaimCode", code)
         self.click("tallyforgeClaim")
 
+    def make_key(self):
+        """Lets a wireless receiver make a new key."""
+        self.click("tallyforgeNewKey")
+
+    def use_key(self, key):
+        self.fill("tallyforgePairingKey", key)
+        self.click("tallyforgeUseKey")
+
     def show_tab(self, title):
         self.desktop.click_item("QTabBar", title)
 

@@ -32,7 +32,7 @@ def setup_first(stage):
             choose_password(setup)
             join(setup)
             setup.choose_scoreboard("NEVCO", "MPC-5", "Hockey", "NEVCO serial")
-            setup.wait_for_text("tallyforgeSetupSummary", f"Device: {DEVICE}\nFirmware: 2.4.0\n"
+            setup.wait_for_text("tallyforgeSummary", f"Device: {DEVICE}\nFirmware: 2.4.0\n"
                                 "Wi-Fi: connected (127.0.0.1)")
             claim(setup, sim)
             setup.click("tallyforgeUseDevice")
@@ -65,9 +65,9 @@ def join(setup):
 def claim(setup, sim):
     right = sim.call("/secrets")["devices"][DEVICE]["claim_code"]
     setup.claim("NOT-IT")
-    setup.wait_for_text("tallyforgeSetupSummary", NOT_YOURS)
+    setup.wait_for_text("tallyforgeSummary", NOT_YOURS)
     setup.claim(f" {right} ")
-    setup.wait_for_text("tallyforgeSetupSummary", "Added to your account.")
+    setup.wait_for_text("tallyforgeSummary", "Added to your account.")
     setup.wait_until_gone("tallyforgeClaimCode")
     links = sim.state()["portal"]["links"]
     check(links == [{"device": DEVICE, "via": "usb", "with_code": True}], f"added as {links}")
