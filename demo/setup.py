@@ -11,7 +11,7 @@ ROOM = (40, 560, 700)             # from the left, width, height
 CARRIERS = {"usb": "tallyforgeOverUsb", "ble": "tallyforgeOverBluetooth",
             "lan": "tallyforgeOverNetwork"}
 PORTS, HOST, CONNECT = "tallyforgeDeviceList", "tallyforgeLanHost", "tallyforgeConnect"
-CHOICE = ("tallyforgeManufacturer", "tallyforgeModel", "tallyforgeSport", "tallyforgeInputType")
+CHOICE = ("tallyforgeMaker", "tallyforgeModel", "tallyforgeSport", "tallyforgeInput")
 
 
 class SetupWindow(Window):
@@ -62,11 +62,11 @@ class SetupWindow(Window):
 
     def join(self, network, password):
         """Picks one of the networks that were found, by its name."""
-        box = self.wait_for("tallyforgeWifiNetwork",
+        box = self.wait_for("tallyforgeNetwork",
                             items=lambda items: any(name_of(item) == network for item in items))
-        self.click("tallyforgeWifiNetwork")
+        self.click("tallyforgeNetwork")
         self.key("alt+Down")   # a click opens no list where a name can be typed
-        self.pick("tallyforgeWifiNetwork",
+        self.pick("tallyforgeNetwork",
                   next(item["text"] for item in box["items"] if name_of(item) == network))
         self.fill("tallyforgeWifiPassword", password)
         self.key("Return")

@@ -56,10 +56,10 @@ def choose_password(setup):
 
 
 def join(setup):
-    setup.wait_for_text("tallyforgeWifiMessage", "5 network(s) found.")
+    setup.wait_for_text("tallyforgeMessage", "5 network(s) found.")
     setup.join("Venue", "courtside-7")
-    setup.wait_for_text("tallyforgeWifiMessage", has("Checking that the device can join Venue"))
-    setup.wait_for_text("tallyforgeWifiMessage", "Joined Venue (127.0.0.1).")
+    setup.wait_for_text("tallyforgeMessage", has("Checking that the device can join Venue"))
+    setup.wait_for_text("tallyforgeMessage", "Joined Venue (127.0.0.1).")
 
 
 def claim(setup, sim):
