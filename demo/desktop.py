@@ -30,6 +30,7 @@ class Desktop:
     def __init__(self, screen, finder):
         self._screen = screen
         self._finder = str(finder)
+        self.clicks = self.texts = 0   # that were made and typed
 
     def _ask(self, root, measured=False):
         with socket.socket(socket.AF_UNIX) as client:
@@ -68,6 +69,7 @@ class Desktop:
 
     def click_at(self, x, y):
         """Returns the ids of the widgets that the click went to, with those around them."""
+        self.clicks += 1
         return self._use("clicks", 1, "mousemove", x, y, "click", 1)["pressed"]
 
     def click(self, find, place=lambda widget: middle(widget["seen"])):
@@ -108,6 +110,7 @@ class Desktop:
 
     def type(self, text):
         self._wait_until_active()
+        self.texts += 1
         self._use("keys", len(text), "type", text)
 
     def _wait_until_active(self):

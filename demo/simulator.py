@@ -111,6 +111,18 @@ class Simulator:
     def revoke_session(self):
         return self.call("/session", {"revoke": True})
 
+    def env(self):
+        """What a program needs in its environment to find the devices by Bluetooth."""
+        if not self.ready["ble"]:
+            return {}
+        # Qt would ask the bus's owner, which is no bluetoothd, for its version.
+        return {"DBUS_SYSTEM_BUS_ADDRESS": self.ready["ble"]["bus"],
+                "BLUETOOTH_FORCE_DBUS_LE_VERSION": "5.80"}
+
+    def admin(self, device_id, **wishes):
+        """Changes what a device is or has, as /admin of the control requests tells."""
+        return self.call("/admin", {"device": device_id} | wishes)
+
     @property
     def usb_port(self):
         """Where the first device or receiver on a cable is plugged in."""

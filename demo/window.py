@@ -127,7 +127,8 @@ class Window:
     def type(self, text):
         """Replaces what stands in the field that has the focus."""
         def is_there():
-            return any(w["focus"] and w.get("text") == text for w in self.look())
+            return any(w["focus"] and text in (w.get("text"), w.get("currentText"))
+                       for w in self.look())
 
         def replace():
             self.key("ctrl+a", "Delete")

@@ -2,11 +2,8 @@
 # SPDX-FileCopyrightText: 2026 The Tallyforge developers
 """A venue in software: a portal and devices with their live feeds, for rehearsals and tests."""
 
-import argparse
 import asyncio
 import json
-import os
-import re
 import signal
 import sys
 import time
@@ -21,142 +18,12 @@ from feed import Feed
 from hardware import Hardware
 from lan_admin import LanFace
 from net import ListenError, is_loopback, log, quoted_host
+from options import arguments
 from portal import Portal
 from updates import Updates
 from venue import Venue
 
-DEVICE = re.compile(r"(?P<id>[^=@]+)(=(?P<nickname>.*?))?(@(?P<address>[A-Za-z0-9.:-]+))?")
-ACCOUNT = re.compile(r"(?P<email>[^:]+):(?P<password>.+?)(:(?P<code>\d{6}))?")
-TOKEN = re.compile(r"(?P<id>[^=]+)=(?P<token>.+)")
-PASSWORD = re.compile(r"(?P<id>[^=]+)=(?P<password>.+)")
-PORT = re.compile(r"(?P<id>[^@]+)(@(?P<path>/.+))?")
-FIRST_PORT = "/dev/ttyACM0"
 TICK_SECONDS = 0.1
-
-
-def _matching(pattern, form):
-    def parse(text):
-        match = pattern.fullmatch(text)
-        if not match:
-            raise argparse.ArgumentTypeError(f"must have the form {form}")
-        return match.groupdict()
-    return parse
-
-
-def _port(text):
-    if not text.isdecimal() or int(text) > 65535:
-        raise argparse.ArgumentTypeError("must be a port from 0 to 65535")
-    return int(text)
-
-
-def _number_up_to(limit):
-    def parse(text):
-        try:
-            number = float(text)
-        except ValueError:
-            number = 0
-        if not 0 < number <= limit:
-            raise argparse.ArgumentTypeError(f"must be a number above 0 and up to {limit}")
-        return number
-    return parse
-
-
-def _arguments():
-    parser = argparse.ArgumentParser(
-        prog="python3 sim", description=__doc__,
-        epilog="When it is ready it prints one line of JSON with its addresses, ports and tokens. "
-               "It ends on Ctrl+C. docs/simulator.md tells the rest.")
-    add = parser.add_argument
-    add("--host", default="127.0.0.1", help="address of the portal and the devices (%(default)s)")
-    add("--portal-port", type=_port, default=8443, metavar="N", help="(%(default)s; 0: any free)")
-    add("--feed-port", type=_port, default=1010, metavar="N",
-        help="port of a device's feed (%(default)s); further devices on the same address "
-             "take the next ones")
-    add("--lan-port", type=_port, metavar="N",
-        help="port of a device's administration by HTTP (none without this; devices have it on "
-             "80); further devices on the same address take the next ones")
-    add("--updates", metavar="DIR",
-        help="offer the update manifest latest.json and the packages that lie in DIR")
-    add("--updates-port", type=_port, default=8444, metavar="N",
-        help="HTTPS port for them (%(default)s)")
-    add("--control-port", type=_port, default=8099, metavar="N",
-        help="port of the control requests, on 127.0.0.1 only (%(default)s)")
-    add("--account", action="append", metavar="EMAIL:PASSWORD[:CODE]",
-        type=_matching(ACCOUNT, "EMAIL:PASSWORD[:CODE]"),
-        help="repeatable; six digits as CODE make the second step required "
-             "(crew@example.com:scoreboard)")
-    add("--device", action="append", metavar="ID[=NICKNAME][@ADDRESS]",
-        type=_matching(DEVICE, "ID[=NICKNAME][@ADDRESS]"),
-        help="repeatable (TF-1001=Main gym)")
-    add("--token", action="append", default=[], metavar="ID=TOKEN",
-        type=_matching(TOKEN, "ID=TOKEN"), help="a device's access token; else a random one")
-    add("--session-cookie", metavar="VALUE",
-        help="a session that is open from the start for the first account")
-    add("--game", default="basketball", metavar="NAME",
-        help=f"{', '.join(games.BUILT_IN)} or a script FILE.json (%(default)s)")
-    add("--seed", type=int, default=1, metavar="N",
-        help="the same seed gives the same game (%(default)s)")
-    add("--speed", type=_number_up_to(1000), default=1.0, metavar="X",
-        help="of the game, times real time (%(default)s)")
-    add("--manual", action="store_true", help="the game stands; it moves by control requests only")
-    add("--usb", action="append", default=[], metavar="ID[@PATH]",
-        type=_matching(PORT, "ID[@/PATH]"),
-        help=f"repeatable; this device is on a serial port ({FIRST_PORT} and the next ones)")
-    add("--receiver", action="append", default=[], metavar="ID[@PATH]",
-        type=_matching(PORT, "ID[@/PATH]"),
-        help="repeatable; a wireless receiver that is paired with this device is on one")
-    add("--admin-password", action="append", default=[], metavar="ID=PASSWORD",
-        type=_matching(PASSWORD, "ID=PASSWORD"),
-        help="a device's password; else a random one. quietmoose is that of a new device")
-    add("--pace", type=_number_up_to(10000), default=1.0, metavar="X",
-        help="how much faster than in reality the devices restart, join networks and update "
-             "themselves (%(default)s)")
-    add("--cert", metavar="FILE", help="TLS certificate, PEM; else one is made with openssl")
-    add("--key", metavar="FILE", help="the certificate's private key")
-    add("--ca-dir", metavar="DIR",
-        help="keep a certificate authority in DIR and issue the certificate from it")
-    return _checked(parser, parser.parse_args())
-
-
-def _checked(parser, options):
-    if bool(options.cert) != bool(options.key):
-        parser.error("--cert and --key go together")
-    if options.cert and options.ca_dir:
-        parser.error("--ca-dir makes a certificate; it cannot go with --cert")
-    options.account = options.account or [ACCOUNT.fullmatch(
-        "crew@example.com:scoreboard").groupdict()]
-    options.device = options.device or [DEVICE.fullmatch("TF-1001=Main gym").groupdict()]
-    ids = [device["id"] for device in options.device]
-    if len(set(ids)) < len(ids):
-        parser.error("two devices have the same id")
-    if options.updates and not os.path.isdir(options.updates):
-        parser.error(f"--updates: there is no folder {options.updates}")
-    options.token = {entry["id"]: entry["token"] for entry in options.token}
-    options.admin_password = {e["id"]: e["password"] for e in options.admin_password}
-    options.usb, options.receiver = _ports(parser, options)
-    for name in ("token", "admin_password", "usb", "receiver"):
-        unknown = set(getattr(options, name)) - set(ids)
-        if unknown:
-            parser.error(f"--{name.replace('_', '-')} names no device of this venue: "
-                         f"{', '.join(sorted(unknown))}")
-    return options
-
-
-def _ports(parser, options):
-    """The paths of the devices' and the receivers' ports, by device id."""
-    wishes = [*options.usb, *options.receiver]
-    taken = {wish["path"] for wish in wishes if wish["path"]}
-    names = (f"{FIRST_PORT[:-1]}{number}" for number in range(100))
-    free = (name for name in names if name not in taken)
-    for wish in wishes:
-        wish["path"] = wish["path"] or next(free)
-    if len({wish["path"] for wish in wishes}) < len(wishes):
-        parser.error("two ports have the same path")
-    found = [{wish["id"]: wish["path"] for wish in some}
-             for some in (options.usb, options.receiver)]
-    if sum(map(len, found)) < len(wishes):
-        parser.error("a device can have one port and one receiver")
-    return found
 
 
 def _venue(options):
@@ -221,6 +88,7 @@ def _ready(options, venue, portal, control, hardware, lan, updates, authority):
         "portal_port": portal.listener.port,
         "control": f"http://127.0.0.1:{control.listener.port}",
         "devices": devices, "usb": hardware.ready(),
+        "ble": hardware.ble_ready(),
         "updates": updates and updates.url(host), "ca": authority}), flush=True)
 
 
@@ -234,7 +102,8 @@ async def _run(options):
                                                  options.ca_dir)
     portal = Portal(venue, faults, options.host, options.portal_port, tls)
     feeds = _feeds(venue, faults, options.feed_port, tls)
-    hardware = Hardware(venue, faults, options.pace, fingerprint, options.usb, options.receiver)
+    hardware = Hardware(venue, faults, options.pace, fingerprint, options.usb, options.receiver,
+                        options.ble)
     lan = _lan_faces(venue, faults, options.lan_port, hardware.admins)
     venue.on_change = lambda device: {"feed_ns": feeds[device.id].publish(),
                                       "usb_ns": hardware.publish(device)}
@@ -262,7 +131,7 @@ async def _run(options):
 
 def main():
     try:
-        asyncio.run(_run(_arguments()))
+        asyncio.run(_run(arguments(__doc__)))
     except (ListenError, CertError, games.GameError) as error:
         sys.exit(f"sim: {error}")
 

@@ -5,35 +5,14 @@
 import secrets
 
 import upgrades
+from power import Power
 from radio import Radio
 from settings import CHOICE, Settings
-from venue import same_secret
+from signin import FACTORY_PASSWORD, Password, Refused
 from wifi import NETWORKS, Wifi
 
-FACTORY_PASSWORD = "quietmoose"
-PASSWORD_LENGTH = 8
-WRONG_LIMIT = 5            # wrong passwords in a row, after which none is taken for a while
-LOCKED_SECONDS = 60
-GOODBYE_SECONDS = 0.5      # between the answer to "reboot" and the restart
-RESTART_SECONDS = 4
 LOG_LINES = 200
 DURATIONS = {"scanWifi": 4, "otaCheck": 1.5, "configureWifi": 0.3}
-
-
-class Refused(Exception):
-    """The device says no, with a code for the program and a sentence for the user."""
-
-    def __init__(self, code, message):
-        super().__init__(message)
-        self.code = code
-
-
-class Session:
-    """One connection's sign-in; a restart ends it."""
-
-    def __init__(self, carrier):
-        self.carrier = carrier     # "usb", "receiver", "ble" or "lan"
-        self.signed_in = False
 
 
 class Admin:
@@ -42,22 +21,19 @@ class Admin:
         self.device = device
         self.clock = clock
         self.device_id = device.id
-        self.password = device.admin_password
-        self.must_change = self.password == FACTORY_PASSWORD
-        self.token_made = not self.must_change
+        self.password = Password(venue.secret, clock, device.admin_password)
+        self.token_made = not self.password.must_change
         self.fingerprint = fingerprint
         self.cloud_account = True  # it has its sign-in for the cloud
         self.broker = {}           # as it was set; nothing here reads it
         self.cloud_route = lambda: ""
-        self.on_restart = []       # called with True as it goes down, False as it comes up
+        self.power = Power(clock, self._come_up)
         self.on_settings = []      # called when the cloud connection's settings may have changed
-        self.down = False
-        self.restarts = 0
         self.logins = 0
         self.requests = {}         # method -> how often
         self.log_padding = 0
         self.wifi = Wifi(clock, device.address, NETWORKS)
-        self.wifi.joined = None if self.must_change else NETWORKS[0].ssid
+        self.wifi.joined = None if self.password.must_change else NETWORKS[0].ssid
         for network in NETWORKS:
             if network.password:
                 venue.secret(network.password)
@@ -66,18 +42,13 @@ class Admin:
         self.network_test = upgrades.NetworkTest(clock)
         self.firmware = upgrades.firmware(clock, device.firmware, self._upgraded)
         self.chip = upgrades.chip(clock, self._upgraded)
-        self._wrong = 0
-        self._locked_until = 0.0
         self._erase = False
-        self._restart_planned = False
-        self._booted = clock.now()
-        self._reason = "power_on"
         self._log = []
         self.note("started")
 
     def note(self, text):
         """A line of the device's own log, which any signed-in user may read."""
-        self._log.append(f"{self.clock.now() - self._booted:10.3f} {text}")
+        self._log.append(f"{self.power.uptime:10.3f} {text}")
         del self._log[:-LOG_LINES]
 
     def handle(self, method, params, session):
@@ -89,7 +60,7 @@ class Admin:
         self.requests[method] = self.requests.get(method, 0) + 1
         if not session.signed_in and method != "login":
             raise Refused("unauthorized", "Sign in first.")
-        if self.must_change and method not in WITH_OLD_PASSWORD:
+        if self.password.must_change and method not in WITH_OLD_PASSWORD:
             raise Refused("password_change_required", "Choose a new password first.")
         if callable(required):
             required = required(params)
@@ -106,42 +77,22 @@ class Admin:
     # Signing in
 
     def login(self, params, session):
-        if self.clock.now() < self._locked_until:
-            raise Refused("rate_limited",
-                          "Too many wrong passwords. Wait a minute, then try again.")
-        if not same_secret(params["password"], self.password):
-            self._wrong += 1
-            if self._wrong >= WRONG_LIMIT:
-                self._wrong, self._locked_until = 0, self.clock.now() + LOCKED_SECONDS
-            session.signed_in = False
-            raise Refused("invalid_credentials", "The password is wrong.")
-        self.unlock()
+        self.password.check_lock()
+        session.signed_in = False
+        self.password.check(params["password"])
         self.logins += 1
         session.signed_in = True
-        return {"must_change_password": self.must_change}
-
-    def set_password(self, password):
-        self.password = self._venue.secret(password)
-        self.must_change = password == FACTORY_PASSWORD
-
-    def unlock(self):
-        self._wrong, self._locked_until = 0, 0.0
+        return {"must_change_password": self.password.must_change}
 
     def change_password(self, params, session):
-        new = params["new_password"]
-        if new != params["confirm_password"]:
+        if params["new_password"] != params["confirm_password"]:
             raise self._broken(session, "changePassword", "the new password's repeat differs")
-        if not same_secret(params["current_password"], self.password):
-            raise Refused("bad_password", "The current password is wrong.")
-        if len(new) < PASSWORD_LENGTH or new.lower() == FACTORY_PASSWORD:
-            raise Refused("weak_password",
-                          "Use at least 8 characters, and not the factory password.")
-        self.password, self.must_change = self._venue.secret(new), False
+        self.password.change(params["current_password"], params["new_password"])
         return {}
 
     def reset_password(self, params, _):
         self._confirm(params)
-        self.password, self.must_change = FACTORY_PASSWORD, True
+        self.password.set(FACTORY_PASSWORD)
         return {}
 
     @staticmethod
@@ -168,9 +119,10 @@ class Admin:
         return {"device_id": self.device_id, "firmware_version": self.firmware.version,
                 **self.wifi.status(), "eth_ip": "", "mqtt_transport": route,
                 "mqtt_connected": self.cloud_account and bool(route),
-                "tcp_clients": self.device.feed_clients, "reset_reason": self._reason,
-                "uptime_s": int(self.clock.now() - self._booted),
-                "tls_fingerprint": self.fingerprint, "must_change_password": self.must_change,
+                "tcp_clients": self.device.feed_clients, "reset_reason": self.power.reason,
+                "uptime_s": int(self.power.uptime),
+                "tls_fingerprint": self.fingerprint,
+                "must_change_password": self.password.must_change,
                 "api_token_configured": self.token_made, "espnow": self.radio.shown()}
 
     def state(self, *_):
@@ -287,50 +239,36 @@ class Admin:
         return {"status": "ok"}
 
     def _upgraded(self, _):
-        self.restart("update", 0)
+        self.power.restart("update", 0)
 
     def reboot(self, *_):
-        self.restart("software")
+        self.power.restart("software")
         return {"status": "ok"}
 
     def factory_reset(self, params, _):
         self._confirm(params)
         self._erase = True
-        self.restart("factory_reset")
+        self.power.restart("factory_reset")
         return {"status": "ok"}
-
-    def restart(self, reason, after=GOODBYE_SECONDS):
-        if not self._restart_planned:
-            self._restart_planned, self._reason = True, reason
-            self.clock.later(after, self._go_down)
-
-    def _go_down(self):
-        self.down = True
-        for hook in self.on_restart:
-            hook(True)
-        self.clock.later(RESTART_SECONDS, self._come_up)
 
     def _come_up(self):
         if self._erase:
+            self._erase = False
             self._erase_all()
         self.radio.restart()
         self.wifi.restart(self.radio.role == "tx")
         for upgrade in filter(None, (self.firmware, self.chip)):
             upgrade.finish_restart()
         self.device.firmware = self.firmware.version
-        self.restarts += 1
-        self._booted, self._log = self.clock.now(), []
-        self.note(f"started after {self._reason}")
-        self._restart_planned = self._erase = self.down = False
-        for hook in self.on_restart:
-            hook(False)
+        self._log = []
+        self.note(f"started after {self.power.reason}")
 
     def _erase_all(self):
-        self.password, self.must_change = FACTORY_PASSWORD, True
+        self.password.set(FACTORY_PASSWORD)
         self.token_made = self.cloud_account = False
         self.broker = {}
         self.device.token = self._venue.secret(secrets.token_urlsafe(24))
-        self.unlock()
+        self.password.unlock()
         self.wifi.forget()
         self.radio.reset()
         self.settings.reset()

@@ -62,7 +62,8 @@ class Control:
                                "lan": self._lan[d.id].shown() if d.id in self._lan else None}
                         for d in venue.devices.values()},
             "portal": {"requests": portal.requests, "by_path": portal.by_path,
-                       "sessions": len(venue.sessions), "hanging": portal.hanging},
+                       "sessions": len(venue.sessions), "hanging": portal.hanging,
+                       "links": portal.links},
             "updates": self._updates and self._updates.shown(),
             "faults": self._faults.shown(),
             "violations": venue.violations,
@@ -178,6 +179,14 @@ class Control:
         log("portal: all sessions were revoked")
         return {"sessions": 0}
 
+    def pairing(self, request):
+        device_id, password = take(body_of(request), device=str, admin_password=str)
+        if password is None:
+            raise ControlError("This request takes the admin_password that the account keeps.")
+        device = self._device(device_id)
+        device.admin_password = password and self._venue.secret(password)
+        return {"known": bool(password)}
+
 
 ROUTES = {
     ("GET", "/state"): Control.state,
@@ -188,4 +197,5 @@ ROUTES = {
     ("POST", "/fault"): Control.fault,
     ("POST", "/clear"): Control.clear,
     ("POST", "/session"): Control.session,
+    ("POST", "/pairing"): Control.pairing,
 }

@@ -2,22 +2,14 @@
 # SPDX-FileCopyrightText: 2026 The Tallyforge developers
 """The control requests about the devices as things: their administration, ports and tunnels."""
 
+from control_admin import steer
 from net import log
+from radio import KEY, REPORT_KEYS
 from tunnel import TunnelError, WINDOW
-from upgrades import CHECKS
 from usb_wire import PAYLOAD_LIMIT, TUNNEL_LIMIT, frame
-from wifi import JOINS, Network
-from wishes import ControlError, body_of, take
+from wishes import ControlError, body_of, take, within
 
-UPGRADE_KEYS = {"version": (str,), "offered": (str, type(None)), "error": (str,),
-                "check_error": (str,), "bytes": (int,)}
 COUNT_LIMIT = 1 << 28
-LOG_LIMIT = 60000
-
-
-def _within(value, low, high, name):
-    if value is not None and not low <= value <= high:
-        raise ControlError(f"{name} must be a number from {low} to {high}.")
 
 
 def _one_of(actions):
@@ -44,7 +36,7 @@ class HardwareControl:
         self._hardware.apply_faults()
 
     def password(self, device):
-        return self._hardware.admins[device.id].password
+        return self._hardware.admins[device.id].password.value
 
     def _face(self, device_id, receiver):
         faces = self._hardware.faces
@@ -68,24 +60,21 @@ class HardwareControl:
                     if upgrade}
         faces = {name: self._hardware.faces.get((device.id, name)) for name in ("usb", "receiver")}
         return {
-            "admin": {"device_id": admin.device_id, "must_change_password": admin.must_change,
-                      "logins": admin.logins, "requests": admin.requests,
+            "admin": {"device_id": admin.device_id,
+                      "must_change_password": admin.password.must_change, "logins": admin.logins, "requests": admin.requests,
                       "wifi": admin.wifi.status(), "radio": admin.radio.shown(),
                       "controller": admin.settings.choice, "settings": admin.settings.values,
                       "cloud_account": admin.cloud_account, "token_made": admin.token_made,
-                      "restarts": admin.restarts, "down": admin.down, **upgrades},
-            **{name: face and face.shown() for name, face in faces.items()}}
+                      "restarts": admin.power.restarts, "down": admin.power.down, **upgrades},
+            **{name: face and face.shown() for name, face in
+               {**faces, "ble": self._hardware.radios.get(device.id)}.items()}}
 
     # Administration
 
     def admin(self, request):
         body = body_of(request)
         admin = self._hardware.admins[self._find_device(body.pop("device", None)).id]
-        values = dict(zip(ADMIN_KEYS, take(body, **{k: kind for k, (kind, _) in
-                                                    ADMIN_KEYS.items()})))
-        for key, value in values.items():
-            if key in body:
-                ADMIN_KEYS[key][1](admin, value)
+        steer(admin, body)
         return self.shown(admin.device)["admin"]
 
     def pace(self, request):
@@ -97,10 +86,42 @@ class HardwareControl:
 
     # Ports and tunnels
 
+    def receiver(self, request):
+        device_id, key, hidden, restarts = take(body_of(request), device=str, key=str, hide=list,
+                                                restarts=bool)
+        talk = self._face(device_id, True).receiver
+        if key and not KEY.fullmatch(key):
+            raise ControlError("key has 32 hexadecimal digits, or none at all.")
+        if not all(name in REPORT_KEYS for name in hidden or ()):
+            raise ControlError(f"hide names some of {', '.join(REPORT_KEYS)}.")
+        if key is not None:
+            talk.radio.take_key(key)
+        talk.radio.hidden = talk.radio.hidden if hidden is None else hidden
+        talk.restarts = talk.restarts if restarts is None else restarts
+        talk.report()
+        return talk.radio.status()
+
+    def ble(self, request):
+        device_id, lose, near, powered, pairing = take(
+            body_of(request), device=str, lose=bool, near=bool, powered=bool, pairing=bool)
+        radio = next(iter(self._hardware.radios.values()), None) if device_id is None \
+            else self._hardware.radios.get(self._find_device(device_id).id)
+        if not radio:
+            raise ControlError("That device has no Bluetooth. It comes from --ble.", 404)
+        if near is not None:
+            radio.set_near(near)
+        if powered is not None:
+            self._hardware.bluez.set_powered(powered)
+        if pairing is not None:
+            self._hardware.bluez.set_pairing(pairing)
+        if lose:
+            radio.lose()
+        return radio.shown()
+
     def replug(self, request):
         device_id, receiver, seconds = take(body_of(request), device=str, receiver=bool,
                                             seconds=float)
-        _within(seconds, 0, 3600, "seconds")
+        within(seconds, 0, 3600, "seconds")
         self._face(device_id, receiver).replug(0.5 if seconds is None else seconds)
         return {"replugged": True}
 
@@ -123,8 +144,8 @@ class HardwareControl:
         if _one_of({"hex": data, "raw": raw}) == "raw":
             return {"sent": face.port.send(_hex(raw))}
         payload = _hex(data)
-        _within(255 if kind is None else kind, 0, 255, "type")
-        _within(len(payload), 0, PAYLOAD_LIMIT, "the payload's length")
+        within(255 if kind is None else kind, 0, 255, "type")
+        within(len(payload), 0, PAYLOAD_LIMIT, "the payload's length")
         return {"sent": face.port.send(frame(5 if kind is None else kind, payload))}
 
     def pipe(self, request):
@@ -141,9 +162,9 @@ class HardwareControl:
 
     @staticmethod
     def _check_sending(count, piece, rate, limit):
-        _within(count, 1, COUNT_LIMIT, "send")
-        _within(piece, 1, limit, "piece")
-        _within(rate, 1, COUNT_LIMIT, "rate")
+        within(count, 1, COUNT_LIMIT, "send")
+        within(piece, 1, limit, "piece")
+        within(rate, 1, COUNT_LIMIT, "rate")
 
     def stream(self, request):
         device_id, receiver, name, window, number, send, piece, seed, rate, credit, close = take(
@@ -151,8 +172,8 @@ class HardwareControl:
             piece=int, seed=int, rate=int, credit=int, close=bool)
         tunnel = self._face(device_id, receiver).tunnel
         action = _one_of({"open": name, "send": send, "credit": credit, "close": close})
-        _within(window, 0, 1 << 24, "window")
-        _within(credit, 0, 0xFFFFFFFF, "credit")
+        within(window, 0, 1 << 24, "window")
+        within(credit, 0, 0xFFFFFFFF, "credit")
         try:
             if action == "open":
                 number = tunnel.open(name, WINDOW if window is None else window)
@@ -186,8 +207,8 @@ class HardwareControl:
             raise ControlError(f"target must be one of {', '.join(self._cloud().targets)}.")
         if mode not in (None, "echo", "sink", "source") or end not in (None, "close", "reset"):
             raise ControlError("mode is echo, sink or source; end is close or reset.")
-        _within(count, 1, COUNT_LIMIT, "source_bytes")
-        _within(send, 1, COUNT_LIMIT, "send")
+        within(count, 1, COUNT_LIMIT, "source_bytes")
+        within(send, 1, COUNT_LIMIT, "send")
         target.mode = mode or target.mode
         target.source_bytes = count or target.source_bytes
         if send and not target.send(send, seed or 0):
@@ -200,80 +221,11 @@ class HardwareControl:
         return self._cloud().shown()[name]
 
 
-def _set_networks(admin, networks):
-    found = []
-    for entry in networks:
-        try:
-            network = Network(**entry)
-        except TypeError:
-            network = None
-        if not network or not isinstance(network.ssid, str) or network.joins not in JOINS \
-                or not isinstance(network.password, str) or type(network.rssi) is not int:
-            raise ControlError("A network is an object of ssid, password, rssi, auth and joins "
-                               f"({', '.join(JOINS)}).")
-        found.append(network)
-    admin.wifi.networks = found
-
-
-def _set_upgrade(upgrade, wish):
-    for key, value in wish.items():
-        if key not in UPGRADE_KEYS or type(value) not in UPGRADE_KEYS[key]:
-            raise ControlError(f"An update takes {', '.join(UPGRADE_KEYS)}.")
-    for key, value in wish.items():
-        setattr(upgrade, "size" if key == "bytes" else key, value)
-
-
-def _set_checks(admin, failing):
-    if not set(failing) <= set(CHECKS) or not all(isinstance(v, str) for v in failing.values()):
-        raise ControlError(f"checks tells why which of {', '.join(CHECKS)} fail.")
-    admin.network_test.failing = failing
-
-
-def _set_logs(admin, count):
-    _within(count, 0, LOG_LIMIT, "log_bytes")
-    admin.log_padding = count
-
-
-def _set_cloud_account(admin, there):
-    admin.cloud_account = there
-    admin.settings_changed()
-
-
-def _set_link(admin, wish):
-    try:
-        admin.radio.set(wish.get("role", "tx"), wish.get("peer_mac"), wish.get("key"), False)
-    except (TypeError, ValueError) as error:
-        raise ControlError(f"espnow takes role, peer_mac and key. {error}") from None
-
-
-def _setter(name, owner=None):
-    def action(admin, value):
-        setattr(getattr(admin, owner) if owner else admin, name, value)
-    return action
-
-
-ADMIN_KEYS = {   # key -> its type, what it does
-    "password": (str, lambda admin, value: admin.set_password(value)),
-    "must_change_password": (bool, _setter("must_change")),
-    "unlock": (bool, lambda admin, _: admin.unlock()),
-    "joined": (str, lambda admin, value: admin.wifi.put_on(value)),
-    "networks": (list, _set_networks),
-    "radio": (bool, _setter("available", "radio")),
-    "espnow": (dict, _set_link),
-    "radio_error": (str, _setter("broken", "radio")),
-    "controllers": (list, _setter("controllers", "settings")),
-    "cloud_account": (bool, _set_cloud_account),
-    "checks": (dict, _set_checks),
-    "firmware": (dict, lambda admin, wish: _set_upgrade(admin.firmware, wish)),
-    "chip": (dict, lambda admin, wish: _set_upgrade(admin.chip, wish) if wish else
-             setattr(admin, "chip", None)),
-    "log_bytes": (int, _set_logs),
-    "restart": (bool, lambda admin, _: admin.restart("power_on", 0)),
-}
-
 ROUTES = {
     ("POST", "/admin"): HardwareControl.admin,
     ("POST", "/pace"): HardwareControl.pace,
+    ("POST", "/ble"): HardwareControl.ble,
+    ("POST", "/usb/receiver"): HardwareControl.receiver,
     ("POST", "/usb/replug"): HardwareControl.replug,
     ("POST", "/usb/tunnel"): HardwareControl.tell,
     ("POST", "/usb/frame"): HardwareControl.frame,

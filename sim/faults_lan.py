@@ -7,7 +7,7 @@ from dataclasses import dataclass, field
 
 from faults import FaultError
 
-_SOME = {"method", "count"}
+_SOME = {"method", "count", "after"}
 KINDS = {   # kind -> the keys that it takes beside where, kind and device
     "refuse": set(),
     "hang": _SOME,
@@ -33,6 +33,7 @@ BODIES = {
 class LanFault:
     kind: str
     method: str = ""       # empty: any
+    after: int = 0         # so many requests don't meet it yet
     count: int = None      # how many requests it still meets; None: until it is cleared
     seconds: float = 2.0
     status: int = 500
@@ -41,6 +42,7 @@ class LanFault:
 
     def shown(self):
         told = {"kind": self.kind, "method": self.method or None, "count": self.count,
+                "after": self.after or None,
                 "seconds": self.seconds if self.kind == "slow" else None,
                 "status": self.status if self.kind == "status" else None}
         return {key: value for key, value in told.items() if value is not None}
@@ -59,7 +61,8 @@ def parse(wish, methods):
     extra = set(values) - KINDS[kind] - {"kind"}
     if extra:
         raise FaultError(f"The fault {kind} does not take {', '.join(sorted(extra))}.")
-    for key, types, low, high in (("count", (int,), 1, 10**6), ("status", (int,), 200, 599),
+    for key, types, low, high in (("count", (int,), 1, 10**6),
+                                  ("after", (int,), 0, 10**6), ("status", (int,), 200, 599),
                                   ("seconds", (int, float), 0, 3600)):
         value = values.get(key, low)
         if type(value) not in types or not low <= value <= high:
@@ -105,6 +108,9 @@ class LanFaults:
         """The fault that this request meets, if any; its count goes down by one."""
         faults = self._on.get(device, {})
         fault = faults.get(method) or faults.get("")
+        if fault and fault.after:
+            fault.after -= 1
+            return None
         if fault and fault.count is not None:
             fault.count -= 1
             if not fault.count:

@@ -6,7 +6,7 @@ from dataclasses import dataclass
 
 from faults import FaultError
 
-_RPC = {"method", "count"}
+_RPC = {"method", "count", "after"}
 KINDS = {   # kind -> the part that breaks, the keys that it takes beside where, kind and device
     "hello-silent": ("hello", {"count"}),
     "hello-late": ("hello", {"count", "seconds"}),
@@ -17,6 +17,8 @@ KINDS = {   # kind -> the part that breaks, the keys that it takes beside where,
     "gap": ("rpc", _RPC), "fragments": ("rpc", _RPC | {"bytes"}),
     "late": ("rpc", _RPC | {"seconds"}),
     "error": ("rpc", _RPC | {"code", "message"}),
+    "result": ("rpc", _RPC | {"result"}),
+    "unanswered": ("rpc", _RPC),
     "rx-silent": ("rx", {"count"}), "rx-refuse": ("rx", {"count", "message"}),
     "rx-error": ("rx", {"count", "message"}), "rx-as-reboot": ("rx", {"count"}),
     "no-credit": ("credit", set()), "slow-credit": ("credit", set()),
@@ -29,14 +31,17 @@ KINDS = {   # kind -> the part that breaks, the keys that it takes beside where,
 class UsbFault:
     kind: str
     method: str = ""       # empty: any
+    after: int = 0         # so many times it doesn't happen yet
     count: int = None      # how often it still happens; None: until it is cleared
     seconds: float = 2.0
     bytes: int = 64        # data in each fragment
     code: str = "device_error"
     message: str = None
+    result: object = None
 
     def shown(self):
         told = {"kind": self.kind, "method": self.method or None, "count": self.count,
+                "after": self.after or None,
                 "seconds": self.seconds if self.kind in ("late", "hello-late") else None}
         return {key: value for key, value in told.items() if value is not None}
 
@@ -49,7 +54,8 @@ def parse(wish):
     extra = set(values) - KINDS[kind][1] - {"kind"}
     if extra:
         raise FaultError(f"The fault {kind} does not take {', '.join(sorted(extra))}.")
-    for key, types, low, high in (("count", (int,), 1, 10**6), ("bytes", (int,), 1, 2045),
+    for key, types, low, high in (("count", (int,), 1, 10**6),
+                                  ("after", (int,), 0, 10**6), ("bytes", (int,), 1, 2045),
                                   ("seconds", (int, float), 0, 3600)):
         value = values.get(key, low)
         if type(value) not in types or not low <= value <= high:
@@ -89,6 +95,9 @@ class UsbFaults:
         if not key:
             return None
         fault = faults[key]
+        if fault.after:
+            fault.after -= 1
+            return None
         if fault.count is not None:
             fault.count -= 1
             if not fault.count:

@@ -5,6 +5,8 @@
 import asyncio
 
 from admin import Admin
+from ble import BleFace
+from bluez import Bluez
 from clock import Clock
 from cloud import Cloud
 from net import ListenError
@@ -13,8 +15,8 @@ from usb import UsbFace
 
 
 class Hardware:
-    def __init__(self, venue, faults, pace, fingerprint, usb, receivers):
-        """`usb` and `receivers` are paths of ports by device id."""
+    def __init__(self, venue, faults, pace, fingerprint, usb, receivers, ble):
+        """`usb` and `receivers` are paths of ports by device id, `ble` Bluetooth addresses."""
         self.clock = Clock(pace)
         self.cloud = Cloud() if usb or receivers else None
         self.admins = {device.id: Admin(venue, device, self.clock, fingerprint,
@@ -26,6 +28,9 @@ class Hardware:
         for device_id, path in receivers.items():
             self._add(venue, faults, device_id, path,
                       Receiver(venue.secret, self.admins[device_id]))
+        self.bluez = Bluez() if ble else None
+        self.radios = {name: BleFace(venue, faults, self.admins[name], self.bluez, address)
+                       for name, address in ble.items()}   # by device id
         self._tasks = []
 
     def _add(self, venue, faults, device_id, path, receiver):
@@ -45,13 +50,19 @@ class Hardware:
         loop = asyncio.get_running_loop()
         for target in self.cloud.targets.values() if self.cloud else ():
             target.listener.open()
+        if self.bluez:
+            self.bluez.open()
         try:
             for face in self.faces.values():
                 face.open()
         except ListenError:
             for face in self.faces.values():
                 face.close()   # leaves no path behind
+            if self.bluez:
+                self.bluez.close()
             raise
+        for radio in self.radios.values():
+            radio.open()
         for face in self.faces.values():
             self._tasks += [loop.create_task(face.repeat()),
                             loop.create_task(face.tunnel.trickle())]
@@ -61,6 +72,10 @@ class Hardware:
             task.cancel()
         for face in self.faces.values():
             face.close()
+        for radio in self.radios.values():
+            radio.close()
+        if self.bluez:
+            self.bluez.close()
         for target in self.cloud.targets.values() if self.cloud else ():
             await target.listener.close()
 
@@ -68,3 +83,9 @@ class Hardware:
         """For the line that tells that all is ready."""
         return [{"path": face.port.path, "device": device_id, "kind": face.kind}
                 for (device_id, _), face in self.faces.items()]
+
+    def ble_ready(self):
+        """The same for Bluetooth, None if no device is to be found by it."""
+        return self.bluez and {"bus": self.bluez.address, "devices": [
+            {"address": radio.address, "device": device_id, "name": radio.title}
+            for device_id, radio in self.radios.items()]}

@@ -9,11 +9,12 @@ import secrets
 from collections import deque
 from urllib.parse import parse_qsl
 
-from admin import DURATIONS, Refused, Session
+from admin import DURATIONS
 from faults import Hanging
 from httpd import HttpServer, Response
 from net import first_of, log, quoted_host
 from rpc import is_compact
+from signin import Refused, Session
 
 COOKIE = "tf_device"
 KEPT_SESSIONS = 8
@@ -126,7 +127,7 @@ class LanFace(Hanging):
         self._server = HttpServer(self._device.address, port, self._handle,
                                   on_bad_request=self._violation)
         self.listener = self._server.listener
-        admin.on_restart.append(self._restart)
+        admin.power.hooks.append(self._restart)
 
     @property
     def url(self):
@@ -143,7 +144,7 @@ class LanFace(Hanging):
             for sign_in in self._sign_ins.values():
                 self._past.append(sign_in.token)
                 sign_in.renew()
-        if self._admin.down or self._faults.lan.refuses(self._device.id):
+        if self._admin.power.down or self._faults.lan.refuses(self._device.id):
             self.listener.shut()
             self.listener.drop_connections()
         else:

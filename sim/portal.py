@@ -77,6 +77,7 @@ class Portal(Hanging):
         self._faults = faults
         self.requests = 0
         self.by_path = {}
+        self.links = []        # devices that were added to an account, and how
         self._server = HttpServer(host, port, self._handle, tls, self._not_http)
         self.listener = self._server.listener
 
@@ -260,6 +261,9 @@ class Portal(Hanging):
             raise Refusal(409, {"error": "claim_code_device_mismatch"})
         if self.status(device) == "gone":
             del self._faults.device[device.id]
+        if len(self.links) < KEPT:
+            self.links.append({"device": device.id, "via": body["via"],
+                               "with_code": "code" in body})
         return Response(200, {"ok": True, "device_id": device.id})
 
     def reveal_pairing(self, _, parts):

@@ -7,6 +7,7 @@ import secrets
 
 MAC = re.compile(r"[0-9A-Fa-f]{2}(:[0-9A-Fa-f]{2}){5}")
 KEY = re.compile(r"[0-9A-Fa-f]{32}")
+REPORT_KEYS = ("configured", "link", "rssi", "channel", "fw")   # of a receiver's report
 
 
 def new_key():
@@ -69,18 +70,25 @@ class Receiver:
         self.key = secret(new_key())
         self.channel = 6
         self.firmware = "1.3.0"
+        self.hidden = []          # keys of its report that it leaves out
         admin.radio.set("tx", self.mac, self.key, False)
         admin.radio.restart()
         admin.wifi.restart(True)
 
     @property
     def linked(self):
-        return not self._admin.down and self._admin.radio.active == (self.mac, self.key)
+        return bool(self.key) and not self._admin.power.down and \
+            self._admin.radio.active == (self.mac, self.key)
 
     def status(self):
-        message = {"t": "rx_status", "configured": bool(self.key), "link": self.linked,
-                   "channel": self.channel, "fw": self.firmware}
-        return message | ({"rssi": -61} if self.linked else {})
+        values = (bool(self.key), self.linked, -61 if self.linked else None, self.channel,
+                  self.firmware)
+        return {"t": "rx_status"} | {key: value for key, value in zip(REPORT_KEYS, values)
+                                     if value is not None and key not in self.hidden}
+
+    def take_key(self, key):
+        """An empty key: it is paired with no device."""
+        self.key = key and self._secret(key).lower()
 
     def set(self, key, generate, channel):
         """Returns the new key if one was made; raises ValueError with a sentence."""
@@ -89,6 +97,6 @@ class Receiver:
         if channel is not None and channel > 13:
             raise ValueError("The channel must be from 1 to 13")
         if generate or key is not None:
-            self.key = self._secret(new_key() if generate else key).lower()
+            self.take_key(new_key() if generate else key)
         self.channel = channel or self.channel
         return self.key if generate else None

@@ -6,7 +6,9 @@ import asyncio
 import json
 import re
 
-from admin import DURATIONS, Refused, Session
+from admin import DURATIONS
+from net import log
+from signin import Refused, Session
 
 STRINGS = re.compile(rb'"(\\.|[^"\\])*"')
 BLANKS = re.compile(rb"\s")
@@ -81,13 +83,18 @@ class RpcServer:
         if kind == "silent":
             return
         reply = await self._reply(request, fault)
+        if kind == "unanswered":
+            return
         if kind == "wrong-id":
             reply["id"] += 1000
         if kind == "late":
             await asyncio.sleep(fault.seconds)
         text = GARBAGE if kind == "garbage" else compact(reply)
-        for _ in range(2 if kind == "twice" else 1):
-            await self._send(text, fault)
+        try:
+            for _ in range(2 if kind == "twice" else 1):
+                await self._send(text, fault)
+        except ValueError as error:
+            log(f"{self._carrier} {self._admin.device.id}: no answer to {method}: {error}")
 
     async def _reply(self, request, fault):
         try:
@@ -100,6 +107,8 @@ class RpcServer:
         return {"id": request["id"], "ok": True, "result": result}
 
     async def _result(self, request, fault):
+        if fault and fault.kind == "result":
+            return fault.result
         if self._busy or (fault and fault.kind == "busy"):
             raise Refused("busy", "The device is busy. Try again in a moment.")
         if fault and fault.kind == "error":

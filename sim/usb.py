@@ -8,6 +8,7 @@ import time
 
 import usb_wire as wire
 from net import ListenError, log
+from receiver_talk import ReceiverTalk
 from rpc import RpcServer, compact, is_compact
 from tunnel import Tunnel
 from usb_port import Port
@@ -15,7 +16,6 @@ from usb_port import Port
 REPEAT_SECONDS = 1.0       # the device repeats its state, because a host may have come since
 REPORT_SECONDS = 5         # the receiver repeats its status
 HELLO = {"t": "hello", "streams": 1}
-RX_SET = {"t": str, "generate_key": bool, "key": str, "channel": int}
 
 # The host paces its tunnel to a frame in 40 ms. Frames that come faster than that on average use up
 # this allowance, which covers a computer that was busy for a second.
@@ -33,19 +33,19 @@ class UsbFace:
         self._admin = admin
         self._device = admin.device
         self._cloud = cloud
-        self._receiver = receiver
+        self.receiver = receiver and ReceiverTalk(self, faults, admin, receiver)
         self.kind = "receiver" if receiver else "device"
         self.name = "receiver" if receiver else "usb"
         self.port = Port(path, self._bytes, self._reset)
-        self.tunnel = Tunnel(self.port, self._violation,
+        self.tunnel = Tunnel(self.port, self.violation,
                              lambda: faults.usb.kind(self._device.id, "credit"))
         self.rpc = RpcServer(venue, faults, admin, self.name, self._send_admin)
-        self.hellos = self.pings = self.envelopes = self.rx_requests = 0
+        self.hellos = self.pings = self.envelopes = 0
         self.told_tunnel = None    # in place of the device's own, if a test wants that
         self._replug = None
         self._one_text = asyncio.Lock()
         self._reset()
-        admin.on_restart.append(self._restart)
+        admin.power.hooks.append(self._restart)
         admin.on_settings.append(self.tell_tunnel)
         if not receiver:
             admin.cloud_route = self._route
@@ -54,22 +54,23 @@ class UsbFace:
         """A connection has ended: nothing of it is left for the next one."""
         self._deframer = wire.Deframer()
         self._texts = wire.Texts()
-        self._greeted = self._answered = False
+        self._greeted = self.answered = False
         self._last_tunnel = None
         self._allowance, self._last_frame = FRAMES_AHEAD, 0.0
         self.rpc.reset()
         self.tunnel.reset()
 
-    def _violation(self, rule):
+    def violation(self, rule):
         self._venue.violation(f"{self.name} {self._device.id}: {rule}")
 
     def shown(self):
         return {"path": self.port.path, "plugged": self.port.plugged, "open": self.port.heard,
-                "opens": self.port.opens, "hellos": self.hellos, "answered": self._answered,
+                "opens": self.port.opens, "hellos": self.hellos, "answered": self.answered,
                 "pings": self.pings, "signed_in": self.rpc.session.signed_in,
                 "logins": self.rpc.logins, "requests": self.rpc.requests,
                 "envelopes": self.envelopes, "dropped": self.port.dropped,
-                "rx_requests": self.rx_requests, **self.tunnel.shown()}
+                "rx_requests": self.receiver.requests if self.receiver else 0,
+                **self.tunnel.shown()}
 
     # The cable
 
@@ -84,7 +85,7 @@ class UsbFace:
         line = self._faults.usb.kind(self._device.id, "line")
         if line == "unplug":
             self.close()
-        elif not self._replug and (self._receiver or not self._admin.down):
+        elif not self._replug and (self.receiver or not self._admin.power.down):
             try:
                 self.port.plug()
             except ListenError as error:
@@ -103,11 +104,11 @@ class UsbFace:
         self.apply_faults()
 
     def _restart(self, down):
-        if self._receiver:
+        if self.receiver:
             self.rpc.reset()
             self.tunnel.reset()
             self._last_tunnel = None
-            self._report()
+            self.receiver.report()
             self.tell_tunnel()
         elif down:
             self.close()
@@ -120,7 +121,7 @@ class UsbFace:
         frames = self._deframer.feed(data)
         if self._deframer.stray:
             self._deframer.stray = 0
-            self._violation("bytes that belong to no frame")
+            self.violation("bytes that belong to no frame")
         for kind, payload in frames:
             self._frame(kind, payload)
 
@@ -129,11 +130,11 @@ class UsbFace:
             self._ctrl(payload)
             return
         if not self._greeted:
-            self._violation("a frame came before the hello")
+            self.violation("a frame came before the hello")
         if kind in (wire.PIPE, wire.STREAM):
             self._check_pace()
         elif kind != wire.ADMIN:
-            self._violation("a frame of a type that a host never sends")
+            self.violation("a frame of a type that a host never sends")
             return
         if not self.reaches_device:
             return
@@ -146,7 +147,7 @@ class UsbFace:
 
     @property
     def reaches_device(self):
-        return self._receiver.linked if self._receiver else not self._admin.down
+        return self.receiver.radio.linked if self.receiver else not self._admin.power.down
 
     def _check_pace(self):
         now = time.monotonic()
@@ -155,13 +156,13 @@ class UsbFace:
         self._last_frame = now
         if self._allowance < 0:
             self._allowance = FRAMES_AHEAD
-            self._violation("tunnel frames come faster than one in 40 ms")
+            self.violation("tunnel frames come faster than one in 40 ms")
 
     def _admin_payload(self, payload):
         try:
             text = self._texts.feed(payload)
         except wire.WireError as error:
-            self._violation(str(error))
+            self.violation(str(error))
             return
         if text is not None:
             self.rpc.take(text)
@@ -172,19 +173,19 @@ class UsbFace:
         except (ValueError, RecursionError):
             message = None
         if not isinstance(message, dict) or not is_compact(payload):
-            self._violation("a ctrl frame is not a compact JSON object")
+            self.violation("a ctrl frame is not a compact JSON object")
             return
         kind = message.get("t")
         if kind == "hello":
             self._hello(message)
         elif not self._greeted:
-            self._violation("a ctrl message came before the hello")
+            self.violation("a ctrl message came before the hello")
         elif message == {"t": "ping"}:
             self.pings += 1
-        elif self._receiver and kind == "rx_set":
-            self._rx_set(message)
+        elif self.receiver and kind == "rx_set":
+            self.receiver.set(message)
         else:
-            self._violation("a ctrl message that no host sends to this")
+            self.violation("a ctrl message that no host sends to this")
 
     # Greeting
 
@@ -192,7 +193,7 @@ class UsbFace:
         self.hellos += 1
         self._greeted = True
         if message != HELLO:
-            self._violation("the hello is not {\"t\":\"hello\",\"streams\":1}")
+            self.violation("the hello is not {\"t\":\"hello\",\"streams\":1}")
         fault = self._faults.usb.take(self._device.id, "hello")
         if fault and fault.kind == "hello-late":
             asyncio.get_running_loop().call_later(fault.seconds, self._answer_hello, self._texts)
@@ -203,15 +204,15 @@ class UsbFace:
         if connection is not self._texts:
             return    # that connection has ended
         log(f"{self.name} {self._device.id}: a host is connected")
-        self._answered = True
+        self.answered = True
         order = self._faults.usb.kind(self._device.id, "order")
         messages = [self._own_hello()] if self.reaches_device else []
-        if self._receiver or order:
-            status = self._receiver.status() if self._receiver else {
+        if self.receiver or order:
+            status = self.receiver.radio.status() if self.receiver else {
                 "t": "rx_status", "configured": False, "link": False}
             messages.insert(len(messages) if order == "hello-first" else 0, status)
         for message in messages:
-            self._send_ctrl(message)
+            self.send_ctrl(message)
         self._last_tunnel = self._tunnel()
         self.publish()
 
@@ -227,49 +228,14 @@ class UsbFace:
 
     def tell_tunnel(self, again=False):
         """A further hello, which tells a host that is there already about another tunnel."""
-        if self._answered and self.reaches_device and \
+        if self.answered and self.reaches_device and \
                 (again or self._tunnel() != self._last_tunnel):
             self._last_tunnel = self._tunnel()
             self.tunnel.reset()    # a host ends all streams at each hello
-            self._send_ctrl(self._own_hello())
+            self.send_ctrl(self._own_hello())
 
     def _route(self):
-        return "usb" if self._answered and self._tunnel() else ""
-
-    # A receiver's own business
-
-    def _report(self):
-        if self._answered and self._receiver:
-            self._send_ctrl(self._receiver.status())
-
-    def _rx_set(self, message):
-        self.rx_requests += 1
-        extra = set(message) - {"t"}
-        if not extra or any(type(message[key]) is not RX_SET.get(key) for key in message) or \
-                {"generate_key", "key"} <= extra or message.get("generate_key") is False or \
-                message.get("channel", 1) < 1:
-            self._violation("the members of rx_set do not go together")
-            return
-        if message.get("key", "") != message.get("key", "").strip():
-            self._violation("rx_set's key has blanks around it")
-        fault = self._faults.usb.take(self._device.id, "rx")
-        kind = fault and fault.kind
-        if kind in ("rx-refuse", "rx-error"):
-            told = {"error": fault.message} if fault.message is not None else {}
-            self._send_ctrl({"t": "rx_error", **told} if kind == "rx-error"
-                            else {"t": "rx_set", "ok": False, **told})
-        elif kind != "rx-silent":
-            self._rx_apply(message, "rx_reboot" if kind == "rx-as-reboot" else "rx_set")
-
-    def _rx_apply(self, message, answer):
-        try:
-            key = self._receiver.set(message.get("key"), message.get("generate_key"),
-                                     message.get("channel"))
-        except ValueError as error:
-            self._send_ctrl({"t": "rx_set", "ok": False, "error": str(error)})
-            return
-        self._send_ctrl({"t": answer, "ok": True, **({"key": key} if key else {})})
-        self._admin.clock.later(0.5, lambda: self.replug(3 / self._admin.clock.pace))
+        return "usb" if self.answered and self._tunnel() else ""
 
     # Sending
 
@@ -285,7 +251,7 @@ class UsbFace:
             data = NOISE + data
         return self.port.send(data, on_write)
 
-    def _send_ctrl(self, message):
+    def send_ctrl(self, message):
         self._send(wire.CTRL, compact(message))
 
     async def _send_admin(self, text, fault):
@@ -305,7 +271,7 @@ class UsbFace:
 
     def publish(self):
         """Sends the present state; returns when its write began, or None if it did not yet."""
-        if not self._answered or not self.reaches_device:
+        if not self.answered or not self.reaches_device:
             return None
         moments = []
         revision = self._device.revision
@@ -324,4 +290,5 @@ class UsbFace:
             self.publish()
             if self._admin.clock.now() - reported >= REPORT_SECONDS:
                 reported = self._admin.clock.now()
-                self._report()
+                if self.receiver:
+                    self.receiver.report()

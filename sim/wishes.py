@@ -36,3 +36,8 @@ def take(body, **kinds):
         if key in body and type(body[key]) is not kind:
             raise ControlError(f"{key} is of the wrong JSON type.")
     return [body.get(key) for key in kinds]
+
+
+def within(value, low, high, name):
+    if value is not None and not low <= value <= high:
+        raise ControlError(f"{name} must be a number from {low} to {high}.")

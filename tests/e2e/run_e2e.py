@@ -16,6 +16,7 @@ import graphics
 import language
 import scenarios
 import server
+import setups
 import update
 from stage import Stage
 from xvfb import Xvfb
@@ -27,7 +28,7 @@ SCENARIOS = {run.__name__: run for run in (
     graphics.refresh, language.german, server.used, update.update, update.update_refused,
     update.update_killed, update.update_closed, docks.dock_sign_in, docks.dock_choice,
     docks.dock_scene, docks.dock_server, docks.dock_update, docks.dock_keyboard,
-    docks.dock_narrow)}
+    docks.dock_narrow, setups.setup_first)}
 
 
 def main():

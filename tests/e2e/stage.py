@@ -56,11 +56,11 @@ class Stage:
                           "lan": {ids[0]: self.sim.lan_entry(ids[0]) | changes}})
 
     def session(self, home, wrapper=(), options=()):
-        """A run of OBS of which nothing is demanded at its end."""
+        """A run of OBS of which nothing is demanded at its end. Its Bluetooth is the venue's."""
         self.runs += 1
         env = self.screen.env() | {"BROWSER_STANDIN_RECORD": str(home.folder / "browser.jsonl"),
                                    "UPDATER_DRIVER_RECORD": str(home.folder / "updater.jsonl")}
-        env |= desktop.env(self.built.finder, home.folder / "finder")
+        env |= desktop.env(self.built.finder, home.folder / "finder") | self.sim.env()
         return ObsSession(home, env, wrapper, options)
 
     @contextlib.contextmanager

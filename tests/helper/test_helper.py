@@ -97,7 +97,7 @@ class HelperTest(dbusmock.DBusTestCase):
             self.mock.wait()
 
     def bluez(self, adapters=1):
-        template = str(pathlib.Path(__file__).with_name("bluez_double.py"))
+        template = str(pathlib.Path(__file__).resolve().parents[2] / "sim/bluez_double.py")
         self.mock, self.root = self.spawn_server_template(template, {"folder": str(self.folder)},
                                                           stdout=subprocess.DEVNULL)
         for number in range(adapters):

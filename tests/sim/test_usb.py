@@ -202,6 +202,9 @@ class AdminTest(UsbTest):
     def test_tests_and_updates_go_on_until_they_are_done(self):
         host = self.signed_in()
         self.steer("/admin", device="TF-1", checks={"dns": "no answer"})
+        self.steer("/admin", device="TF-1", test_hangs=True)
+        self.until(host, "networkTest", lambda r: len(r["checks"]) == 5)
+        self.steer("/admin", device="TF-1", test_hangs=False)
         done = self.until(host, "networkTest", lambda r: r["status"] == "done")
         self.assertEqual((done["overall"], done["checks"]["dns"]["detail"]), (False, "no answer"))
         self.steer("/admin", device="TF-1", firmware={"error": "flash is full"})
@@ -242,8 +245,15 @@ class AdminTest(UsbTest):
             with self.subTest(kind=kind), self.assertRaises(error):
                 host.call("getState")
             host = self.signed_in_again(host)
-        self.fault("error", method="getStatus", code="odd")
+        self.fault("error", method="getStatus", code="odd", after=1)
+        self.assertIsInstance(host.call("getStatus"), dict)
         self.assertEqual(host.call("getStatus"), "odd")
+        self.fault("result", method="scanWifi", result={"networks": [7]})
+        self.assertEqual(host.call("scanWifi"), {"networks": [7]})
+        self.fault("unanswered", method="reboot")
+        host.request("reboot", {})
+        with self.assertRaises(EOFError):
+            host.reply()
 
     def signed_in_again(self, host):
         host.close()
@@ -273,6 +283,16 @@ class ReceiverTest(UsbTest):
         self.steer("/admin", device="TF-2", espnow={"peer_mac": peer, "key": key}, restart=True)
         self.assertTrue(host.message(3, lambda m: m.get("link"))["link"])
         self.assertIsInstance(host.call("login", password="x"), str)
+
+    def test_one_that_knows_no_device_and_stays_at_its_port(self):
+        host = self.greeted("receiver")
+        self.steer("/usb/receiver", key="", hide=["channel", "fw"], restarts=False)
+        self.assertEqual(host.message(3, lambda m: not m.get("configured", True)),
+                         {"t": "rx_status", "configured": False, "link": False})
+        host.ctrl({"t": "rx_set", "key": "0" * 32})
+        self.assertTrue(host.message(3, lambda m: m["t"] == "rx_set")["ok"])
+        self.assertTrue(host.message(3)["configured"])
+        self.steer("/usb/receiver", hide=[], restarts=True)
 
 
 class TunnelTest(UsbTest):
@@ -360,6 +380,8 @@ class WishesTest(UsbTest):
                  ("/admin", {"networks": [{"name": "x"}]}), ("/admin", {"checks": {"x": ""}}),
                  ("/admin", {"firmware": {"size": 1}}), ("/pace", {"pace": 0}),
                  ("/usb/pipe", {"send": 1, "reset": True}), ("/usb/pipe", {}),
+                 ("/ble", {"lose": True}), ("/pairing", {"device": "TF-1"}),
+                 ("/usb/receiver", {"key": "x"}), ("/usb/receiver", {"hide": [[]]}),
                  ("/usb/stream", {"id": 9, "close": True}), ("/usb/frame", {"hex": "zz"}),
                  ("/usb/replug", {"device": "TF-2", "receiver": False}),
                  ("/cloud", {"target": "rain"}), ("/cloud", {"target": "sink", "send": 1})]

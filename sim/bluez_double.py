@@ -4,13 +4,19 @@
 
 Every call that a device gets is a line of the file "log" in the folder that the parameter names. A
 write stays unanswered while there is a file "hold" in it.
+
+A device with a "Peer", the path of a socket of packets, is played by the program that listens
+there: a connection is one to that socket, a write is a packet to it, and a packet from it is a
+notification.
 """
 
 import pathlib
+import socket
 import time
 
 import dbus
 from dbusmock import mockobject
+from gi.repository import GLib
 from dbusmock.templates.bluez5 import *   # pylint: disable=wildcard-import,unused-wildcard-import
 from dbusmock.templates import bluez5
 
@@ -21,19 +27,63 @@ YES, NO = dbus.Boolean(True), dbus.Boolean(False)
 ERRORS = {}    # by method, the name of the error that it answers with
 
 
+PACKET = 4096
+LINKS = {}     # by path of a device, the socket that leads to the program which plays it
+
+
 def load(mock, parameters):
-    mock.folder = pathlib.Path(parameters["folder"])
+    mock.folder = "folder" in parameters and pathlib.Path(parameters["folder"])
     bluez5.load(mock, parameters)
 
 
 def called(method, *words):
-    folder = mockobject.objects["/"].folder
-    with open(folder / "log", "a", encoding="ascii") as log:
-        log.write(" ".join([method, *words]) + "\n")
-    while method == "WriteValue" and (folder / "hold").exists():
-        time.sleep(0.002)
+    if folder := mockobject.objects["/"].folder:
+        with open(folder / "log", "a", encoding="ascii") as log:
+            log.write(" ".join([method, *words]) + "\n")
+        while method == "WriteValue" and (folder / "hold").exists():
+            time.sleep(0.002)
     if error := ERRORS.get(method):
-        raise dbus.exceptions.DBusException("No.", name=error)
+        refuse(error)
+
+
+def refuse(error):
+    raise dbus.exceptions.DBusException("No.", name=error)
+
+
+def link(device):
+    """Connects to the program that plays a device."""
+    peer = socket.socket(socket.AF_UNIX, socket.SOCK_SEQPACKET)
+    try:
+        peer.connect(device.peer)
+    except OSError:
+        peer.close()
+        refuse("org.bluez.Error.Failed")
+    LINKS[device.path] = peer
+    GLib.io_add_watch(peer, GLib.IO_IN | GLib.IO_HUP,
+                      lambda *_: LINKS.get(device.path) is peer and notify(device, peer))
+
+
+def notify(device, peer):
+    try:
+        data = peer.recv(PACKET)
+    except OSError:
+        data = b""
+    if data:
+        characteristic = mockobject.objects[device.path + "/service0001/char0002"]
+        characteristic.UpdateProperties(CHARACTERISTIC, {"Value": dbus.Array(data, signature="y")})
+        return True
+    unlink(device)
+    set_connected(device, NO)
+    return False
+
+
+def unlink(device):
+    if peer := LINKS.pop(device.path, None):
+        peer.close()
+
+
+def set_connected(device, value):
+    device.UpdateProperties(DEVICE_IFACE, {"Connected": value, "ServicesResolved": value})
 
 
 @dbus.service.method(BLUEZ_MOCK_IFACE, in_signature="ss")
@@ -43,12 +93,15 @@ def LetFail(_self, method, error):
 
 def connect(device):
     called("Connect")
-    device.UpdateProperties(DEVICE_IFACE, {"Connected": YES, "ServicesResolved": YES})
+    if device.peer and device.path not in LINKS:
+        link(device)
+    set_connected(device, YES)
 
 
 def disconnect(device):
     called("Disconnect")
-    device.UpdateProperties(DEVICE_IFACE, {"Connected": NO, "ServicesResolved": NO})
+    unlink(device)
+    set_connected(device, NO)
 
 
 def pair(device):
@@ -56,8 +109,10 @@ def pair(device):
     device.UpdateProperties(DEVICE_IFACE, {"Paired": YES})
 
 
-def write_value(_characteristic, value, options):
+def write_value(characteristic, value, options):
     called("WriteValue", bytes(value).hex(), str(options.get("type")))
+    if peer := LINKS.get(characteristic.path.rsplit("/", 2)[0]):
+        peer.sendall(bytes(value))
 
 
 @dbus.service.method(BLUEZ_MOCK_IFACE, in_signature="sssssa{sv}", out_signature="s")
@@ -65,6 +120,7 @@ def AddScoreboard(self, adapter, address, name, service, characteristic, propert
     """A device that offers the service. Returns the path of its characteristic."""
     path = self.AddDevice(adapter, address, name)
     device = mockobject.objects[path]
+    device.peer = str(properties.pop("Peer", ""))
     device.AddMethods(DEVICE_IFACE, [("Connect", "", "", connect), ("Disconnect", "", "", disconnect),
                                      ("Pair", "", "", pair)])
     mtu = properties.pop("MTU", None)
