@@ -82,6 +82,12 @@ void SourceManager::useSession(DeviceSession *session, const QString &label)
     announce(news, tr("Connected to %1, waiting for scoreboard data…").arg(label));
 }
 
+void SourceManager::sessionStopped()
+{
+    m_sessionUp = false;
+    setStatus(false, tr("Disconnected from %1. Its scores have stopped.").arg(m_label));
+}
+
 // Ends the old route and enters the new one without a signal, so that the caller can wire it before
 // anybody hears of it.
 SourceManager::Announcement SourceManager::beginRoute(Mode mode, const QString &deviceId,

@@ -55,6 +55,11 @@ public:
     /// Follows the device of a session, over whatever link that has, until another route is chosen.
     /// A caller that is done with the session makes it the manager's child; see sessionLeft().
     void useSession(DeviceSession *session, const QString &label);
+    /// The session that is followed, null for none. Its owner may use it besides, and be its parent
+    /// meanwhile.
+    [[nodiscard]] DeviceSession *session() const { return m_session; }
+    /// To be called when the followed session has been stopped, of which it says nothing itself.
+    void sessionStopped();
 
     [[nodiscard]] Mode mode() const { return m_mode; }
     [[nodiscard]] QString deviceId() const { return m_deviceId; }

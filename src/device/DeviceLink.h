@@ -21,6 +21,8 @@ public:
 
     /// "usb", "ble" or "lan".
     [[nodiscard]] virtual QString kind() const = 0;
+    /// Where the device is: the port's path, the Bluetooth helper's name for it, or its host.
+    [[nodiscard]] virtual QString address() const = 0;
     /// Starts connecting, anew if it is open already; opened() or failed() tells the outcome.
     virtual void open() = 0;
     /// Ends the connection in silence. Nobody may delete the link meanwhile.

@@ -13,6 +13,7 @@ class FakeLink final : public DeviceLink
 {
 public:
     [[nodiscard]] QString kind() const override { return QStringLiteral("usb"); }
+    [[nodiscard]] QString address() const override { return {}; }
     void open() override
     {
         ++opens;

@@ -29,7 +29,8 @@ public:
             m_device.take(request, reply);
         };
     }
-    [[nodiscard]] QString kind() const override { return QStringLiteral("lan"); }
+    [[nodiscard]] QString kind() const override { return type; }
+    [[nodiscard]] QString address() const override { return place; }
     void open() override
     {
         m_carrier.open = plugged && m_device.greets;
@@ -42,18 +43,20 @@ public:
     }
     void close() override { m_carrier.open = m_opening = false; }
     [[nodiscard]] RpcTransport *transport() override { return &m_carrier; }
-    [[nodiscard]] bool pollsState() const override { return true; }
-    void unplug()
+    [[nodiscard]] bool pollsState() const override { return type != QLatin1StringView("usb"); }
+    void unplug(const QString &reason = QStringLiteral("Unplugged."))
     {
         plugged = false;
         if (std::exchange(m_carrier.open, false)) {
-            Q_EMIT closed(QStringLiteral("Unplugged."));
+            Q_EMIT closed(reason);
         } else if (std::exchange(m_opening, false)) {
             Q_EMIT failed(QStringLiteral("open_failed"), QStringLiteral("No device."));
         }
     }
 
     bool plugged = true;
+    QString type = QStringLiteral("lan");
+    QString place;
 
 private:
     ScriptedDevice &m_device;

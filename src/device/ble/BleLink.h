@@ -37,6 +37,7 @@ public:
     ~BleLink() override;
 
     [[nodiscard]] QString kind() const override { return QStringLiteral("ble"); }
+    [[nodiscard]] QString address() const override { return m_id; }
     void open() override;
     void close() override;
     [[nodiscard]] RpcTransport *transport() override { return &m_transport; }

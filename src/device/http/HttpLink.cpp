@@ -20,6 +20,7 @@ HttpLink::HttpLink(const QString &address, QObject *parent)
 HttpLink::HttpLink(const QString &address, const Timing &timing, QObject *parent)
     : DeviceLink(parent)
     , m_timing(timing)
+    , m_text(address)
     , m_address(LanAddress::fromText(address))
     , m_transport(new HttpAdminTransport(m_address, timing.transfer, timing.request, this))
 {

@@ -37,6 +37,7 @@ public:
     HttpLink(const QString &address, const Timing &timing, QObject *parent);
 
     [[nodiscard]] QString kind() const override { return QStringLiteral("lan"); }
+    [[nodiscard]] QString address() const override { return m_text; }
     /// Asks the device for a sign of life. Any answer opens the link.
     void open() override;
     /// Also forgets the sign-in; requests that are under way are still answered.
@@ -48,6 +49,7 @@ private:
     void onProbed(QNetworkReply *reply);
 
     const Timing m_timing;
+    const QString m_text; // as it was given
     const LanAddress m_address;
     HttpAdminTransport *const m_transport; // child
     QNetworkAccessManager m_network;       // of the probe

@@ -47,6 +47,7 @@ public:
     ~UsbLink() override;
 
     [[nodiscard]] QString kind() const override { return QStringLiteral("usb"); }
+    [[nodiscard]] QString address() const override { return m_path; }
     void open() override;
     void close() override;
     [[nodiscard]] RpcTransport *transport() override { return &m_adminTransport; }
