@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#include "ui/setup/ManagerPage.h"
+
+#include "ui/manager/DeviceManager.h"
+#include "ui/widgets/ThemedLabel.h"
+
+using namespace Qt::StringLiterals;
+
+namespace tallyforge {
+
+ManagerPage::ManagerPage(QWidget *parent)
+    : SetupPage(Content::ScrollsItself, parent)
+{
+    auto *row = new QHBoxLayout;
+    column()->addLayout(row);
+    m_title = addTitle({}, row);
+    m_title->setObjectName(u"tallyforgeManagerTitle"_s);
+    row->setStretchFactor(m_title, 1);
+    const QPushButton *use =
+        addButton(u"tallyforgeUseManaged"_s, tr("Use live scores in OBS"), row);
+    connect(use, &QPushButton::clicked, this, &ManagerPage::useRequested);
+    const QPushButton *end = addButton(u"tallyforgeDisconnect"_s, tr("Disconnect"), row);
+    connect(end, &QPushButton::clicked, this, &ManagerPage::disconnectRequested);
+    m_place = new QVBoxLayout;
+    column()->addLayout(m_place, 1);
+}
+
+DeviceManager *ManagerPage::install(DeviceSession *session, const QString &title)
+{
+    dropManager();
+    setTitleText(m_title, title);
+    m_manager = new DeviceManager(session, content());
+    m_place->addWidget(m_manager);
+    setFirstField(m_manager);
+    return m_manager;
+}
+
+void ManagerPage::dropManager()
+{
+    if (m_manager) {
+        m_place->removeWidget(m_manager);
+        m_manager->hide();
+        m_manager->deleteLater();
+        m_manager.clear();
+    }
+}
+
+} // namespace tallyforge

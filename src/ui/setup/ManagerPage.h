@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+#pragma once
+
+#include "ui/setup/SetupPage.h"
+
+#include <QPointer>
+
+class QLabel;
+
+namespace tallyforge {
+
+class DeviceManager;
+class DeviceSession;
+
+/// Everything that can be done with the device: its manager below a few buttons.
+class ManagerPage final : public SetupPage
+{
+    Q_OBJECT
+
+public:
+    explicit ManagerPage(QWidget *parent);
+
+    /// Makes the manager anew, on its first tab. The session isn't owned.
+    DeviceManager *install(DeviceSession *session, const QString &title);
+    /// Takes the manager away, because its session goes.
+    void dropManager();
+
+Q_SIGNALS:
+    void useRequested();
+    void disconnectRequested();
+
+private:
+    QLabel *m_title = nullptr;
+    QVBoxLayout *m_place = nullptr;
+    QPointer<DeviceManager> m_manager;
+};
+
+} // namespace tallyforge
