@@ -11,11 +11,10 @@ class QWidget;
 
 namespace tallyforge {
 
-/// Makes the dialogs about devices. The button of an empty function is off: there is no such dialog
-/// yet.
+/// Makes the dialogs about devices that this version doesn't have yet. The button of an empty
+/// function is off.
 struct DeviceDialogs
 {
-    std::function<QWidget *(QWidget *parent)> setup;
     std::function<QWidget *(const QString &deviceId, QWidget *parent)> manage;
 };
 

@@ -4,6 +4,7 @@
 #include "ui/dock/DevicesGroup.h"
 
 #include "plugin/App.h"
+#include "ui/setup/SetupDialog.h"
 #include "ui/widgets/ThemedLabel.h"
 #include "ui/widgets/WrappingButton.h"
 
@@ -37,18 +38,17 @@ DevicesGroup::DevicesGroup(App &app, const DeviceDialogs &dialogs, QWidget *dial
 
 void DevicesGroup::addButtons()
 {
-    const QString later = tr("This comes with a later version of the plugin.");
     auto *setup = new WrappingButton(tr("Set up or manage a device…"), this);
     setup->setObjectName(u"tallyforgeSetUpDevice"_s);
-    setup->setEnabled(bool(m_dialogs.setup));
-    setup->setToolTip(m_dialogs.setup ? QString() : later);
     column()->addWidget(setup);
     connect(setup, &QPushButton::clicked, this, &DevicesGroup::openSetup);
 
     m_manage = new WrappingButton(tr("Manage the selected device through my account…"), this);
     m_manage->setObjectName(u"tallyforgeManageDevice"_s);
     m_manage->setEnabled(false);
-    m_manage->setToolTip(m_dialogs.manage ? QString() : later);
+    if (!m_dialogs.manage) {
+        m_manage->setToolTip(tr("This comes with a later version of the plugin."));
+    }
     column()->addWidget(m_manage);
     connect(m_manage, &QPushButton::clicked, this, &DevicesGroup::openManage);
 }
@@ -67,7 +67,7 @@ void DevicesGroup::setDevice(const QString &id)
 void DevicesGroup::openSetup()
 {
     if (!m_setupDialog) {
-        m_setupDialog = m_dialogs.setup(m_dialogParent);
+        m_setupDialog = new SetupDialog(m_app, m_dialogParent);
         m_setupDialog->setAttribute(Qt::WA_DeleteOnClose);
     }
     m_setupDialog->show();
