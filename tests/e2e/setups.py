@@ -27,7 +27,7 @@ def setup_first(stage):
             begin = time.monotonic()
             setup = SetupWindow(dock)
             setup.open()
-            check(sim.usb_port in setup.chosen_device(), "the only port is chosen")
+            check(sim.usb_port.rpartition("/")[2] in setup.chosen_device(), "the only port is chosen")
             setup.connect()
             choose_password(setup)
             join(setup)
