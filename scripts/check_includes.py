@@ -26,7 +26,9 @@ MAY_INCLUDE = {
     "plugin": BELOW_APP,
     "sources": BELOW_APP | {"plugin", "ui/widgets"},
     "ui/widgets": set(),
-    "ui/dock": BELOW_APP | {"plugin", "ui/widgets"},
+    "ui/manager": {"common", "core", "device", "device/usb", "ui/widgets"},
+    "ui/setup": BELOW_APP | {"plugin", "ui/widgets", "ui/manager"},
+    "ui/dock": BELOW_APP | {"plugin", "ui/widgets", "ui/setup"},
     "helper": {"common"},
     # Right below src/ lies the module, which wires everything.
     "": BELOW_APP | {"plugin", "sources", "ui/dock"},

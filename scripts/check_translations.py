@@ -24,6 +24,8 @@ EXCEPTIONS = [
     ("src/platform/BluetoothHelper_macos.cpp", "Tallyforge Bluetooth Helper.app", "a file's name"),
     ("src/module.cpp", "Live Tallyforge scoreboard data,", "OBS shows it nowhere"),
     ("src/sources/GraphicsSource.cpp", "Tallyforge graphics", "a private source's name"),
+    ("src/device/ControllerCatalog.cpp", "Wireless Bridge", "a key that the portal knows"),
+    ("src/device/ControllerCatalog.cpp", "Ethernet Bridge", "a key that the portal knows"),
     ("src/sources/TextSource.cpp", "Tallyforge text", "a private source's name"),
     ("src/sources/TextSource.cpp", "home_score, away_score,", "names of fields"),
 ]

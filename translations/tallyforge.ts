@@ -9,6 +9,95 @@
     </message>
 </context>
 <context>
+    <name>Carriers</name>
+    <message>
+        <source>Waiting for the device to answer. If it just powered on this can take up to a minute.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Connecting over Bluetooth. If your computer asks for a passkey, enter the 6-digit number from the device&apos;s label.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Contacting the device on your network…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Bluetooth access was denied. Allow &quot;Tallyforge Bluetooth Helper&quot; in your system&apos;s Privacy &amp; Security → Bluetooth settings, then scan again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Bluetooth is turned off or unavailable on this computer.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>ControllerCatalog</name>
+    <message>
+        <source>Tallyforge wireless / ethernet bridge</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Current loop (CL)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Wireless</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>NEVCO serial</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ethernet bridge</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Wireless channel %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>NetworkTestText</name>
+    <message>
+        <source>Local network</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>DNS</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cloud (secure port)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cloud (backup route)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Internet</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>End to end</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Still running…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>All checks passed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Some checks failed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>PluginUpdater</name>
     <message>
         <source>nothing to install</source>
@@ -68,6 +157,81 @@
     </message>
     <message>
         <source>The update could not be installed (%1). The current version was left in place.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>StatusText</name>
+    <message>
+        <source>yes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>no</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Device ID</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Firmware</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Wi-Fi address</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Wi-Fi network</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Wi-Fi status</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Wi-Fi signal (dBm)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ethernet address</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cloud connected</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cloud route</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>TCP clients</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Last restart</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Uptime (s)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>TLS fingerprint</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Password change needed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Sport: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No scoreboard data yet.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -250,6 +414,185 @@
     </message>
 </context>
 <context>
+    <name>tallyforge::Completion</name>
+    <message>
+        <source>Device: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Firmware: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Wi-Fi: not connected</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Wi-Fi: connected (%1)</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::ConnectPage</name>
+    <message>
+        <source>Connect to your device</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>You do not need a Tallyforge account for this. Connect with a USB cable, Bluetooth, or over your local network.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>USB cable</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Bluetooth</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Local network</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Devices</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Device number or address, e.g. 0029 or 192.168.1.20</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Scan again</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Connect</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Type the device&apos;s number (the last digits of its name) or its network address. This computer and the device must be on the same network.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The admin password is sent over your local network without encryption. Use USB when you can.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Use the USB port on the device (or on the wireless receiver). Close any serial monitor first.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1  – likely a Tallyforge device</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No USB devices found. Plug the device in and press Scan again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 USB port(s) found. Pick the Tallyforge device.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device must be paired with this computer first. The 6-digit passkey is on the device&apos;s label and in your Tallyforge account.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Looking for devices… (about 6 seconds)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 device(s) found.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No Bluetooth devices were seen at all. Check that Bluetooth is on.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Bluetooth is working but no Tallyforge device is in range. Move closer and scan again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::ControllerPage</name>
+    <message>
+        <source>Choose the scoreboard</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Skip</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::ControllerPanel</name>
+    <message>
+        <source>Pick the scoreboard this device is connected to. Each choice narrows the next.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Manufacturer</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Model</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Sport</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Input type</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Save scoreboard</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Loading the list…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device did not list its scoreboards.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Currently set to this scoreboard.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Choose the manufacturer, model, sport and input type first.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Saving…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Saved.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::DeviceManager</name>
+    <message>
+        <source>Device settings and tools</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Status</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Wi-Fi</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>tallyforge::DeviceSession</name>
     <message>
         <source>This device is set to send its scores to a wireless receiver, so its Wi-Fi is switched off and it cannot see networks. Turn the wireless link off to use Wi-Fi.</source>
@@ -316,6 +659,37 @@
     </message>
 </context>
 <context>
+    <name>tallyforge::DonePage</name>
+    <message>
+        <source>All set</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Use this device&apos;s live scores in OBS</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>More settings and tools…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Claim code from the device&apos;s box or account email</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add this device to my account</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Added to your account.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>tallyforge::HostedServer</name>
     <message>
         <source>Could not listen on port %1: %2</source>
@@ -348,6 +722,51 @@
     <name>tallyforge::HttpLink</name>
     <message>
         <source>Could not reach %1 on your network. Check the address, and that this computer and the device are on the same network.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::ManagerPage</name>
+    <message>
+        <source>Use live scores in OBS</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Disconnect</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::NetworkForm</name>
+    <message>
+        <source>Wi-Fi password</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Scan for networks</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Connect to this network</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Network name</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pick the venue&apos;s network. The device uses it to reach your account and the internet.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1   (%2 dBm)</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::PanelBase</name>
+    <message>
+        <source>Not connected to a device.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -474,6 +893,77 @@
     </message>
 </context>
 <context>
+    <name>tallyforge::ReceiverPage</name>
+    <message>
+        <source>Wireless receiver</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Set up or manage the paired Tallyforge device through this receiver…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Use this receiver&apos;s live scores in OBS</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Make a new pairing key</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>…or enter an existing 32-character key</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Use this key</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Paired with a device.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Not paired yet.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Receiving from the device now.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Not hearing the device right now.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Signal: %1 dBm</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Channel: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Firmware: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Saved. The receiver restarts to apply it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>New pairing key (write this down and enter it on the sending device):
+%1</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::ReceiverPairing</name>
+    <message>
+        <source>Sending to the receiver…</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>tallyforge::ReceiverRequest</name>
     <message>
         <source>The receiver did not answer</source>
@@ -489,6 +979,21 @@
     </message>
     <message>
         <source>Give a key, ask for a new key, or choose a channel</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::RestartBanner</name>
+    <message>
+        <source>Wait %1 seconds, then close this window and reopen it to reconnect to the device.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device should be back.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Close this window and reopen it to reconnect to the device.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -608,6 +1113,112 @@
     </message>
 </context>
 <context>
+    <name>tallyforge::SetupDialog</name>
+    <message>
+        <source>Connecting to %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Could not connect</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Connection lost</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The connection to the device was lost. Check the cable, Bluetooth or network and try again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Signing in with the password saved on your account…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Signing in…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Saving the new password…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Connecting to the paired device through the receiver</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Asking the device over the wireless link. This can take up to a minute.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Set up or manage a Tallyforge device</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>wireless receiver</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::SharePanel</name>
+    <message>
+        <source>Sharing is off, so the device cannot reach the cloud over this cable.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Waiting for the paired device to ask for the cloud. This starts once the device is linked to the receiver and has its cloud sign-in.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device is not asking for a cloud connection over USB. Turn on &quot;Cloud over USB&quot; in this device&apos;s Settings tab (the device also needs its cloud sign-in).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Connected to the cloud through this computer.  Sent %1, received %2.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This computer could not reach the cloud (%1). Check its internet connection.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ready. This computer connects to %1 as soon as the device asks.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Only the live-score cloud link travels over the cable. This device downloads firmware itself, so it needs Wi-Fi or Ethernet for updates (or update its firmware over Wi-Fi once).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source> (downloading now: %1 received)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Firmware updates for a device with no Wi-Fi or Ethernet also download through this computer%1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Share this computer&apos;s internet connection</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Let the device reach the Tallyforge cloud through this computer</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 B</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 KB</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 MB</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>tallyforge::SignInForm</name>
     <message>
         <source>Tallyforge account (optional)</source>
@@ -647,6 +1258,61 @@
     </message>
 </context>
 <context>
+    <name>tallyforge::SignInPage</name>
+    <message>
+        <source>Connecting…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Enter this device&apos;s admin password. The factory password did not work.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Device admin password</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Sign in to device</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This device still has its factory password. Choose a new admin password (at least 8 characters).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>New admin password</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Type it again</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Set password</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Device password needed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Choose a new device password</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Use at least 8 characters, and not the factory password.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The two passwords do not match.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>tallyforge::SignedInRow</name>
     <message>
         <source>Sign out</source>
@@ -669,6 +1335,10 @@
     </message>
     <message>
         <source>Connected to %1, waiting for scoreboard data…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Disconnected from %1. Its scores have stopped.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -705,6 +1375,37 @@
     </message>
     <message>
         <source>%1 is restarting. Reopen the setup window to reconnect.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::StatusPanel</name>
+    <message>
+        <source>Refresh</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Device</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Scoreboard right now</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Network test</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Checks the device&apos;s local network, internet and cloud connection. Takes about 15 seconds.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Run network test</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Running…</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -835,6 +1536,146 @@
     </message>
     <message>
         <source>%1: %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::WifiPage</name>
+    <message>
+        <source>Connect the device to Wi-Fi</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Skip – use this computer&apos;s internet over USB, or the device already has Wi-Fi</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::WifiPanel</name>
+    <message>
+        <source>Scanning… this can take up to 15 seconds.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>You can still type the network name.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 network(s) found.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No networks found. Move the device closer to the router, or type the network name.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Choose or type a network name first.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Sending the network to the device…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Enter the receiver&apos;s address first. It is printed on the receiver.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Switch off the wireless transmitter</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device will stop sending its scores to the wireless receiver and restart so it can use Wi-Fi. The receiver&apos;s pairing is kept, so you can switch back later.
+
+Continue?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Switching off the wireless transmitter…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device is restarting to use Wi-Fi.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Use the wireless receiver</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device will stop using Wi-Fi and send its scores to the Tallyforge wireless receiver, then restart. Its scores reach the cloud through a computer connected to that receiver.
+
+Make sure the receiver is set up first - you can switch back over USB or Bluetooth.
+
+Continue?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Switching to the wireless receiver…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>New pairing key - enter it on the receiver (shown only once):
+%1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device is restarting and will send its scores to the wireless receiver. Wi-Fi is off.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::WirelessGroup</name>
+    <message>
+        <source>Wi-Fi or Tallyforge wireless receiver</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>aa:bb:cc:dd:ee:ff (printed on the receiver)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>32-character pairing key, or leave empty to make a new one</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Receiver address</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pairing key</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This device is sending its scores to a Tallyforge wireless receiver%1, so its Wi-Fi is switched off.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The wireless transmitter could not start: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This device connects over Wi-Fi. It is also paired with a Tallyforge wireless receiver%1, so it can send its scores there instead.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This device connects over Wi-Fi. If the venue has no Wi-Fi it can send its scores to a Tallyforge wireless receiver instead.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Switch off the wireless transmitter and use Wi-Fi</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Use the wireless receiver instead of Wi-Fi</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Switch to the wireless receiver and restart</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Set up a Tallyforge wireless receiver instead of Wi-Fi…</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -9,6 +9,95 @@
     </message>
 </context>
 <context>
+    <name>Carriers</name>
+    <message>
+        <source>Waiting for the device to answer. If it just powered on this can take up to a minute.</source>
+        <translation>Es wird auf die Antwort des Geräts gewartet. Wenn es gerade erst eingeschaltet wurde, kann das bis zu einer Minute dauern.</translation>
+    </message>
+    <message>
+        <source>Connecting over Bluetooth. If your computer asks for a passkey, enter the 6-digit number from the device&apos;s label.</source>
+        <translation>Verbindung über Bluetooth wird hergestellt. Wenn Ihr Computer nach einem Kopplungscode fragt, geben Sie die 6-stellige Zahl vom Etikett des Geräts ein.</translation>
+    </message>
+    <message>
+        <source>Contacting the device on your network…</source>
+        <translation>Das Gerät wird in Ihrem Netzwerk angesprochen …</translation>
+    </message>
+    <message>
+        <source>Bluetooth access was denied. Allow &quot;Tallyforge Bluetooth Helper&quot; in your system&apos;s Privacy &amp; Security → Bluetooth settings, then scan again.</source>
+        <translation>Der Zugriff auf Bluetooth wurde verweigert. Erlauben Sie „Tallyforge Bluetooth Helper“ in den Systemeinstellungen unter Datenschutz &amp; Sicherheit → Bluetooth und suchen Sie dann erneut.</translation>
+    </message>
+    <message>
+        <source>Bluetooth is turned off or unavailable on this computer.</source>
+        <translation>Bluetooth ist auf diesem Computer ausgeschaltet oder nicht verfügbar.</translation>
+    </message>
+</context>
+<context>
+    <name>ControllerCatalog</name>
+    <message>
+        <source>Tallyforge wireless / ethernet bridge</source>
+        <translation>Tallyforge-Brücke (Funk / Ethernet)</translation>
+    </message>
+    <message>
+        <source>Current loop (CL)</source>
+        <translation>Stromschleife (CL)</translation>
+    </message>
+    <message>
+        <source>Wireless</source>
+        <translation>Funk</translation>
+    </message>
+    <message>
+        <source>NEVCO serial</source>
+        <translation>NEVCO seriell</translation>
+    </message>
+    <message>
+        <source>Ethernet bridge</source>
+        <translation>Ethernet-Brücke</translation>
+    </message>
+    <message>
+        <source>Wireless channel %1</source>
+        <translation>Funkkanal %1</translation>
+    </message>
+</context>
+<context>
+    <name>NetworkTestText</name>
+    <message>
+        <source>Local network</source>
+        <translation>Lokales Netzwerk</translation>
+    </message>
+    <message>
+        <source>DNS</source>
+        <translation>DNS</translation>
+    </message>
+    <message>
+        <source>Cloud (secure port)</source>
+        <translation>Cloud (sicherer Port)</translation>
+    </message>
+    <message>
+        <source>Cloud (backup route)</source>
+        <translation>Cloud (Ersatzweg)</translation>
+    </message>
+    <message>
+        <source>Internet</source>
+        <translation>Internet</translation>
+    </message>
+    <message>
+        <source>End to end</source>
+        <translation>Ende zu Ende</translation>
+    </message>
+    <message>
+        <source>Still running…</source>
+        <translation>Läuft noch …</translation>
+    </message>
+    <message>
+        <source>All checks passed.</source>
+        <translation>Alle Prüfungen bestanden.</translation>
+    </message>
+    <message>
+        <source>Some checks failed.</source>
+        <translation>Einige Prüfungen sind fehlgeschlagen.</translation>
+    </message>
+</context>
+<context>
     <name>PluginUpdater</name>
     <message>
         <source>nothing to install</source>
@@ -69,6 +158,81 @@
     <message>
         <source>The update could not be installed (%1). The current version was left in place.</source>
         <translation>Das Update konnte nicht installiert werden (%1). Die bisherige Version bleibt erhalten.</translation>
+    </message>
+</context>
+<context>
+    <name>StatusText</name>
+    <message>
+        <source>yes</source>
+        <translation>ja</translation>
+    </message>
+    <message>
+        <source>no</source>
+        <translation>nein</translation>
+    </message>
+    <message>
+        <source>Device ID</source>
+        <translation>Gerätekennung</translation>
+    </message>
+    <message>
+        <source>Firmware</source>
+        <translation>Firmware</translation>
+    </message>
+    <message>
+        <source>Wi-Fi address</source>
+        <translation>WLAN-Adresse</translation>
+    </message>
+    <message>
+        <source>Wi-Fi network</source>
+        <translation>WLAN-Netzwerk</translation>
+    </message>
+    <message>
+        <source>Wi-Fi status</source>
+        <translation>WLAN-Zustand</translation>
+    </message>
+    <message>
+        <source>Wi-Fi signal (dBm)</source>
+        <translation>WLAN-Signal (dBm)</translation>
+    </message>
+    <message>
+        <source>Ethernet address</source>
+        <translation>Ethernet-Adresse</translation>
+    </message>
+    <message>
+        <source>Cloud connected</source>
+        <translation>Mit der Cloud verbunden</translation>
+    </message>
+    <message>
+        <source>Cloud route</source>
+        <translation>Weg zur Cloud</translation>
+    </message>
+    <message>
+        <source>TCP clients</source>
+        <translation>TCP-Clients</translation>
+    </message>
+    <message>
+        <source>Last restart</source>
+        <translation>Letzter Neustart</translation>
+    </message>
+    <message>
+        <source>Uptime (s)</source>
+        <translation>Laufzeit (s)</translation>
+    </message>
+    <message>
+        <source>TLS fingerprint</source>
+        <translation>TLS-Fingerabdruck</translation>
+    </message>
+    <message>
+        <source>Password change needed</source>
+        <translation>Passwortwechsel nötig</translation>
+    </message>
+    <message>
+        <source>Sport: %1</source>
+        <translation>Sportart: %1</translation>
+    </message>
+    <message>
+        <source>No scoreboard data yet.</source>
+        <translation>Noch keine Daten der Anzeigetafel.</translation>
     </message>
 </context>
 <context>
@@ -250,6 +414,185 @@
     </message>
 </context>
 <context>
+    <name>tallyforge::Completion</name>
+    <message>
+        <source>Device: %1</source>
+        <translation>Gerät: %1</translation>
+    </message>
+    <message>
+        <source>Firmware: %1</source>
+        <translation>Firmware: %1</translation>
+    </message>
+    <message>
+        <source>Wi-Fi: not connected</source>
+        <translation>WLAN: nicht verbunden</translation>
+    </message>
+    <message>
+        <source>Wi-Fi: connected (%1)</source>
+        <translation>WLAN: verbunden (%1)</translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::ConnectPage</name>
+    <message>
+        <source>Connect to your device</source>
+        <translation>Mit Ihrem Gerät verbinden</translation>
+    </message>
+    <message>
+        <source>You do not need a Tallyforge account for this. Connect with a USB cable, Bluetooth, or over your local network.</source>
+        <translation>Sie brauchen dafür kein Tallyforge-Konto. Verbinden Sie sich über ein USB-Kabel, über Bluetooth oder über Ihr lokales Netzwerk.</translation>
+    </message>
+    <message>
+        <source>USB cable</source>
+        <translation>USB-Kabel</translation>
+    </message>
+    <message>
+        <source>Bluetooth</source>
+        <translation>Bluetooth</translation>
+    </message>
+    <message>
+        <source>Local network</source>
+        <translation>Lokales Netzwerk</translation>
+    </message>
+    <message>
+        <source>Devices</source>
+        <translation>Geräte</translation>
+    </message>
+    <message>
+        <source>Device number or address, e.g. 0029 or 192.168.1.20</source>
+        <translation>Gerätenummer oder Adresse, z. B. 0029 oder 192.168.1.20</translation>
+    </message>
+    <message>
+        <source>Scan again</source>
+        <translation>Erneut suchen</translation>
+    </message>
+    <message>
+        <source>Connect</source>
+        <translation>Verbinden</translation>
+    </message>
+    <message>
+        <source>Type the device&apos;s number (the last digits of its name) or its network address. This computer and the device must be on the same network.</source>
+        <translation>Geben Sie die Nummer des Geräts (die letzten Ziffern seines Namens) oder seine Netzwerkadresse ein. Dieser Computer und das Gerät müssen im selben Netzwerk sein.</translation>
+    </message>
+    <message>
+        <source>The admin password is sent over your local network without encryption. Use USB when you can.</source>
+        <translation>Das Administratorpasswort wird unverschlüsselt über Ihr lokales Netzwerk gesendet. Verwenden Sie nach Möglichkeit USB.</translation>
+    </message>
+    <message>
+        <source>Use the USB port on the device (or on the wireless receiver). Close any serial monitor first.</source>
+        <translation>Verwenden Sie den USB-Anschluss des Geräts (oder des Funkempfängers). Schließen Sie vorher Programme, die den seriellen Anschluss benutzen.</translation>
+    </message>
+    <message>
+        <source>%1  – likely a Tallyforge device</source>
+        <translation>%1  – wahrscheinlich ein Tallyforge-Gerät</translation>
+    </message>
+    <message>
+        <source>No USB devices found. Plug the device in and press Scan again.</source>
+        <translation>Keine USB-Geräte gefunden. Schließen Sie das Gerät an und drücken Sie „Erneut suchen“.</translation>
+    </message>
+    <message>
+        <source>%1 USB port(s) found. Pick the Tallyforge device.</source>
+        <translation>%1 USB-Anschlüsse gefunden. Wählen Sie das Tallyforge-Gerät.</translation>
+    </message>
+    <message>
+        <source>The device must be paired with this computer first. The 6-digit passkey is on the device&apos;s label and in your Tallyforge account.</source>
+        <translation>Das Gerät muss zuerst mit diesem Computer gekoppelt werden. Der 6-stellige Kopplungscode steht auf dem Etikett des Geräts und in Ihrem Tallyforge-Konto.</translation>
+    </message>
+    <message>
+        <source>Looking for devices… (about 6 seconds)</source>
+        <translation>Es wird nach Geräten gesucht … (etwa 6 Sekunden)</translation>
+    </message>
+    <message>
+        <source>%1 device(s) found.</source>
+        <translation>Gefundene Geräte: %1.</translation>
+    </message>
+    <message>
+        <source>No Bluetooth devices were seen at all. Check that Bluetooth is on.</source>
+        <translation>Es wurden überhaupt keine Bluetooth-Geräte gefunden. Prüfen Sie, ob Bluetooth eingeschaltet ist.</translation>
+    </message>
+    <message>
+        <source>Bluetooth is working but no Tallyforge device is in range. Move closer and scan again.</source>
+        <translation>Bluetooth funktioniert, aber es ist kein Tallyforge-Gerät in Reichweite. Gehen Sie näher heran und suchen Sie erneut.</translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::ControllerPage</name>
+    <message>
+        <source>Choose the scoreboard</source>
+        <translation>Anzeigetafel wählen</translation>
+    </message>
+    <message>
+        <source>Skip</source>
+        <translation>Überspringen</translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::ControllerPanel</name>
+    <message>
+        <source>Pick the scoreboard this device is connected to. Each choice narrows the next.</source>
+        <translation>Wählen Sie die Anzeigetafel, an die dieses Gerät angeschlossen ist. Jede Auswahl grenzt die nächste ein.</translation>
+    </message>
+    <message>
+        <source>Manufacturer</source>
+        <translation>Hersteller</translation>
+    </message>
+    <message>
+        <source>Model</source>
+        <translation>Modell</translation>
+    </message>
+    <message>
+        <source>Sport</source>
+        <translation>Sportart</translation>
+    </message>
+    <message>
+        <source>Input type</source>
+        <translation>Eingangsart</translation>
+    </message>
+    <message>
+        <source>Save scoreboard</source>
+        <translation>Anzeigetafel speichern</translation>
+    </message>
+    <message>
+        <source>Loading the list…</source>
+        <translation>Die Liste wird geladen …</translation>
+    </message>
+    <message>
+        <source>The device did not list its scoreboards.</source>
+        <translation>Das Gerät hat keine Anzeigetafeln aufgeführt.</translation>
+    </message>
+    <message>
+        <source>Currently set to this scoreboard.</source>
+        <translation>Zurzeit ist diese Anzeigetafel eingestellt.</translation>
+    </message>
+    <message>
+        <source>Choose the manufacturer, model, sport and input type first.</source>
+        <translation>Wählen Sie zuerst Hersteller, Modell, Sportart und Eingangsart.</translation>
+    </message>
+    <message>
+        <source>Saving…</source>
+        <translation>Wird gespeichert …</translation>
+    </message>
+    <message>
+        <source>Saved.</source>
+        <translation>Gespeichert.</translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::DeviceManager</name>
+    <message>
+        <source>Device settings and tools</source>
+        <translation>Einstellungen und Werkzeuge des Geräts</translation>
+    </message>
+    <message>
+        <source>Status</source>
+        <translation>Status</translation>
+    </message>
+    <message>
+        <source>Wi-Fi</source>
+        <translation>WLAN</translation>
+    </message>
+</context>
+<context>
     <name>tallyforge::DeviceSession</name>
     <message>
         <source>This device is set to send its scores to a wireless receiver, so its Wi-Fi is switched off and it cannot see networks. Turn the wireless link off to use Wi-Fi.</source>
@@ -316,6 +659,37 @@
     </message>
 </context>
 <context>
+    <name>tallyforge::DonePage</name>
+    <message>
+        <source>All set</source>
+        <translation>Alles bereit</translation>
+    </message>
+    <message>
+        <source>Use this device&apos;s live scores in OBS</source>
+        <translation>Live-Spielstände dieses Geräts in OBS verwenden</translation>
+    </message>
+    <message>
+        <source>More settings and tools…</source>
+        <translation>Weitere Einstellungen und Werkzeuge …</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Claim code from the device&apos;s box or account email</source>
+        <translation>Anmeldecode von der Verpackung des Geräts oder aus der Konto-E-Mail</translation>
+    </message>
+    <message>
+        <source>Add this device to my account</source>
+        <translation>Dieses Gerät zu meinem Konto hinzufügen</translation>
+    </message>
+    <message>
+        <source>Added to your account.</source>
+        <translation>Zu Ihrem Konto hinzugefügt.</translation>
+    </message>
+</context>
+<context>
     <name>tallyforge::HostedServer</name>
     <message>
         <source>Could not listen on port %1: %2</source>
@@ -349,6 +723,51 @@
     <message>
         <source>Could not reach %1 on your network. Check the address, and that this computer and the device are on the same network.</source>
         <translation>%1 ist in Ihrem Netzwerk nicht erreichbar. Überprüfen Sie die Adresse und ob sich dieser Computer und das Gerät im selben Netzwerk befinden.</translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::ManagerPage</name>
+    <message>
+        <source>Use live scores in OBS</source>
+        <translation>Live-Spielstände in OBS verwenden</translation>
+    </message>
+    <message>
+        <source>Disconnect</source>
+        <translation>Trennen</translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::NetworkForm</name>
+    <message>
+        <source>Wi-Fi password</source>
+        <translation>WLAN-Passwort</translation>
+    </message>
+    <message>
+        <source>Scan for networks</source>
+        <translation>Nach Netzwerken suchen</translation>
+    </message>
+    <message>
+        <source>Connect to this network</source>
+        <translation>Mit diesem Netzwerk verbinden</translation>
+    </message>
+    <message>
+        <source>Network name</source>
+        <translation>Netzwerkname</translation>
+    </message>
+    <message>
+        <source>Pick the venue&apos;s network. The device uses it to reach your account and the internet.</source>
+        <translation>Wählen Sie das Netzwerk des Veranstaltungsorts. Das Gerät erreicht darüber Ihr Konto und das Internet.</translation>
+    </message>
+    <message>
+        <source>%1   (%2 dBm)</source>
+        <translation>%1   (%2 dBm)</translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::PanelBase</name>
+    <message>
+        <source>Not connected to a device.</source>
+        <translation>Mit keinem Gerät verbunden.</translation>
     </message>
 </context>
 <context>
@@ -474,6 +893,78 @@
     </message>
 </context>
 <context>
+    <name>tallyforge::ReceiverPage</name>
+    <message>
+        <source>Wireless receiver</source>
+        <translation>Funkempfänger</translation>
+    </message>
+    <message>
+        <source>Set up or manage the paired Tallyforge device through this receiver…</source>
+        <translation>Das gekoppelte Tallyforge-Gerät über diesen Empfänger einrichten oder verwalten …</translation>
+    </message>
+    <message>
+        <source>Use this receiver&apos;s live scores in OBS</source>
+        <translation>Live-Spielstände dieses Empfängers in OBS verwenden</translation>
+    </message>
+    <message>
+        <source>Make a new pairing key</source>
+        <translation>Neuen Kopplungsschlüssel erzeugen</translation>
+    </message>
+    <message>
+        <source>…or enter an existing 32-character key</source>
+        <translation>… oder einen vorhandenen Schlüssel mit 32 Zeichen eingeben</translation>
+    </message>
+    <message>
+        <source>Use this key</source>
+        <translation>Diesen Schlüssel verwenden</translation>
+    </message>
+    <message>
+        <source>Paired with a device.</source>
+        <translation>Mit einem Gerät gekoppelt.</translation>
+    </message>
+    <message>
+        <source>Not paired yet.</source>
+        <translation>Noch nicht gekoppelt.</translation>
+    </message>
+    <message>
+        <source>Receiving from the device now.</source>
+        <translation>Das Gerät wird gerade empfangen.</translation>
+    </message>
+    <message>
+        <source>Not hearing the device right now.</source>
+        <translation>Das Gerät ist gerade nicht zu hören.</translation>
+    </message>
+    <message>
+        <source>Signal: %1 dBm</source>
+        <translation>Signal: %1 dBm</translation>
+    </message>
+    <message>
+        <source>Channel: %1</source>
+        <translation>Kanal: %1</translation>
+    </message>
+    <message>
+        <source>Firmware: %1</source>
+        <translation>Firmware: %1</translation>
+    </message>
+    <message>
+        <source>Saved. The receiver restarts to apply it.</source>
+        <translation>Gespeichert. Der Empfänger startet neu, um es zu übernehmen.</translation>
+    </message>
+    <message>
+        <source>New pairing key (write this down and enter it on the sending device):
+%1</source>
+        <translation>Neuer Kopplungsschlüssel (schreiben Sie ihn auf und geben Sie ihn am sendenden Gerät ein):
+%1</translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::ReceiverPairing</name>
+    <message>
+        <source>Sending to the receiver…</source>
+        <translation>Wird an den Empfänger gesendet …</translation>
+    </message>
+</context>
+<context>
     <name>tallyforge::ReceiverRequest</name>
     <message>
         <source>The receiver did not answer</source>
@@ -490,6 +981,21 @@
     <message>
         <source>Give a key, ask for a new key, or choose a channel</source>
         <translation>Geben Sie einen Schlüssel an, fordern Sie einen neuen an oder wählen Sie einen Kanal</translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::RestartBanner</name>
+    <message>
+        <source>Wait %1 seconds, then close this window and reopen it to reconnect to the device.</source>
+        <translation>Warten Sie %1 Sekunden, schließen Sie dann dieses Fenster und öffnen Sie es erneut, um sich wieder mit dem Gerät zu verbinden.</translation>
+    </message>
+    <message>
+        <source>The device should be back.</source>
+        <translation>Das Gerät sollte wieder da sein.</translation>
+    </message>
+    <message>
+        <source>Close this window and reopen it to reconnect to the device.</source>
+        <translation>Schließen Sie dieses Fenster und öffnen Sie es erneut, um sich wieder mit dem Gerät zu verbinden.</translation>
     </message>
 </context>
 <context>
@@ -608,6 +1114,112 @@
     </message>
 </context>
 <context>
+    <name>tallyforge::SetupDialog</name>
+    <message>
+        <source>Connecting to %1</source>
+        <translation>Verbindung mit %1 wird hergestellt</translation>
+    </message>
+    <message>
+        <source>Could not connect</source>
+        <translation>Verbindung nicht möglich</translation>
+    </message>
+    <message>
+        <source>Connection lost</source>
+        <translation>Verbindung verloren</translation>
+    </message>
+    <message>
+        <source>The connection to the device was lost. Check the cable, Bluetooth or network and try again.</source>
+        <translation>Die Verbindung zum Gerät ist abgebrochen. Prüfen Sie Kabel, Bluetooth oder Netzwerk und versuchen Sie es erneut.</translation>
+    </message>
+    <message>
+        <source>Signing in with the password saved on your account…</source>
+        <translation>Anmeldung mit dem in Ihrem Konto gespeicherten Passwort …</translation>
+    </message>
+    <message>
+        <source>Signing in…</source>
+        <translation>Anmeldung läuft …</translation>
+    </message>
+    <message>
+        <source>Saving the new password…</source>
+        <translation>Das neue Passwort wird gespeichert …</translation>
+    </message>
+    <message>
+        <source>Connecting to the paired device through the receiver</source>
+        <translation>Verbindung mit dem gekoppelten Gerät über den Empfänger wird hergestellt</translation>
+    </message>
+    <message>
+        <source>Asking the device over the wireless link. This can take up to a minute.</source>
+        <translation>Das Gerät wird über die Funkverbindung gefragt. Das kann bis zu einer Minute dauern.</translation>
+    </message>
+    <message>
+        <source>Set up or manage a Tallyforge device</source>
+        <translation>Ein Tallyforge-Gerät einrichten oder verwalten</translation>
+    </message>
+    <message>
+        <source>wireless receiver</source>
+        <translation>Funkempfänger</translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::SharePanel</name>
+    <message>
+        <source>Sharing is off, so the device cannot reach the cloud over this cable.</source>
+        <translation>Die Freigabe ist aus, daher kann das Gerät die Cloud über dieses Kabel nicht erreichen.</translation>
+    </message>
+    <message>
+        <source>Waiting for the paired device to ask for the cloud. This starts once the device is linked to the receiver and has its cloud sign-in.</source>
+        <translation>Es wird darauf gewartet, dass das gekoppelte Gerät die Cloud anfordert. Das beginnt, sobald das Gerät mit dem Empfänger verbunden ist und seine Cloud-Anmeldung hat.</translation>
+    </message>
+    <message>
+        <source>The device is not asking for a cloud connection over USB. Turn on &quot;Cloud over USB&quot; in this device&apos;s Settings tab (the device also needs its cloud sign-in).</source>
+        <translation>Das Gerät fordert keine Cloud-Verbindung über USB an. Schalten Sie „Cloud über USB“ in den Einstellungen dieses Geräts ein (das Gerät braucht auch seine Cloud-Anmeldung).</translation>
+    </message>
+    <message>
+        <source>Connected to the cloud through this computer.  Sent %1, received %2.</source>
+        <translation>Über diesen Computer mit der Cloud verbunden.  Gesendet: %1, empfangen: %2.</translation>
+    </message>
+    <message>
+        <source>This computer could not reach the cloud (%1). Check its internet connection.</source>
+        <translation>Dieser Computer konnte die Cloud nicht erreichen (%1). Prüfen Sie seine Internetverbindung.</translation>
+    </message>
+    <message>
+        <source>Ready. This computer connects to %1 as soon as the device asks.</source>
+        <translation>Bereit. Dieser Computer verbindet sich mit %1, sobald das Gerät es anfordert.</translation>
+    </message>
+    <message>
+        <source>Only the live-score cloud link travels over the cable. This device downloads firmware itself, so it needs Wi-Fi or Ethernet for updates (or update its firmware over Wi-Fi once).</source>
+        <translation>Nur die Cloud-Verbindung für Live-Spielstände läuft über das Kabel. Dieses Gerät lädt Firmware selbst herunter und braucht daher für Aktualisierungen WLAN oder Ethernet (oder aktualisieren Sie seine Firmware einmal über WLAN).</translation>
+    </message>
+    <message>
+        <source> (downloading now: %1 received)</source>
+        <translation> (Download läuft: %1 empfangen)</translation>
+    </message>
+    <message>
+        <source>Firmware updates for a device with no Wi-Fi or Ethernet also download through this computer%1.</source>
+        <translation>Auch Firmware-Aktualisierungen für ein Gerät ohne WLAN oder Ethernet werden über diesen Computer heruntergeladen%1.</translation>
+    </message>
+    <message>
+        <source>Share this computer&apos;s internet connection</source>
+        <translation>Internetverbindung dieses Computers freigeben</translation>
+    </message>
+    <message>
+        <source>Let the device reach the Tallyforge cloud through this computer</source>
+        <translation>Das Gerät darf die Tallyforge-Cloud über diesen Computer erreichen</translation>
+    </message>
+    <message>
+        <source>%1 B</source>
+        <translation>%1 B</translation>
+    </message>
+    <message>
+        <source>%1 KB</source>
+        <translation>%1 KB</translation>
+    </message>
+    <message>
+        <source>%1 MB</source>
+        <translation>%1 MB</translation>
+    </message>
+</context>
+<context>
     <name>tallyforge::SignInForm</name>
     <message>
         <source>Tallyforge account (optional)</source>
@@ -647,6 +1259,61 @@
     </message>
 </context>
 <context>
+    <name>tallyforge::SignInPage</name>
+    <message>
+        <source>Connecting…</source>
+        <translation>Verbindung wird hergestellt …</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Enter this device&apos;s admin password. The factory password did not work.</source>
+        <translation>Geben Sie das Administratorpasswort dieses Geräts ein. Das Werkspasswort hat nicht funktioniert.</translation>
+    </message>
+    <message>
+        <source>Device admin password</source>
+        <translation>Administratorpasswort des Geräts</translation>
+    </message>
+    <message>
+        <source>Sign in to device</source>
+        <translation>Am Gerät anmelden</translation>
+    </message>
+    <message>
+        <source>This device still has its factory password. Choose a new admin password (at least 8 characters).</source>
+        <translation>Dieses Gerät hat noch sein Werkspasswort. Wählen Sie ein neues Administratorpasswort (mindestens 8 Zeichen).</translation>
+    </message>
+    <message>
+        <source>New admin password</source>
+        <translation>Neues Administratorpasswort</translation>
+    </message>
+    <message>
+        <source>Type it again</source>
+        <translation>Noch einmal eingeben</translation>
+    </message>
+    <message>
+        <source>Set password</source>
+        <translation>Passwort festlegen</translation>
+    </message>
+    <message>
+        <source>Device password needed</source>
+        <translation>Gerätepasswort nötig</translation>
+    </message>
+    <message>
+        <source>Choose a new device password</source>
+        <translation>Wählen Sie ein neues Gerätepasswort</translation>
+    </message>
+    <message>
+        <source>Use at least 8 characters, and not the factory password.</source>
+        <translation>Verwenden Sie mindestens 8 Zeichen und nicht das Werkspasswort.</translation>
+    </message>
+    <message>
+        <source>The two passwords do not match.</source>
+        <translation>Die beiden Passwörter stimmen nicht überein.</translation>
+    </message>
+</context>
+<context>
     <name>tallyforge::SignedInRow</name>
     <message>
         <source>Sign out</source>
@@ -670,6 +1337,10 @@
     <message>
         <source>Connected to %1, waiting for scoreboard data…</source>
         <translation>Mit %1 verbunden, es wird auf Daten der Anzeigetafel gewartet …</translation>
+    </message>
+    <message>
+        <source>Disconnected from %1. Its scores have stopped.</source>
+        <translation>Von %1 getrennt. Die Spielstände dieses Geräts kommen nicht mehr an.</translation>
     </message>
     <message>
         <source>Sign in to see live scores.</source>
@@ -706,6 +1377,37 @@
     <message>
         <source>%1 is restarting. Reopen the setup window to reconnect.</source>
         <translation>%1 wird neu gestartet. Öffnen Sie das Einrichtungsfenster erneut, um die Verbindung wiederherzustellen.</translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::StatusPanel</name>
+    <message>
+        <source>Refresh</source>
+        <translation>Aktualisieren</translation>
+    </message>
+    <message>
+        <source>Device</source>
+        <translation>Gerät</translation>
+    </message>
+    <message>
+        <source>Scoreboard right now</source>
+        <translation>Anzeigetafel im Moment</translation>
+    </message>
+    <message>
+        <source>Network test</source>
+        <translation>Netzwerktest</translation>
+    </message>
+    <message>
+        <source>Checks the device&apos;s local network, internet and cloud connection. Takes about 15 seconds.</source>
+        <translation>Prüft das lokale Netzwerk, die Internet- und die Cloud-Verbindung des Geräts. Dauert etwa 15 Sekunden.</translation>
+    </message>
+    <message>
+        <source>Run network test</source>
+        <translation>Netzwerktest starten</translation>
+    </message>
+    <message>
+        <source>Running…</source>
+        <translation>Läuft …</translation>
     </message>
 </context>
 <context>
@@ -836,6 +1538,153 @@
     <message>
         <source>%1: %2</source>
         <translation>%1: %2</translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::WifiPage</name>
+    <message>
+        <source>Connect the device to Wi-Fi</source>
+        <translation>Das Gerät mit WLAN verbinden</translation>
+    </message>
+    <message>
+        <source>Skip – use this computer&apos;s internet over USB, or the device already has Wi-Fi</source>
+        <translation>Überspringen – Internet dieses Computers über USB nutzen, oder das Gerät hat schon WLAN</translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::WifiPanel</name>
+    <message>
+        <source>Scanning… this can take up to 15 seconds.</source>
+        <translation>Suche läuft … das kann bis zu 15 Sekunden dauern.</translation>
+    </message>
+    <message>
+        <source>You can still type the network name.</source>
+        <translation>Sie können den Netzwerknamen trotzdem eingeben.</translation>
+    </message>
+    <message>
+        <source>%1 network(s) found.</source>
+        <translation>Gefundene Netzwerke: %1.</translation>
+    </message>
+    <message>
+        <source>No networks found. Move the device closer to the router, or type the network name.</source>
+        <translation>Keine Netzwerke gefunden. Stellen Sie das Gerät näher an den Router oder geben Sie den Netzwerknamen ein.</translation>
+    </message>
+    <message>
+        <source>Choose or type a network name first.</source>
+        <translation>Wählen Sie zuerst ein Netzwerk oder geben Sie seinen Namen ein.</translation>
+    </message>
+    <message>
+        <source>Sending the network to the device…</source>
+        <translation>Das Netzwerk wird an das Gerät gesendet …</translation>
+    </message>
+    <message>
+        <source>Enter the receiver&apos;s address first. It is printed on the receiver.</source>
+        <translation>Geben Sie zuerst die Adresse des Empfängers ein. Sie ist auf den Empfänger gedruckt.</translation>
+    </message>
+    <message>
+        <source>Switch off the wireless transmitter</source>
+        <translation>Funksender ausschalten</translation>
+    </message>
+    <message>
+        <source>The device will stop sending its scores to the wireless receiver and restart so it can use Wi-Fi. The receiver&apos;s pairing is kept, so you can switch back later.
+
+Continue?</source>
+        <translation>Das Gerät sendet seine Spielstände dann nicht mehr an den Funkempfänger und startet neu, damit es WLAN nutzen kann. Die Kopplung mit dem Empfänger bleibt erhalten, sodass Sie später zurückwechseln können.
+
+Fortfahren?</translation>
+    </message>
+    <message>
+        <source>Switching off the wireless transmitter…</source>
+        <translation>Der Funksender wird ausgeschaltet …</translation>
+    </message>
+    <message>
+        <source>The device is restarting to use Wi-Fi.</source>
+        <translation>Das Gerät startet neu, um WLAN zu nutzen.</translation>
+    </message>
+    <message>
+        <source>Use the wireless receiver</source>
+        <translation>Funkempfänger verwenden</translation>
+    </message>
+    <message>
+        <source>The device will stop using Wi-Fi and send its scores to the Tallyforge wireless receiver, then restart. Its scores reach the cloud through a computer connected to that receiver.
+
+Make sure the receiver is set up first - you can switch back over USB or Bluetooth.
+
+Continue?</source>
+        <translation>Das Gerät nutzt dann kein WLAN mehr, sendet seine Spielstände an den Tallyforge-Funkempfänger und startet neu. Die Spielstände erreichen die Cloud über einen Computer, an dem dieser Empfänger angeschlossen ist.
+
+Richten Sie zuerst den Empfänger ein – über USB oder Bluetooth können Sie zurückwechseln.
+
+Fortfahren?</translation>
+    </message>
+    <message>
+        <source>Switching to the wireless receiver…</source>
+        <translation>Wechsel zum Funkempfänger …</translation>
+    </message>
+    <message>
+        <source>New pairing key - enter it on the receiver (shown only once):
+%1</source>
+        <translation>Neuer Kopplungsschlüssel – geben Sie ihn am Empfänger ein (wird nur einmal angezeigt):
+%1</translation>
+    </message>
+    <message>
+        <source>The device is restarting and will send its scores to the wireless receiver. Wi-Fi is off.</source>
+        <translation>Das Gerät startet neu und sendet seine Spielstände dann an den Funkempfänger. WLAN ist aus.</translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::WirelessGroup</name>
+    <message>
+        <source>Wi-Fi or Tallyforge wireless receiver</source>
+        <translation>WLAN oder Tallyforge-Funkempfänger</translation>
+    </message>
+    <message>
+        <source>aa:bb:cc:dd:ee:ff (printed on the receiver)</source>
+        <translation>aa:bb:cc:dd:ee:ff (auf den Empfänger gedruckt)</translation>
+    </message>
+    <message>
+        <source>32-character pairing key, or leave empty to make a new one</source>
+        <translation>Kopplungsschlüssel mit 32 Zeichen, oder leer lassen, um einen neuen zu erzeugen</translation>
+    </message>
+    <message>
+        <source>Receiver address</source>
+        <translation>Adresse des Empfängers</translation>
+    </message>
+    <message>
+        <source>Pairing key</source>
+        <translation>Kopplungsschlüssel</translation>
+    </message>
+    <message>
+        <source>This device is sending its scores to a Tallyforge wireless receiver%1, so its Wi-Fi is switched off.</source>
+        <translation>Dieses Gerät sendet seine Spielstände an einen Tallyforge-Funkempfänger%1, daher ist sein WLAN ausgeschaltet.</translation>
+    </message>
+    <message>
+        <source>The wireless transmitter could not start: %1</source>
+        <translation>Der Funksender konnte nicht starten: %1</translation>
+    </message>
+    <message>
+        <source>This device connects over Wi-Fi. It is also paired with a Tallyforge wireless receiver%1, so it can send its scores there instead.</source>
+        <translation>Dieses Gerät verbindet sich über WLAN. Es ist auch mit einem Tallyforge-Funkempfänger%1 gekoppelt und kann seine Spielstände stattdessen dorthin senden.</translation>
+    </message>
+    <message>
+        <source>This device connects over Wi-Fi. If the venue has no Wi-Fi it can send its scores to a Tallyforge wireless receiver instead.</source>
+        <translation>Dieses Gerät verbindet sich über WLAN. Wenn es am Veranstaltungsort kein WLAN gibt, kann es seine Spielstände stattdessen an einen Tallyforge-Funkempfänger senden.</translation>
+    </message>
+    <message>
+        <source>Switch off the wireless transmitter and use Wi-Fi</source>
+        <translation>Funksender ausschalten und WLAN nutzen</translation>
+    </message>
+    <message>
+        <source>Use the wireless receiver instead of Wi-Fi</source>
+        <translation>Funkempfänger statt WLAN verwenden</translation>
+    </message>
+    <message>
+        <source>Switch to the wireless receiver and restart</source>
+        <translation>Zum Funkempfänger wechseln und neu starten</translation>
+    </message>
+    <message>
+        <source>Set up a Tallyforge wireless receiver instead of Wi-Fi…</source>
+        <translation>Tallyforge-Funkempfänger statt WLAN einrichten …</translation>
     </message>
 </context>
 </TS>

@@ -15,11 +15,6 @@ namespace tallyforge {
 
 namespace {
 
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("NetworkTestText", text);
-}
-
 constexpr std::pair<QLatin1StringView, const char *> checkLabels[]{
     {"local_network"_L1, QT_TRANSLATE_NOOP("NetworkTestText", "Local network")},
     {"dns"_L1, QT_TRANSLATE_NOOP("NetworkTestText", "DNS")},
@@ -49,15 +44,16 @@ QString networkTestText(const QJsonObject &reply)
     QStringList lines;
     for (const auto &[key, label] : checkLabels) {
         if (checks.contains(key)) {
-            lines.append(checkLine(tr(label), checks.value(key).toObject()));
+            lines.append(checkLine(QCoreApplication::translate("NetworkTestText", label),
+                                   checks.value(key).toObject()));
         }
     }
     if (!isNetworkTestDone(reply)) {
-        lines.append(tr(QT_TRANSLATE_NOOP("NetworkTestText", "Still running…")));
+        lines.append(QCoreApplication::translate("NetworkTestText", "Still running…"));
     } else if (reply.value("overall"_L1).toBool()) {
-        lines.append(tr(QT_TRANSLATE_NOOP("NetworkTestText", "All checks passed.")));
+        lines.append(QCoreApplication::translate("NetworkTestText", "All checks passed."));
     } else {
-        lines.append(tr(QT_TRANSLATE_NOOP("NetworkTestText", "Some checks failed.")));
+        lines.append(QCoreApplication::translate("NetworkTestText", "Some checks failed."));
     }
     return lines.join(u'\n');
 }

@@ -19,11 +19,6 @@ namespace tallyforge {
 
 namespace {
 
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("StatusText", text);
-}
-
 QString line(const QString &label, const QString &value)
 {
     return label + u": "_s + value;
@@ -32,8 +27,8 @@ QString line(const QString &label, const QString &value)
 QString scalar(const QJsonValue &value)
 {
     if (value.isBool()) {
-        return value.toBool() ? tr(QT_TRANSLATE_NOOP("StatusText", "yes"))
-                              : tr(QT_TRANSLATE_NOOP("StatusText", "no"));
+        return value.toBool() ? QCoreApplication::translate("StatusText", "yes")
+                              : QCoreApplication::translate("StatusText", "no");
     }
     return jsonToText(value);
 }
@@ -58,7 +53,8 @@ QString prettyKey(const QString &key)
     };
     const auto *found =
         std::ranges::find(labels, key, [](const auto &label) { return label.first; });
-    return found == std::end(labels) ? key : tr(found->second);
+    return found == std::end(labels) ? key
+                                     : QCoreApplication::translate("StatusText", found->second);
 }
 
 QStringList sortedKeys(const QJsonObject &status)
@@ -103,13 +99,13 @@ QString scoreboardText(const QJsonObject &envelope)
 {
     QStringList lines;
     if (const QString sport = envelope.value("sport"_L1).toString(); !sport.isEmpty()) {
-        lines.append(tr(QT_TRANSLATE_NOOP("StatusText", "Sport: %1")).arg(sport));
+        lines.append(QCoreApplication::translate("StatusText", "Sport: %1").arg(sport));
     }
     const QJsonObject fields = envelope.value("fields"_L1).toObject();
     for (auto field = fields.begin(); field != fields.end(); ++field) {
         lines.append(line(field.key(), scalar(*field)));
     }
-    return lines.isEmpty() ? tr(QT_TRANSLATE_NOOP("StatusText", "No scoreboard data yet."))
+    return lines.isEmpty() ? QCoreApplication::translate("StatusText", "No scoreboard data yet.")
                            : lines.join(u'\n');
 }
 
