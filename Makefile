@@ -20,7 +20,7 @@ demo: ## Watch live scores in a real OBS (HEADLESS=1: without a screen, pictures
 test: ## Build, then run all tests and the end-to-end run in OBS
 	@$(sandbox) sh -c 'scripts/build.sh dev && exec ctest --preset dev'
 
-screenshots: ## Take pictures of the dock in each state and theme (build/screenshots, docs/images)
+screenshots: ## Take pictures of the dock and the setup dialog in each theme (build/screenshots, docs/images)
 	@$(sandbox) sh -c 'scripts/build.sh dev stage-parts && exec python3 demo/screenshots.py'
 
 bench: ## Measure how fast a score reaches the picture

@@ -25,6 +25,7 @@ import fan_out
 import held
 import obs_cost
 import picture_latency
+import setup_cost
 import update_download
 import usb_frames
 import usb_link
@@ -124,6 +125,8 @@ def measure_all(build, folder, only):
             "the download of an update": lambda: update_download.measure(
                 build / "bench/bench-update_download", folder),
             "the dock (about 4 minutes)": lambda: dock_cost.measure(
+                build, folder, simulator, DEVICE, screen),
+            "the setup dialog (about 3 minutes)": lambda: setup_cost.measure(
                 build, folder, simulator, DEVICE, screen),
             "costs in a real OBS (about 3 minutes)": obs,
         }

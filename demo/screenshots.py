@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: GPL-2.0-or-later
 # SPDX-FileCopyrightText: 2026 The Tallyforge developers
-"""Takes pictures of the dock in each of its states, in a real OBS with the themes that users have.
+"""Takes pictures of the dock and the setup dialog in their states, in a real OBS with the themes that users have.
 
 They go to build/screenshots; a few of them go into docs/images too, from where texts show them."""
 
@@ -26,6 +26,7 @@ sys.path.insert(0, str(REPOSITORY / "tests/e2e"))
 import docks    # noqa: E402: it has to be found first
 import update   # noqa: E402
 from dock import DOCK   # noqa: E402
+from setup_pictures import take_setup   # noqa: E402
 from stage import Stage       # noqa: E402
 from window import has   # noqa: E402
 
@@ -50,7 +51,8 @@ LOOKS = {"dark": Look("Yami.Original"), "light": Look("Yami.Light"), "classic": 
          "double": Look("Yami.Original", scale=2), "mirrored": Look("Yami.Original", options=("-reverse",))}
 TEXTS_SHOW = {   # docs/images: of which look and state
     "dock-signed-out": ("dark", "signed-out-wide"), "dock-live": ("dark", "live-wide"),
-    "dock-update": ("dark", "update-available-wide"), "dock-light": ("light", "live-wide")}
+    "dock-update": ("dark", "update-available-wide"), "dock-light": ("light", "live-wide"),
+    **{f"setup-{page}": ("dark", page) for page in ("cable", "wifi", "all-set", "status", "receiver")}}
 
 
 class Camera:
@@ -252,7 +254,9 @@ def take_look(built, name, look):
     os.environ["QT_SCALE_FACTOR"] = str(look.scale)
     with tempfile.TemporaryDirectory(prefix="tallyforge-screenshots-") as folder, \
             Xvfb(f"{width}x{height}") as screen:
-        take_all(Stage(built, Path(folder), screen), look, OUTPUT / name)
+        stage = Stage(built, Path(folder), screen)
+        for take in (take_all, take_setup):
+            take(stage, look, OUTPUT / name)
 
 
 def built_in(build):
