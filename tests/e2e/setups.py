@@ -6,6 +6,7 @@ import contextlib
 import time
 
 from docks import YELLOW, opened, signed_out, status
+from obs_session import wait_until
 from scenarios import CLOUD
 from setup import SetupWindow
 from stage import Score, check
@@ -198,6 +199,14 @@ def setup_network(stage):
             dock.wait_for_text("tallyforgeStatus", STOPPED)
 
 
+def plugged_in(sim):
+    """Waits until the port is there, and the simulator has heard that OBS has let go of it."""
+    def is_so():
+        usb = sim.device(DEVICE)["usb"]
+        return usb["plugged"] and not usb["open"]
+    wait_until(is_so, what="the port to be free")
+
+
 def setup_unplugged(stage):
     """The cable is pulled on each page, and the dialog is closed while it waits."""
     with cable(stage) as sim, opened(stage, signed_out(stage)) as (_, dock):
@@ -211,6 +220,7 @@ def setup_unplugged(stage):
             sim.clear("usb")
             setup.wait_for("tallyforgeScan")
             setup.close()
+            plugged_in(sim)
         for fault in ({"kind": "hello-silent"}, {"kind": "silent", "method": "login"}):
             sim.fault("usb", **fault)
             setup.open()
@@ -218,6 +228,7 @@ def setup_unplugged(stage):
             setup.wait_for("tallyforgeSetupBusy")
             setup.close()
             sim.clear("usb")
+            plugged_in(sim)
         next(page for page in walk(setup) if page == "wifi")   # it is as good as new
 
 
