@@ -28,7 +28,8 @@ SCENARIOS = {run.__name__: run for run in (
     graphics.refresh, language.german, server.used, update.update, update.update_refused,
     update.update_killed, update.update_closed, docks.dock_sign_in, docks.dock_choice,
     docks.dock_scene, docks.dock_server, docks.dock_update, docks.dock_keyboard,
-    docks.dock_narrow, setups.setup_first)}
+    docks.dock_narrow, setups.setup_first, setups.setup_live, setups.setup_network,
+    setups.setup_unplugged, setups.setup_closing)}
 
 
 def main():

@@ -2,9 +2,11 @@
 # SPDX-FileCopyrightText: 2026 The Tallyforge developers
 """What must hold for the setup dialog in a real OBS, used with the mouse and the keyboard alone."""
 
+import contextlib
 import time
 
-from docks import opened, status
+from docks import YELLOW, opened, signed_out, status
+from obs_session import wait_until
 from scenarios import CLOUD
 from setup import SetupWindow
 from stage import Score, check
@@ -89,3 +91,150 @@ def use_network(dock, sim, score):
     dock.toggle("tallyforgeUseLan")
     dock.wait_for_text("tallyforgeStatus", status(f"Live from {DEVICE} over your network"))
     score.follows(sim, home_score=9)
+
+
+KNOWN = ("--usb", DEVICE, "--admin-password", f"{DEVICE}={OWN}")
+LIVE = status(f"Live from {DEVICE}")
+STOPPED = status(f"Disconnected from {DEVICE}. Its scores have stopped.", YELLOW)
+LAN_HOST = "127.0.0.1:8580"
+
+
+@contextlib.contextmanager
+def cable(stage):
+    """A device on a cable whose password has been changed, but that is on no network yet."""
+    with stage.venue(options=KNOWN) as sim:
+        sim.admin(DEVICE, joined="")
+        yield sim
+
+
+def walk(setup, password=OWN):
+    """From the dock through all pages, one at a time, without a change to the device."""
+    setup.open()
+    setup.wait_for("tallyforgeConnect", enabled=True)
+    yield "connect"
+    setup.connect()
+    setup.wait_for("tallyforgeAdminPassword", focus=True)
+    yield "password"
+    setup.sign_in(password)
+    setup.wait_for_text("tallyforgeMessage", "5 network(s) found.")
+    yield "wifi"
+    yield from walk_on(setup)
+
+
+def walk_on(setup):
+    setup.click("tallyforgeSkipWifi")
+    setup.wait_for("tallyforgeSaveController", enabled=True)
+    yield "controller"
+    setup.click("tallyforgeSkipController")
+    setup.wait_for("tallyforgeSummary")
+    yield "done"
+    setup.click("tallyforgeMoreSettings")
+    setup.wait_for("tallyforgeRefreshStatus")
+    yield "manager"
+
+
+def setup_live(stage):
+    """A device is managed while its scores are in the picture, and none of them is lost."""
+    with cable(stage) as sim, opened(stage, signed_out(stage)) as (obs, dock):
+        score = Score(obs)
+        setup = SetupWindow(dock)
+        list(walk(setup))
+        setup.click("tallyforgeUseManaged")
+        setup.wait_until_closed()
+        dock.wait_for_text("tallyforgeStatus", LIVE)
+        score.follows(sim, home_score=1)
+        before = sim.device(DEVICE)
+
+        setup.open()
+        setup.connect()
+        setup.wait_for_text("tallyforgeMessage", "5 network(s) found.")
+        for points, page in enumerate(walk_on(setup), 2):
+            score.follows(sim, home_score=points)
+            dock.wait_for_text("tallyforgeStatus", LIVE)
+        setup.click("tallyforgeRunNetworkTest")
+        score.follows(sim, home_score=20)
+        setup.close()
+        score.follows(sim, home_score=21)
+        after = sim.device(DEVICE)
+        check(after["usb"]["opens"] == before["usb"]["opens"], "the port was opened once")
+        check(after["admin"]["logins"] == before["admin"]["logins"], "it signed in once")
+
+        setup.open()
+        setup.connect()
+        setup.wait_for("tallyforgeSkipWifi")
+        list(walk_on(setup))
+        setup.click("tallyforgeDisconnect")
+        dock.wait_for_text("tallyforgeStatus", STOPPED)
+        setup.wait_for("tallyforgeConnect", enabled=True)   # the port is free again
+
+
+def setup_network(stage):
+    """Over the local network: a host that is typed, and one that is known by the device's number."""
+    with stage.venue(options=("--lan-port", LAN_HOST.rpartition(":")[2], *KNOWN[2:])) as sim:
+        home = signed_out(stage, settings={"lan": {DEVICE: sim.lan_entry(DEVICE) | {"host": LAN_HOST}}})
+        with opened(stage, home) as (obs, dock):
+            score = Score(obs)
+            setup = SetupWindow(dock)
+            setup.open()
+            setup.choose_carrier("lan")
+            setup.type_host(f"http://{LAN_HOST}/")
+            setup.key("Return")
+            setup.wait_for("tallyforgeAdminPassword", focus=True)
+            setup.sign_in("wrong")
+            setup.wait_for("tallyforgeAdminPassword", focus=True)
+            setup.sign_in(OWN)
+            setup.click("tallyforgeUseManaged")
+            setup.wait_until_closed()
+            score.follows(sim, home_score=3)
+            logins = sim.device(DEVICE)["admin"]["logins"]
+
+            setup.open()
+            setup.choose_carrier("lan")
+            setup.type_host(DEVICE.lower())
+            setup.connect()
+            setup.wait_for("tallyforgeRefreshStatus")
+            check(sim.device(DEVICE)["admin"]["logins"] == logins, "it signed in once")
+            score.follows(sim, home_score=4)
+            setup.click("tallyforgeDisconnect")
+            dock.wait_for_text("tallyforgeStatus", STOPPED)
+
+
+def plugged_in(sim):
+    """Waits until the port is there, and the simulator has heard that OBS has let go of it."""
+    def is_so():
+        usb = sim.device(DEVICE)["usb"]
+        return usb["plugged"] and not usb["open"]
+    wait_until(is_so, what="the port to be free")
+
+
+def setup_unplugged(stage):
+    """The cable is pulled on each page, and the dialog is closed while it waits."""
+    with cable(stage) as sim, opened(stage, signed_out(stage)) as (_, dock):
+        setup = SetupWindow(dock)
+        for stop in ("password", "wifi", "controller", "done", "manager"):
+            next(page for page in walk(setup) if page == stop)
+            sim.fault("usb", "unplug")
+            setup.wait_for_text("tallyforgeSetupTitle", "<b>Connection lost</b>")
+            check(setup.focus() == "tallyforgeCancel", f"Cancel has the focus, on page {stop}")
+            setup.key("Return")
+            sim.clear("usb")
+            setup.wait_for("tallyforgeScan")
+            setup.close()
+            plugged_in(sim)
+        for fault in ({"kind": "hello-silent"}, {"kind": "silent", "method": "login"}):
+            sim.fault("usb", **fault)
+            setup.open()
+            setup.connect()
+            setup.wait_for("tallyforgeSetupBusy")
+            setup.close()
+            sim.clear("usb")
+            plugged_in(sim)
+        next(page for page in walk(setup) if page == "wifi")   # it is as good as new
+
+
+def setup_closing(stage):
+    """OBS is closed on each page."""
+    with cable(stage):
+        for stop in ("connect", "password", "wifi", "controller", "done", "manager"):
+            with opened(stage, signed_out(stage)) as (_, dock):
+                next(page for page in walk(SetupWindow(dock)) if page == stop)

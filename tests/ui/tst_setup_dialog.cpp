@@ -425,7 +425,6 @@ private Q_SLOTS:
         signIn();
         connectTo({offWifi, R"(getStatus {"device_id":"D1","wifi_sta_ip":"10.0.0.9"})"});
         auto *wifi = m_dialog->findChild<WifiPanel *>();
-        const QPointer controller = m_dialog->findChild<ControllerPanel *>();
         session()->refreshStatus({});
         m_device.tell({R"(ensureApiToken {"token":"t"})"});
         Q_EMIT wifi->joined(u"10.0.0.9"_s);
@@ -434,6 +433,7 @@ private Q_SLOTS:
         QCOMPARE(page(), 2);
         skippedTime += 100ms;
         QTRY_COMPARE(page(), 3);
+        const QPointer controller = m_dialog->findChild<ControllerPanel *>();
         m_device.tell({R"(getStatus {"device_id":"D1","firmware_version":"2.0","wifi_sta_ip":"10.0.0.9"})"});
         Q_EMIT controller->saved();
         QCOMPARE(page(), 5);

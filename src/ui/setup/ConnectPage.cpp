@@ -99,7 +99,11 @@ void ConnectPage::addDevices()
     column()->addWidget(m_list, 1);
     connect(m_list, &QListWidget::currentRowChanged, this, &ConnectPage::onRowChanged);
     connect(m_list, &QListWidget::itemDoubleClicked, this, &ConnectPage::choose);
+}
 
+// Made when it is first needed: it takes as long as half of the page.
+void ConnectPage::addHost()
+{
     m_host = new QComboBox(content());
     m_host->setObjectName(u"tallyforgeLanHost"_s);
     m_host->setEditable(true);
@@ -108,7 +112,8 @@ void ConnectPage::addDevices()
     const QString example = tr("Device number or address, e.g. 0029 or 192.168.1.20");
     m_host->lineEdit()->setPlaceholderText(example);
     m_host->setAccessibleName(example);
-    column()->addWidget(m_host);
+    column()->insertWidget(column()->indexOf(m_list) + 1, m_host);
+    setTabOrder(m_list, m_host);
     connect(m_host, &QComboBox::editTextChanged, this, &ConnectPage::onHostChanged);
 }
 
@@ -145,9 +150,14 @@ void ConnectPage::scan()
 
 void ConnectPage::showNetwork(bool show)
 {
+    if (show && m_host == nullptr) {
+        addHost();
+    }
     m_list->setVisible(!show);
     m_scanAgain->setVisible(!show);
-    m_host->setVisible(show);
+    if (m_host != nullptr) {
+        m_host->setVisible(show);
+    }
     // Without the list nothing else would take the page's spare height.
     column()->setAlignment(m_status, show ? Qt::AlignTop : Qt::Alignment());
     column()->setStretchFactor(m_status, show ? 1 : 0);

@@ -36,6 +36,7 @@ Q_SIGNALS:
 private:
     void addCarriers();
     void addDevices();
+    void addHost();
     void addButtons();
     void scanUsb();
     void scanBluetooth();
@@ -56,7 +57,7 @@ private:
     QRadioButton *m_network = nullptr;
     ThemedLabel *m_hint = nullptr;
     QListWidget *m_list = nullptr;
-    QComboBox *m_host = nullptr; // on the local network
+    QComboBox *m_host = nullptr; // on the local network; null until it is needed
     ThemedLabel *m_status = nullptr;
     QPushButton *m_scanAgain = nullptr;
     QPushButton *m_connect = nullptr;

@@ -19,6 +19,7 @@ class PanelPage : public SetupPage
 public:
     /// Asks the device for what the panel shows.
     void refresh();
+    [[nodiscard]] bool hasPanel() const { return m_panel != nullptr; }
     /// Takes the panel away, because its session goes.
     void dropPanel();
 

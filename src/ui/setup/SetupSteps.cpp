@@ -192,7 +192,6 @@ void SetupDialog::onReady()
     rememberAccess();
     if (m_held.get()->wifiIp().isEmpty() && m_choice.carrier != "lan"_L1) {
         wifiPage()->install(m_held.get());
-        controllerPage()->install(m_held.get());
         showPage(Wifi);
         wifiPage()->refresh();
     } else {
@@ -226,6 +225,12 @@ void SetupDialog::onWifiJoined()
 
 void SetupDialog::showController()
 {
+    if (m_held.get() == nullptr) {
+        return;
+    }
+    if (!controllerPage()->hasPanel()) {
+        controllerPage()->install(m_held.get());
+    }
     showPage(Controller);
     controllerPage()->refresh();
 }
