@@ -86,6 +86,8 @@ public:
     [[nodiscard]] bool mustChangePassword() const { return m_mustChangePassword; }
     /// The link ends at a wireless receiver, and the session is with that.
     [[nodiscard]] bool receiverMode() const { return m_receiverMode; }
+    /// The session is with the device behind a wireless receiver, or on the way to it.
+    [[nodiscard]] bool viaReceiver() const { return m_viaReceiver; }
     /// The device's radio transmits to a receiver, as far as is known.
     [[nodiscard]] bool wirelessActive() const { return m_wirelessActive; }
     [[nodiscard]] QString deviceId() const;

@@ -584,6 +584,29 @@ private Q_SLOTS:
         close();
     }
 
+    // The receiver goes on sending, whatever has become of the sign-in to the device behind it.
+    void liveReceiver()
+    {
+        m_device.info = {{u"receiver"_s, true}};
+        m_ports.first().name.clear();
+        connectTo({});
+        press(u"UseReceiver"_s);
+        QTRY_VERIFY(!m_dialog);
+        QCOMPARE(sources().label(), u"wireless receiver"_s);
+        for (const char *answer : {"login x: No", "login unauthorized: no", "login never"}) {
+            m_device.tell({answer});
+            open();
+            reconnect();
+            QCOMPARE(page(), 4);
+            press(u"ManagePaired"_s);
+            QCOMPARE(page(), 1);
+            press(u"Cancel"_s);
+            feed({{u"home_score"_s, QString::fromLatin1(answer)}});
+            QVERIFY(score() == QLatin1StringView(answer) && sources().isLive());
+            close();
+        }
+    }
+
     void dialogOrSessionGoes_data()
     {
         QTest::addColumn<int>("state");

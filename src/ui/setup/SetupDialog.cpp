@@ -98,7 +98,11 @@ void SetupDialog::resume(DeviceSession *session)
         break;
     default:
         showPage(SignIn);
-        onSessionState(session->state(), session->detail());
+        if (session->viaReceiver()) {
+            session->start(firstPasswords()); // else there would be no way back to the receiver
+        } else {
+            onSessionState(session->state(), session->detail());
+        }
         break;
     }
 }
