@@ -577,6 +577,14 @@ private Q_SLOTS:
         type(u"PairingKey"_s, u"k"_s);
         answers(u"UseKey"_s, "\"k\"", R"({"t":"rx_set","ok":true})", u"Saved. The receiver restarts to apply it."_s);
         answers(u"UseKey"_s, "\"k\"", R"({"t":"rx_set","ok":false,"error":"Bad key"})", u"Bad key"_s);
+        press(u"NewKey"_s);
+        peer.ctrl(R"({"t":"rx_set","ok":true,"key":"K"})");
+        QTRY_COMPARE(find<QLineEdit>(u"PairingKey"_s)->text(), u"K"_s);
+        peer.ctrl(R"({"t":"rx_status"})"); // the key is in view for good, also when the receiver restarts with it
+        Q_EMIT session()->stateChanged(State::Lost, u"Gone."_s);
+        QVERIFY(signInPage().endsWith(
+            u"Gone.\n\nNew pairing key (write this down and enter it on the sending device):\nK"_s));
+        pages()->setCurrentIndex(4);
         press(u"ManagePaired"_s);
         QCOMPARE(signInPage(), u"<b>Connecting to the paired device through the receiver</b>|Asking the device over "
                                "the wireless link. This can take up to a minute.|SetupBusy"_s);

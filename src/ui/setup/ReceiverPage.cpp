@@ -72,6 +72,11 @@ void ReceiverPage::showReceiver(UsbLink *link)
     showStatus(lines.join(u'\n'));
 }
 
+QString ReceiverPage::newKeyText(const QString &key)
+{
+    return tr("New pairing key (write this down and enter it on the sending device):\n%1").arg(key);
+}
+
 void ReceiverPage::showStatus(const QString &text)
 {
     if (m_status->text() != text) {
@@ -85,8 +90,7 @@ void ReceiverPage::showPaired(const QString &newKey)
     if (newKey.isEmpty()) {
         showStatus(tr("Saved. The receiver restarts to apply it."));
     } else {
-        showStatus(tr("New pairing key (write this down and enter it on the sending device):\n%1")
-                       .arg(newKey));
+        showStatus(newKeyText(newKey));
         m_key->setText(newKey);
     }
     announce(m_status, m_status->text(), false);

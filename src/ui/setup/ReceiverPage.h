@@ -27,6 +27,8 @@ public:
     void showStatus(const QString &text);
     /// The receiver has taken a key; it isn't empty if the receiver has made it.
     void showPaired(const QString &newKey);
+    /// Tells the user the key that the receiver has made.
+    [[nodiscard]] static QString newKeyText(const QString &key);
 
 Q_SIGNALS:
     void manageRequested();

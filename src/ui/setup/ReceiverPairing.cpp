@@ -35,6 +35,7 @@ ReceiverPairing::ReceiverPairing(const HeldSession &held, ReceiverPage *page)
 
 void ReceiverPairing::follow()
 {
+    m_newKey.clear();
     disconnect(m_reports); // the session before may go on elsewhere
     if (const UsbLink *link = usbLinkOf(m_held)) {
         m_reports = connect(link, &UsbLink::receiverUpdated, this, &ReceiverPairing::refresh);
@@ -63,6 +64,7 @@ void ReceiverPairing::pair(const QString &key, bool generate)
                               return;
                           }
                           if (ok) {
+                              self->m_newKey = newKey;
                               self->m_page->showPaired(newKey);
                           } else {
                               self->m_page->showStatus(error);

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QObject>
+#include <QString>
 
 namespace tallyforge {
 
@@ -22,6 +23,8 @@ public:
 
     /// Shows the receiver's last report, and each later one.
     void follow();
+    /// The key that the receiver has made since follow(), empty for none; a secret.
+    [[nodiscard]] QString newKey() const { return m_newKey; }
 
 private:
     void refresh();
@@ -30,6 +33,7 @@ private:
     const HeldSession &m_held;
     ReceiverPage *const m_page;
     QMetaObject::Connection m_reports;
+    QString m_newKey;
 };
 
 } // namespace tallyforge

@@ -9,6 +9,8 @@
 #include "ui/setup/ConnectPage.h"
 #include "ui/setup/DevicePassword.h"
 #include "ui/setup/NetworkAccess.h"
+#include "ui/setup/ReceiverPage.h"
+#include "ui/setup/ReceiverPairing.h"
 #include "ui/setup/SignInPage.h"
 
 using namespace Qt::StringLiterals;
@@ -179,14 +181,18 @@ void SetupDialog::onSessionState(DeviceSession::State state, const QString &deta
 void SetupDialog::onLost(const QString &detail)
 {
     signInPage()->setBusy(false);
-    if (page() != Connect) {
-        showPage(SignIn);
-        signInPage()->fail(tr("Connection lost"),
-                           detail.isEmpty()
-                               ? tr("The connection to the device was lost. Check the cable, "
-                                    "Bluetooth or network and try again.")
-                               : detail);
+    if (page() == Connect) {
+        return;
     }
+    QString text = detail.isEmpty() ? tr("The connection to the device was lost. Check the cable, "
+                                         "Bluetooth or network and try again.")
+                                    : detail;
+    // A receiver restarts with its new key, perhaps before the user has written that down.
+    if (page() == Receiver && !m_pairing->newKey().isEmpty()) {
+        text += u"\n\n"_s + ReceiverPage::newKeyText(m_pairing->newKey());
+    }
+    showPage(SignIn);
+    signInPage()->fail(tr("Connection lost"), text);
 }
 
 // The page comes into view also when a device that was ready has restarted with another password.
