@@ -115,9 +115,11 @@ class Simulator:
         """What a program needs in its environment to find the devices by Bluetooth."""
         if not self.ready["ble"]:
             return {}
-        # Qt would ask the bus's owner, which is no bluetoothd, for its version.
+        # Qt would ask the bus's owner, which is no bluetoothd, for its version; and it complains
+        # where the kernel, as a container's, has no Bluetooth.
         return {"DBUS_SYSTEM_BUS_ADDRESS": self.ready["ble"]["bus"],
-                "BLUETOOTH_FORCE_DBUS_LE_VERSION": "5.80"}
+                "BLUETOOTH_FORCE_DBUS_LE_VERSION": "5.80",
+                "QT_LOGGING_RULES": "qt.bluetooth.bluez.warning=false"}
 
     def admin(self, device_id, **wishes):
         """Changes what a device is or has, as /admin of the control requests tells."""

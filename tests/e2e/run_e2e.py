@@ -29,7 +29,7 @@ SCENARIOS = {run.__name__: run for run in (
     update.update_killed, update.update_closed, docks.dock_sign_in, docks.dock_choice,
     docks.dock_scene, docks.dock_server, docks.dock_update, docks.dock_keyboard,
     docks.dock_narrow, setups.setup_first, setups.setup_live, setups.setup_network,
-    setups.setup_unplugged, setups.setup_closing)}
+    setups.setup_receiver, setups.setup_bluetooth, setups.setup_unplugged, setups.setup_closing)}
 
 
 def main():

@@ -199,6 +199,69 @@ def setup_network(stage):
             dock.wait_for_text("tallyforgeStatus", STOPPED)
 
 
+def setup_receiver(stage):
+    """A wireless receiver: its report, the device behind it, live and used again, and a new key."""
+    with stage.venue(options=("--receiver", *KNOWN[1:])) as sim, \
+            opened(stage, signed_out(stage)) as (obs, dock):
+        score = Score(obs)
+        setup = SetupWindow(dock)
+        setup.open()
+        setup.connect()
+        setup.wait_for_text("tallyforgeReceiverStatus",
+                            has("Paired with a device.\nReceiving from the device now.\nSignal: "))
+        setup.click("tallyforgeManagePaired")
+        setup.wait_for("tallyforgeAdminPassword", focus=True)
+        setup.sign_in(OWN)
+        setup.click("tallyforgeSkipWifi")
+        setup.click("tallyforgeSkipController")
+        setup.click("tallyforgeUseDevice")
+        setup.wait_until_closed()
+        dock.wait_for_text("tallyforgeStatus", LIVE)
+        score.follows(sim, home_score=1)
+
+        setup.open()
+        setup.connect()
+        setup.wait_for("tallyforgeSkipWifi")
+        score.follows(sim, home_score=2)
+        list(walk_on(setup))
+        score.follows(sim, home_score=3)
+        setup.click("tallyforgeDisconnect")
+        dock.wait_for_text("tallyforgeStatus", STOPPED)
+        setup.connect()
+        setup.use_key("too short")
+        setup.wait_for_text("tallyforgeReceiverStatus", lambda text: "Paired" not in text)
+        sim.call("/usb/receiver", {"restarts": True})
+        setup.make_key()
+        setup.wait_for_text("tallyforgeSetupMessage", has("New pairing key (write this down"))
+        setup.close()
+
+
+def setup_bluetooth(stage):
+    """Over Bluetooth, with the plug-in's own helper; the device is found again while it is live."""
+    with stage.venue(options=("--ble", *KNOWN[1:])) as sim, \
+            opened(stage, signed_out(stage)) as (obs, dock):
+        score = Score(obs)
+        setup = SetupWindow(dock)
+        setup.open()
+        setup.choose_carrier("ble")
+        setup.connect()
+        setup.wait_for("tallyforgeAdminPassword", focus=True)
+        setup.sign_in(OWN)
+        setup.click("tallyforgeUseManaged")
+        setup.wait_until_closed()
+        score.follows(sim, home_score=5)
+        logins = sim.device(DEVICE)["admin"]["logins"]
+
+        setup.open()
+        setup.choose_carrier("ble")
+        setup.connect()
+        setup.wait_for("tallyforgeRefreshStatus")
+        score.follows(sim, home_score=6)
+        setup.close()
+        score.follows(sim, home_score=7)
+        check(sim.device(DEVICE)["admin"]["logins"] == logins, "it signed in once")
+
+
 def plugged_in(sim):
     """Waits until the port is there, and the simulator has heard that OBS has let go of it."""
     def is_so():
