@@ -93,7 +93,7 @@ def use_network(dock, sim, score):
     score.follows(sim, home_score=9)
 
 
-KNOWN = ("--usb", DEVICE, "--admin-password", f"{DEVICE}={OWN}")
+KNOWN = ("--usb", DEVICE, "--admin-password", f"{DEVICE}={OWN}", "--pace", "10")
 LIVE = status(f"Live from {DEVICE}")
 STOPPED = status(f"Disconnected from {DEVICE}. Its scores have stopped.", YELLOW)
 LAN_HOST = "127.0.0.1:8580"
@@ -291,6 +291,8 @@ def setup_unplugged(stage):
             setup.wait_for("tallyforgeSetupBusy")
             setup.close()
             sim.clear("usb")
+            if dock.widget("tallyforgeStopRelays"):   # the device still has its way to the cloud
+                dock.click("tallyforgeStopRelays")
             plugged_in(sim)
         next(page for page in walk(setup) if page == "wifi")   # it is as good as new
 
