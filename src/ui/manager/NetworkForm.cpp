@@ -63,16 +63,32 @@ bool NetworkForm::eventFilter(QObject *watched, QEvent *event)
     return QWidget::eventFilter(watched, event);
 }
 
+// A dialog has one default button at a time, and another page's may have become it meanwhile.
+void NetworkForm::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    m_join->setDefault(true);
+}
+
 void NetworkForm::showNetworks(const QList<WifiNetwork> &networks)
 {
     const QString typed = m_network->currentText();
+    const QString picked = m_network->currentData().toString();
     m_network->clear();
     for (const WifiNetwork &network : networks) {
         m_network->addItem(tr("%1   (%2 dBm)").arg(network.ssid).arg(network.rssi), network.ssid);
     }
-    if (!typed.isEmpty()) {
-        m_network->setEditText(typed);
+    if (typed.isEmpty()) {
+        return;
     }
+    // The text of a picked network holds its signal as well, which must not become part of a name.
+    const bool isPicked = !picked.isEmpty() && typed.startsWith(picked + u"   ("_s);
+    const int place =
+        m_network->findData(picked, Qt::UserRole, Qt::MatchExactly | Qt::MatchCaseSensitive);
+    if (isPicked && place >= 0) {
+        m_network->setCurrentIndex(place);
+    }
+    m_network->setEditText(isPicked && place < 0 ? picked : typed);
 }
 
 QString NetworkForm::network() const

@@ -37,6 +37,9 @@ Q_SIGNALS:
     void scanWanted();
     void joinWanted();
 
+protected:
+    void showEvent(QShowEvent *event) override;
+
 private:
     QComboBox *m_network;
     QLineEdit *m_password;
