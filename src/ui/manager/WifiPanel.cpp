@@ -35,8 +35,16 @@ WifiPanel::WifiPanel(DeviceSession *session, QWidget *parent)
     connect(m_networks, &NetworkForm::joinWanted, this, &WifiPanel::apply);
 }
 
+bool WifiPanel::isRestarting() const
+{
+    return !m_banner->isHidden();
+}
+
 void WifiPanel::refresh()
 {
+    if (isRestarting()) {
+        return;
+    }
     loadLink([this] {
         if (!m_wireless->link().transmitting) {
             scan();
@@ -51,7 +59,7 @@ void WifiPanel::loadLink(const std::function<void()> &continuation)
         return;
     }
     session()->wirelessLink([self = QPointer(this), continuation](const WirelessLink &link) {
-        if (self) {
+        if (self && !self->isRestarting()) {
             self->m_wireless->showLink(link);
             self->m_networks->setEnabled(!link.transmitting);
             continuation();

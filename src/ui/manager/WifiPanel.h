@@ -14,7 +14,8 @@ class RestartBanner;
 class WirelessGroup;
 
 /// Puts a device on a network, or has it send its scores to a wireless receiver instead. The change
-/// between the two restarts the device; the panel never connects to it anew by itself.
+/// between the two restarts the device; the panel never connects to it anew by itself, and from
+/// then on only tells the user to come back later.
 class WifiPanel final : public PanelBase
 {
     Q_OBJECT
@@ -29,6 +30,7 @@ Q_SIGNALS:
     void joined(const QString &ip);
 
 private:
+    [[nodiscard]] bool isRestarting() const;
     void loadLink(const std::function<void()> &continuation);
     void scan();
     void onScan(bool ok, const QList<WifiNetwork> &networks, const QString &error);
