@@ -27,6 +27,30 @@ constexpr int testTimeoutMs = 25000;
 constexpr std::chrono::seconds testPause{2};
 constexpr int lastTestAttempt = 12;
 
+void addHeading(QVBoxLayout *column, const QString &title)
+{
+    auto *heading = new ThemedLabel(column->parentWidget());
+    heading->setText(title);
+    makeBold(heading);
+    column->addWidget(heading);
+}
+
+ReadOnlyBox *addBox(QVBoxLayout *column, const QString &name, const QString &title, int height)
+{
+    auto *box = new ReadOnlyBox(title, height, column->parentWidget());
+    box->setObjectName(name);
+    column->addWidget(box);
+    return box;
+}
+
+QPushButton *addButton(QVBoxLayout *column, const QString &name, const QString &text)
+{
+    auto *button = new WrappingButton(text, column->parentWidget());
+    button->setObjectName(name);
+    column->addWidget(button);
+    return button;
+}
+
 } // namespace
 
 StatusPanel::StatusPanel(DeviceSession *session, QWidget *parent)
@@ -35,21 +59,22 @@ StatusPanel::StatusPanel(DeviceSession *session, QWidget *parent)
     constexpr int deviceHeight = 150; // pixels, all three
     constexpr int scoreboardHeight = 90;
     constexpr int testHeight = 120;
+    const QString device = tr("Device");
+    const QString scoreboard = tr("Scoreboard right now");
+    const QString test = tr("Network test");
     QVBoxLayout *column = scrolledColumn(this);
-    auto *refreshButton = new WrappingButton(tr("Refresh"), column->parentWidget());
-    refreshButton->setObjectName(u"tallyforgeRefreshStatus"_s);
-    column->addWidget(refreshButton);
-    m_device = addBox(column, u"tallyforgeDeviceStatus"_s, tr("Device"), deviceHeight);
-    m_scoreboard = addBox(column, u"tallyforgeDeviceScoreboard"_s, tr("Scoreboard right now"),
-                          scoreboardHeight);
-    m_test = addBox(column, u"tallyforgeNetworkTest"_s, tr("Network test"), testHeight);
-    column->insertWidget(column->count() - 1,
-                         hint(tr("Checks the device's local network, internet and cloud "
-                                 "connection. Takes about 15 seconds."),
-                              column->parentWidget()));
-    m_testButton = new WrappingButton(tr("Run network test"), column->parentWidget());
-    m_testButton->setObjectName(u"tallyforgeRunNetworkTest"_s);
-    column->insertWidget(column->count() - 1, m_testButton);
+    const QPushButton *refreshButton =
+        addButton(column, u"tallyforgeRefreshStatus"_s, tr("Refresh"));
+    addHeading(column, device);
+    m_device = addBox(column, u"tallyforgeDeviceStatus"_s, device, deviceHeight);
+    addHeading(column, scoreboard);
+    m_scoreboard = addBox(column, u"tallyforgeDeviceScoreboard"_s, scoreboard, scoreboardHeight);
+    addHeading(column, test);
+    column->addWidget(hint(tr("Checks the device's local network, internet and cloud connection. "
+                              "Takes about 15 seconds."),
+                           column->parentWidget()));
+    m_testButton = addButton(column, u"tallyforgeRunNetworkTest"_s, tr("Run network test"));
+    m_test = addBox(column, u"tallyforgeNetworkTest"_s, test, testHeight);
     column->addWidget(messageLine());
     column->addStretch();
     m_scoreboard->showText(scoreboardText({}));
@@ -60,22 +85,11 @@ StatusPanel::StatusPanel(DeviceSession *session, QWidget *parent)
         m_test->showText(tr("Running…"));
         runNetworkTest(0);
     });
-    connect(session, &DeviceSession::envelope, this, [this](const QJsonObject &envelope) {
-        m_scoreboard->showText(scoreboardText(envelope));
-    });
-}
-
-ReadOnlyBox *StatusPanel::addBox(QVBoxLayout *column, const QString &name, const QString &title,
-                                 int height)
-{
-    auto *heading = new ThemedLabel(column->parentWidget());
-    heading->setText(title);
-    makeBold(heading);
-    column->addWidget(heading);
-    auto *box = new ReadOnlyBox(title, height, column->parentWidget());
-    box->setObjectName(name);
-    column->addWidget(box);
-    return box;
+    if (session != nullptr) {
+        connect(session, &DeviceSession::envelope, this, [this](const QJsonObject &envelope) {
+            m_scoreboard->showText(scoreboardText(envelope));
+        });
+    }
 }
 
 void StatusPanel::refresh()

@@ -6,7 +6,6 @@
 #include "ui/manager/PanelBase.h"
 
 class QPushButton;
-class QVBoxLayout;
 
 namespace tallyforge {
 
@@ -24,8 +23,6 @@ public:
     void refresh() override;
 
 private:
-    [[nodiscard]] ReadOnlyBox *addBox(QVBoxLayout *column, const QString &name,
-                                      const QString &title, int height);
     void runNetworkTest(int attempt);
     void onNetworkTest(const RpcResult &result, int attempt);
 

@@ -18,13 +18,13 @@ WirelessGroup::WirelessGroup(QWidget *parent)
     : Group(tr("Wi-Fi or Tallyforge wireless receiver"), parent)
     , m_status(new ThemedLabel(this))
     , m_form(new QWidget(this))
-    , m_action(new WrappingButton({}, this))
 {
     setObjectName(u"tallyforgeWireless"_s);
     m_status->setObjectName(u"tallyforgeWirelessStatus"_s);
+    addForm();
+    m_action = new WrappingButton({}, this);
     m_action->setObjectName(u"tallyforgeWirelessAction"_s);
     m_action->setAutoDefault(false);
-    addForm();
     column()->addWidget(m_status);
     column()->addWidget(m_form);
     column()->addWidget(m_action);
@@ -42,8 +42,12 @@ void WirelessGroup::addForm()
     auto *rows = new QFormLayout(m_form);
     rows->setContentsMargins({});
     rows->setRowWrapPolicy(QFormLayout::WrapLongRows);
-    rows->addRow(tr("Receiver address"), m_address);
-    rows->addRow(tr("Pairing key"), m_key);
+    const auto addRow = [rows](const QString &label, QLineEdit *field) {
+        rows->addRow(label, field);
+        field->setAccessibleName(label); // its placeholder only explains
+    };
+    addRow(tr("Receiver address"), m_address);
+    addRow(tr("Pairing key"), m_key);
 }
 
 void WirelessGroup::showLink(const WirelessLink &link)

@@ -47,7 +47,7 @@ private:
     QWidget *m_form;
     QLineEdit *m_address = nullptr;
     QLineEdit *m_key = nullptr;
-    QPushButton *m_action;
+    QPushButton *m_action = nullptr;
 };
 
 } // namespace tallyforge

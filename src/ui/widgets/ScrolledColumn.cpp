@@ -15,6 +15,7 @@ QVBoxLayout *scrolledColumn(QWidget *parent)
     auto *area = new QScrollArea(parent);
     area->setFrameShape(QFrame::NoFrame);
     area->setWidgetResizable(true);
+    area->setFocusPolicy(Qt::NoFocus); // keys that scroll come to it from what has the focus
     outer->addWidget(area);
     auto *content = new QWidget(area->viewport());
     auto *column = new QVBoxLayout(content);
