@@ -16,7 +16,8 @@ public:
     /// name is what a screen reader calls it; height is the least one, in pixels.
     ReadOnlyBox(const QString &name, int height, QWidget *parent);
 
-    /// The same text again leaves the user's selection alone; a new one the place that is in view.
+    /// Replaces only the part that differs, so that the place in view stays, and so does what the
+    /// user has selected outside that part.
     void showText(const QString &text);
 };
 
