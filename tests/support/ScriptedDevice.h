@@ -40,6 +40,9 @@ public:
             const QJsonObject params = request.value(QLatin1StringView("params")).toObject();
             requests.append(method + QString::fromUtf8(QJsonDocument(params).toJson(QJsonDocument::Compact)));
         }
+        if (onRequest) {
+            onRequest(method);
+        }
         QByteArrayList &answers = script[method];
         const QByteArray answer = answers.isEmpty() ? QByteArray("{}") : answers.takeFirst();
         if (answer == "never") {
@@ -63,6 +66,7 @@ public:
     QStringList requests; ///< method and parameters of all but those for the live data,
     int polls = 0;        ///< whose number this is
     QList<Reply> held;
+    std::function<void(const QString &method)> onRequest = {}; ///< called before each answer
 
 private:
     [[nodiscard]] static QJsonObject replyOf(const QByteArray &answer)

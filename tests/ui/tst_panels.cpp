@@ -19,6 +19,7 @@
 #include "ui/manager/WifiPanel.h"
 
 #include <QComboBox>
+#include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -151,6 +152,12 @@ private Q_SLOTS:
         QCOMPARE(box(u"DeviceStatus"_s), u"Device ID: d1"_s);
         Q_EMIT m_session->envelope(json(R"({"fields":{"home_score":7}})"));
         QCOMPARE(box(u"DeviceScoreboard"_s), u"home_score: 7"_s);
+        auto *scores = find<QPlainTextEdit>(u"DeviceScoreboard"_s);
+        QCOMPARE(scores->textCursor().position(), 0);
+        QVERIFY(scores->find(u"home"_s));
+        Q_EMIT m_session->envelope(json(R"({"sport":"hockey","fields":{"away":0,"home_score":7}})"));
+        QCOMPARE(box(u"DeviceScoreboard"_s), u"Sport: hockey\naway: 0\nhome_score: 7"_s);
+        QCOMPARE(scores->textCursor().selectedText(), u"home"_s);
         manager->showPage(0);
         QCOMPARE(message(), u"!Too late."_s);
         QCOMPARE(box(u"DeviceStatus"_s), u"Device ID: d1"_s);
@@ -160,6 +167,27 @@ private Q_SLOTS:
         m_session.reset();
         manager->showPage(0);
         QCOMPARE(message(), u"!Not connected to a device."_s);
+    }
+
+    void tabOrder()
+    {
+        m_device.tell({R"(getEspNow {"espnow":{"role":"off"}})"});
+        auto *manager = show<DeviceManager>();
+        manager->showPage(1);
+        press(u"WirelessAction"_s);
+        for (int tab = 0; tab < manager->count(); ++tab) {
+            manager->setCurrentIndex(tab);
+            int above = -1;
+            QWidget *page = manager->widget(tab);
+            for (QWidget *at = page->nextInFocusChain(); page->isAncestorOf(at); at = at->nextInFocusChain()) {
+                if (at->isVisible() && at->focusPolicy() & Qt::TabFocus && !at->focusProxy()) {
+                    const int y = at->mapTo(page, QPoint()).y();
+                    QVERIFY2(y > above, qPrintable(at->objectName()));
+                    above = y;
+                }
+            }
+            QVERIFY(above > 0);
+        }
     }
 
     void networkTest_data()
@@ -274,6 +302,26 @@ private Q_SLOTS:
         QCOMPARE(message(), u"!Choose or type a network name first."_s);
     }
 
+    void rescan()
+    {
+        m_device.tell({R"(scanWifi {"networks":[{"ssid":"Venue","rssi":-60},{"ssid":"Gym","rssi":-70}]})",
+                       R"(scanWifi {"networks":[{"ssid":"Gym","rssi":-50},{"ssid":"Venue","rssi":-80}]})",
+                       R"(scanWifi {"networks":[{"ssid":"Gym","rssi":-50}]})", "configureWifi never"});
+        m_panel = std::make_unique<QDialog>();
+        new WifiPanel(m_session.get(), m_panel.get());
+        auto *other = new QPushButton(m_panel.get()); // another page's, made later
+        other->setDefault(true);
+        other->hide();
+        m_panel->show();
+        for (int scans = 0; scans < 3; ++scans) {
+            press(u"ScanNetworks"_s);
+        }
+        QTest::keyClick(find(u"WifiPassword"_s), Qt::Key_Return);
+        QCOMPARE(m_device.requests.filter(u"configureWifi"_s),
+                 QStringList{uR"(configureWifi{"pass":"","ssid":"Venue"})"_s});
+        QVERIFY(find<QPushButton>(u"JoinNetwork"_s)->isDefault());
+    }
+
     void changeover()
     {
         m_device.tell(
@@ -307,12 +355,17 @@ private Q_SLOTS:
     void backToWifi()
     {
         m_device.tell({R"(getEspNow {"espnow":{"role":"tx","peer_mac":"aa:bb","key_set":true}})"});
-        show<WifiPanel>()->refresh();
+        auto *panel = show<WifiPanel>();
+        panel->refresh();
         press(u"WirelessAction"_s);
         confirm(QMessageBox::Yes, u"Switch off the wireless transmitter"_s);
         QCOMPARE(m_device.requests.filter(u"setEspNow"_s).value(0), uR"(setEspNow{"role":"off"})"_s);
         QVERIFY(text(u"RestartText"_s).contains("The device is restarting to use Wi-Fi."_L1));
         QVERIFY(!find(u"RestartNote"_s)->isVisible());
+        const qsizetype asked = m_device.requests.size();
+        panel->refresh(); // the device isn't back, and will be another session's
+        QCOMPARE(m_device.requests.size(), asked);
+        QVERIFY(!find(u"Networks"_s)->isEnabled());
     }
 
     void controllers()
@@ -363,6 +416,36 @@ private Q_SLOTS:
         m_session.reset();
         panel->save();
         QVERIFY(message().startsWith("!Choose"_L1));
+    }
+
+    // A dialog may close when the device begins to restart, that is within the answer to a question.
+    void deletedWithin_data()
+    {
+        QTest::addColumn<QByteArray>("link");
+        QTest::newRow("switch off") << QByteArray(R"({"role":"tx","peer_mac":"aa:bb","key_set":true})");
+        QTest::newRow("switch on") << QByteArray(R"({"role":"off","peer_mac":"aa:bb","key_set":true})");
+    }
+    void deletedWithin()
+    {
+        QFETCH(QByteArray, link);
+        m_device.tell({"getEspNow {\"espnow\":" + link + '}'});
+        m_device.onRequest = [this](const QString &method) {
+            if (method == "setEspNow"_L1) {
+                m_panel.reset();
+            }
+        };
+        show<WifiPanel>()->refresh();
+        press(u"WirelessAction"_s);
+        find<QMessageBox>(u"Question"_s)->button(QMessageBox::Yes)->click();
+        QVERIFY(!m_panel && m_device.requests.filter(u"setEspNow"_s).size() == 1);
+        m_device.onRequest = {};
+        auto *controllers = show<ControllerPanel>();
+        m_device.tell(
+            {R"(getControllerList {"controllers":[{"manufacturer":"a","model":"b","sport":"c","input_type":"d"}]})"});
+        controllers->refresh();
+        connect(controllers, &ControllerPanel::saved, this, [this] { m_panel.reset(); });
+        press(u"SaveController"_s);
+        QVERIFY(!m_panel);
     }
 
     void share()
