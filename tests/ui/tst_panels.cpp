@@ -363,7 +363,7 @@ private Q_SLOTS:
         QVERIFY(text(u"RestartText"_s).contains("The device is restarting to use Wi-Fi."_L1));
         QVERIFY(!find(u"RestartNote"_s)->isVisible());
         const qsizetype asked = m_device.requests.size();
-        panel->refresh(); // the device isn't back, and will be another session's
+        panel->refresh(); // the device is away, and has to be connected anew
         QCOMPARE(m_device.requests.size(), asked);
         QVERIFY(!find(u"Networks"_s)->isEnabled());
     }
