@@ -76,7 +76,8 @@ class TestPanels : public QObject
     // What the message line says; an error begins with "!".
     QString message()
     {
-        for (const QLabel *line : m_panel->findChildren<QLabel *>(u"tallyforgeMessage"_s)) {
+        const QList<QLabel *> lines = m_panel->findChildren<QLabel *>(u"tallyforgeMessage"_s);
+        for (const QLabel *line : lines) {
             if (line->isVisible()) {
                 return (line->styleSheet() == error ? u"!"_s : QString()) + line->text();
             }
