@@ -85,7 +85,8 @@ QString members(const QJsonObject &object)
 QString statusText(const QJsonObject &status)
 {
     QStringList lines;
-    for (const QString &key : sortedKeys(status)) {
+    const QStringList keys = sortedKeys(status);
+    for (const QString &key : keys) {
         const QJsonValue value = status.value(key);
         if (key != "csrf_token"_L1 && !value.isArray()) {
             lines.append(
