@@ -56,9 +56,10 @@ def new_device(sim, setup, camera):
 
 
 def manager(sim, setup, camera):
-    sim.set(DEVICE, SCORES)
     setup.click("tallyforgeMoreSettings")
     setup.wait_for("tallyforgeDeviceScoreboard")
+    sim.set(DEVICE, SCORES)
+    setup.wait_for("tallyforgeDeviceScoreboard", plainText=has("home_score: 58"))
     camera.take("status")
     setup.click("tallyforgeRunNetworkTest")
     setup.wait_for("tallyforgeRunNetworkTest", enabled=True)
