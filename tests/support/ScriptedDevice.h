@@ -66,7 +66,7 @@ public:
     QStringList requests; ///< method and parameters of all but those for the live data,
     int polls = 0;        ///< whose number this is
     QList<Reply> held;
-    std::function<void(const QString &method)> onRequest = {}; ///< called before each answer
+    std::function<void(const QString &method)> onRequest; ///< called before each answer
 
 private:
     [[nodiscard]] static QJsonObject replyOf(const QByteArray &answer)
