@@ -947,19 +947,16 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
+        <source>Sending to the receiver…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <source>Saved. The receiver restarts to apply it.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
         <source>New pairing key (write this down and enter it on the sending device):
 %1</source>
-        <translation type="unfinished"></translation>
-    </message>
-</context>
-<context>
-    <name>tallyforge::ReceiverPairing</name>
-    <message>
-        <source>Sending to the receiver…</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

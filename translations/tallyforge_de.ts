@@ -947,6 +947,10 @@
         <translation>Firmware: %1</translation>
     </message>
     <message>
+        <source>Sending to the receiver…</source>
+        <translation>Wird an den Empfänger gesendet …</translation>
+    </message>
+    <message>
         <source>Saved. The receiver restarts to apply it.</source>
         <translation>Gespeichert. Der Empfänger startet neu, um es zu übernehmen.</translation>
     </message>
@@ -955,13 +959,6 @@
 %1</source>
         <translation>Neuer Kopplungsschlüssel (schreiben Sie ihn auf und geben Sie ihn am sendenden Gerät ein):
 %1</translation>
-    </message>
-</context>
-<context>
-    <name>tallyforge::ReceiverPairing</name>
-    <message>
-        <source>Sending to the receiver…</source>
-        <translation>Wird an den Empfänger gesendet …</translation>
     </message>
 </context>
 <context>

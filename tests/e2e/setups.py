@@ -229,7 +229,7 @@ def setup_receiver(stage):
         dock.wait_for_text("tallyforgeStatus", STOPPED)
         setup.connect()
         setup.use_key("too short")
-        setup.wait_for_text("tallyforgeReceiverStatus", lambda text: "Paired" not in text)
+        setup.wait_for("tallyforgePairingRefusal")
         sim.call("/usb/receiver", {"restarts": True})
         setup.make_key()
         setup.wait_for_text("tallyforgeSetupMessage", has("New pairing key (write this down"))

@@ -35,10 +35,10 @@ using State = DeviceSession::State;
 
 namespace {
 
-const QByteArray onWifi = R"(getStatus {"device_id":"D1","firmware_version":"2.0","wifi_sta_ip":"10.0.0.9"})";
-const QByteArray offWifi = R"(getStatus {"device_id":"D1","firmware_version":"2.0"})";
-const QByteArray factoryNew = R"(login {"must_change_password":true})";
-const QByteArray wrong = "login unauthorized: no";
+constexpr char onWifi[] = R"(getStatus {"device_id":"D1","firmware_version":"2.0","wifi_sta_ip":"10.0.0.9"})";
+constexpr char offWifi[] = R"(getStatus {"device_id":"D1","firmware_version":"2.0"})";
+constexpr char factoryNew[] = R"(login {"must_change_password":true})";
+constexpr char wrong[] = "login unauthorized: no";
 
 } // namespace
 
@@ -387,7 +387,6 @@ private Q_SLOTS:
         QFETCH(QString, meanwhile);
         signIn();
         App::get()->settings().setSelectedDevice(u"D9"_s);
-        const QByteArray path = "/devices/D9/pairing/reveal";
         m_portal->answer = [&](const HttpRequest &request) {
             return request.path.contains("D9") ? HttpReply{200, "{}", "", HttpReply::How::Hang}
                                                : m_answers.value(request.path);
@@ -530,7 +529,7 @@ private Q_SLOTS:
             press(u"Cancel"_s);
             QVERIFY(page() == 0 && followed->parent() == &sources() && followed->state() == State::Idle);
             m_links[0]->plugged = true;
-            m_device.script[u"getStatus"_s] = {onWifi.sliced(10)};
+            m_device.script[u"getStatus"_s] = {QByteArray(onWifi).sliced(10)};
             reconnect(carrier); // the same session comes back, and the scores with it
             QVERIFY(page() == 6 && session() == followed && m_links.size() == 1);
             close();
@@ -577,9 +576,13 @@ private Q_SLOTS:
         type(u"PairingKey"_s, u"k"_s);
         answers(u"UseKey"_s, "\"k\"", R"({"t":"rx_set","ok":true})", u"Saved. The receiver restarts to apply it."_s);
         answers(u"UseKey"_s, "\"k\"", R"({"t":"rx_set","ok":false,"error":"Bad key"})", u"Bad key"_s);
+        peer.ctrl(R"({"t":"rx_status"})");
+        QTRY_COMPARE(text(u"ReceiverStatus"_s), u"Not paired yet."_s);
+        QVERIFY(text(u"PairingRefusal"_s) == u"Bad key"_s);
         press(u"NewKey"_s);
         peer.ctrl(R"({"t":"rx_set","ok":true,"key":"K"})");
         QTRY_COMPARE(find<QLineEdit>(u"PairingKey"_s)->text(), u"K"_s);
+        QVERIFY(text(u"PairingRefusal"_s).isEmpty());
         peer.ctrl(R"({"t":"rx_status"})"); // the key is in view for good, also when the receiver restarts with it
         Q_EMIT session()->stateChanged(State::Lost, u"Gone."_s);
         QVERIFY(signInPage().endsWith(
@@ -683,10 +686,11 @@ private Q_SLOTS:
             pages()->setCurrentIndex(index);
             QCoreApplication::processEvents();
             QVERIFY(m_dialog->width() <= 620 && m_dialog->height() <= 300);
-            for (const QWidget *control : pages()->currentWidget()->findChildren<QWidget *>()) {
+            const QList<QWidget *> controls = pages()->currentWidget()->findChildren<QWidget *>();
+            for (QWidget *control : controls) {
                 if ((control->focusPolicy() & Qt::TabFocus) == Qt::TabFocus && !control->focusProxy() &&
                     control->objectName().startsWith("tallyforge"_L1)) {
-                    auto *forScreenReaders = QAccessible::queryAccessibleInterface(const_cast<QWidget *>(control));
+                    auto *forScreenReaders = QAccessible::queryAccessibleInterface(control);
                     QVERIFY2(!forScreenReaders->text(QAccessible::Name).isEmpty(), qPrintable(control->objectName()));
                 }
             }

@@ -6,6 +6,7 @@
 #include "device/usb/UsbLink.h"
 #include "ui/manager/SharePanel.h"
 #include "ui/widgets/Announcement.h"
+#include "ui/widgets/MessageLine.h"
 #include "ui/widgets/TextField.h"
 #include "ui/widgets/ThemedLabel.h"
 
@@ -42,6 +43,10 @@ void ReceiverPage::addPairing()
     connect(m_key, &QLineEdit::textChanged, this, &ReceiverPage::chooseReturnButton);
     m_useKey = addButton(u"tallyforgeUseKey"_s, tr("Use this key"));
     connect(m_useKey, &QPushButton::clicked, this, [this] { Q_EMIT keyEntered(m_key->text()); });
+    m_refusal = new MessageLine(content());
+    m_refusal->setObjectName(u"tallyforgePairingRefusal"_s);
+    column()->addWidget(m_refusal);
+    connect(m_key, &QLineEdit::textChanged, m_refusal, [this] { m_refusal->tell({}, false); });
 }
 
 // Return in the field is about the key.
@@ -82,6 +87,18 @@ void ReceiverPage::showStatus(const QString &text)
     if (m_status->text() != text) {
         m_status->setText(text);
     }
+}
+
+void ReceiverPage::showSending()
+{
+    m_refusal->tell({}, false);
+    showStatus(tr("Sending to the receiver…"));
+}
+
+void ReceiverPage::showRefusal(const QString &error)
+{
+    showStatus(error);
+    m_refusal->tell(error, true);
 }
 
 // The receiver's next report replaces the text, so the key stays in its field as well.

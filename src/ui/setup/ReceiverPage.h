@@ -9,6 +9,7 @@ class QJsonObject;
 
 namespace tallyforge {
 
+class MessageLine;
 class SettingsStore;
 class SharePanel;
 class UsbLink;
@@ -24,7 +25,10 @@ public:
 
     /// Shows the receiver's report of itself and what is shared over its link, which isn't owned.
     void showReceiver(UsbLink *link);
-    void showStatus(const QString &text);
+    void showSending();
+    /// The receiver has not taken the key. The error stays in view beside the key until the user
+    /// does something about it, because the next report replaces the status.
+    void showRefusal(const QString &error);
     /// The receiver has taken a key; it isn't empty if the receiver has made it.
     void showPaired(const QString &newKey);
     /// Tells the user the key that the receiver has made.
@@ -38,12 +42,14 @@ Q_SIGNALS:
 
 private:
     void addPairing();
+    void showStatus(const QString &text);
     void chooseReturnButton(const QString &key);
 
     ThemedLabel *m_status = nullptr;
     SharePanel *m_share = nullptr;
     TextField *m_key = nullptr;
     QPushButton *m_useKey = nullptr;
+    MessageLine *m_refusal = nullptr;
     QPushButton *m_use = nullptr;
 };
 

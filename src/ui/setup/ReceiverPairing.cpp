@@ -56,7 +56,7 @@ void ReceiverPairing::pair(const QString &key, bool generate)
     if (link == nullptr) {
         return;
     }
-    m_page->showStatus(tr("Sending to the receiver…"));
+    m_page->showSending();
     link->receiverSet(key, generate, sameChannel,
                       [self = QPointer(this), asked = QPointer(link)](
                           bool ok, const QString &newKey, const QString &error) {
@@ -67,7 +67,7 @@ void ReceiverPairing::pair(const QString &key, bool generate)
                               self->m_newKey = newKey;
                               self->m_page->showPaired(newKey);
                           } else {
-                              self->m_page->showStatus(error);
+                              self->m_page->showRefusal(error);
                           }
                       });
 }
