@@ -4,11 +4,11 @@
 #include "ui/manager/NetworkForm.h"
 
 #include "ui/widgets/ElidingComboBox.h"
+#include "ui/widgets/PageBuilders.h"
 #include "ui/widgets/TextField.h"
 #include "ui/widgets/ThemedLabel.h"
 #include "ui/widgets/WrappingButton.h"
 
-#include <QKeyEvent>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -44,23 +44,10 @@ NetworkForm::NetworkForm(QWidget *parent)
          std::initializer_list<QWidget *>{intro, m_network, m_password, m_scan, m_join}) {
         column->addWidget(widget);
     }
-    m_network->lineEdit()->installEventFilter(this);
-    m_password->installEventFilter(this);
+    pressOnReturn(m_network->lineEdit(), m_join);
+    pressOnReturn(m_password, m_join);
     connect(m_scan, &QPushButton::clicked, this, &NetworkForm::scanWanted);
     connect(m_join, &QPushButton::clicked, this, &NetworkForm::joinWanted);
-}
-
-// Return in a field means this form's button, whichever one is the default of the whole window.
-bool NetworkForm::eventFilter(QObject *watched, QEvent *event)
-{
-    if (event->type() == QEvent::KeyPress) {
-        const int key = static_cast<const QKeyEvent *>(event)->key();
-        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
-            m_join->click();
-            return true;
-        }
-    }
-    return QWidget::eventFilter(watched, event);
 }
 
 // A dialog has one default button at a time, and another page's may have become it meanwhile.

@@ -31,8 +31,6 @@ public:
     void setScanning(bool scanning);
     void setJoining(bool joining);
 
-    bool eventFilter(QObject *watched, QEvent *event) override;
-
 Q_SIGNALS:
     void scanWanted();
     void joinWanted();

@@ -3,6 +3,7 @@
 
 #include "ui/setup/SetupPage.h"
 
+#include "ui/widgets/PageBuilders.h"
 #include "ui/widgets/ScrolledColumn.h"
 #include "ui/widgets/TextField.h"
 #include "ui/widgets/ThemedLabel.h"
@@ -42,30 +43,17 @@ ThemedLabel *SetupPage::addTitle(const QString &text, QBoxLayout *to)
 
 ThemedLabel *SetupPage::addText(const QString &name, const QString &text, QBoxLayout *to)
 {
-    QBoxLayout *const place = to == nullptr ? m_column : to;
-    auto *label = new ThemedLabel(place->parentWidget());
-    label->setObjectName(name);
-    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    label->setText(text);
-    place->addWidget(label);
-    return label;
+    return tallyforge::addText(to == nullptr ? m_column : to, name, text);
 }
 
 QPushButton *SetupPage::addButton(const QString &name, const QString &text, QBoxLayout *to)
 {
-    QBoxLayout *const place = to == nullptr ? m_column : to;
-    auto *button = new WrappingButton(text, place->parentWidget());
-    button->setObjectName(name);
-    place->addWidget(button);
-    return button;
+    return tallyforge::addButton(to == nullptr ? m_column : to, name, text);
 }
 
 TextField *SetupPage::addField(const QString &name, const QString &placeholder, QBoxLayout *to)
 {
-    QBoxLayout *const place = to == nullptr ? m_column : to;
-    auto *edit = new TextField(name, placeholder, place->parentWidget());
-    place->addWidget(edit);
-    return edit;
+    return tallyforge::addField(to == nullptr ? m_column : to, name, placeholder);
 }
 
 void SetupPage::enter()

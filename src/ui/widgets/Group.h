@@ -17,11 +17,11 @@ class Group : public QGroupBox
 public:
     explicit Group(const QString &title, QWidget *parent);
 
+    [[nodiscard]] QVBoxLayout *column() const { return m_column; }
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
     void initStyleOption(QStyleOptionGroupBox *option) const override;
-    [[nodiscard]] QVBoxLayout *column() const { return m_column; }
 
 private:
     QVBoxLayout *const m_column; // of the group

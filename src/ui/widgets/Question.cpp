@@ -3,6 +3,7 @@
 
 #include "ui/widgets/Question.h"
 
+#include <QInputDialog>
 #include <QMessageBox>
 
 using namespace Qt::StringLiterals;
@@ -10,20 +11,34 @@ using namespace Qt::StringLiterals;
 namespace tallyforge {
 
 void askToConfirm(QWidget *parent, const QString &title, const QString &text,
-                  const std::function<void()> &yes)
+                  const std::function<void()> &yes, Severity severity)
 {
-    auto *box = new QMessageBox(QMessageBox::Question, title, text,
-                                QMessageBox::Yes | QMessageBox::No, parent);
+    const bool isSevere = severity == Severity::Severe;
+    const auto no = isSevere ? QMessageBox::Cancel : QMessageBox::No;
+    auto *box = new QMessageBox(isSevere ? QMessageBox::Warning : QMessageBox::Question, title,
+                                text, QMessageBox::Yes | no, parent);
     box->setObjectName(u"tallyforgeQuestion"_s);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setTextFormat(Qt::PlainText);
-    box->setDefaultButton(QMessageBox::No);
-    box->setEscapeButton(QMessageBox::No);
+    box->setDefaultButton(no);
+    box->setEscapeButton(no);
     QObject::connect(box, &QMessageBox::finished, parent, [yes](int button) {
         if (button == QMessageBox::Yes) {
             yes();
         }
     });
+    box->open();
+}
+
+void askForText(QWidget *parent, const QString &title, const QString &label,
+                const std::function<void(const QString &text)> &accepted)
+{
+    auto *box = new QInputDialog(parent);
+    box->setObjectName(u"tallyforgeTextQuestion"_s);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setWindowTitle(title);
+    box->setLabelText(label);
+    QObject::connect(box, &QInputDialog::textValueSelected, parent, accepted);
     box->open();
 }
 

@@ -10,9 +10,17 @@ class QWidget;
 
 namespace tallyforge {
 
+enum class Severity {
+    Usual,  ///< a question with Yes and No
+    Severe, ///< a warning with Yes and Cancel
+};
+
 /// Asks the user whether something is to be done, in a box that stands before parent's window while
 /// OBS goes on. yes is called if the user agrees and parent still lives. Return and Escape mean no.
 void askToConfirm(QWidget *parent, const QString &title, const QString &text,
-                  const std::function<void()> &yes);
+                  const std::function<void()> &yes, Severity severity = Severity::Usual);
+/// Asks the user for a line of text in the same way; accepted is called with it, perhaps empty.
+void askForText(QWidget *parent, const QString &title, const QString &label,
+                const std::function<void(const QString &text)> &accepted);
 
 } // namespace tallyforge

@@ -8,7 +8,7 @@
 namespace tallyforge {
 
 /// Several lines that the user reads, selects and copies. Tab leads out of it.
-class ReadOnlyBox final : public QPlainTextEdit
+class ReadOnlyBox : public QPlainTextEdit
 {
     Q_OBJECT
 
