@@ -243,6 +243,71 @@
     </message>
 </context>
 <context>
+    <name>tallyforge::AdvancedPanel</name>
+    <message>
+        <source>Restart device</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show device log</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Device log</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Danger zone</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reset admin password to the factory password…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Factory reset…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Restart the device now? Live scores pause for about a minute.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Restarting…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reading the log…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reset admin password</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Set the admin password back to the factory password? You will be asked to choose a new one next time.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Password reset.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Factory reset</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This erases every setting on the device, including Wi-Fi and its cloud sign-in.
+
+Type RESET to continue.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device is resetting.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>tallyforge::BleBridge</name>
     <message>
         <source>The Bluetooth helper is missing from this install. Reinstall the Tallyforge plugin.</source>
@@ -410,6 +475,65 @@
     </message>
     <message>
         <source>This computer has no Bluetooth adapter, or it is blocked. Plug one in or unblock it, then try again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::CloudPanel</name>
+    <message>
+        <source>Refresh</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Forget cloud sign-in on this device…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Device ID</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Identifies this device in your Tallyforge account. Only change it if instructed by support.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Device ID, e.g. tallyforge0029</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Save device ID</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Connected to the cloud: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>yes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>no</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Route: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Saved.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Done. The device no longer has cloud credentials.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Forget cloud sign-in</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device stops sending scores to the cloud until it is set up for it again. Continue?</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -589,6 +713,22 @@
     </message>
     <message>
         <source>Wi-Fi</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Security</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Updates</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cloud</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Advanced</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -1056,6 +1196,113 @@
     </message>
 </context>
 <context>
+    <name>tallyforge::SecurityPanel</name>
+    <message>
+        <source>Network access</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Other programs can read this device&apos;s live scores over the network with an access token.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Security fingerprint</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Security fingerprint (SHA-256)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Access token</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Make a new access token</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy token</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Bluetooth pairing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The passkey this computer or phone enters the first time it pairs over Bluetooth. It is only shown over a cable or the network.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>6-digit passkey</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show pairing passkey</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Admin password</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Current password</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>New password (at least 8 characters)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>New password again</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Change password</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Set – make a new token to see one</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device did not return a token.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Copy the token now – it is not shown again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>New access token</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Make a new access token? Anything using the old one will stop working until you update it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device did not return a passkey.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Fill in the current and new password.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The two new passwords do not match.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Use at least 8 characters, and not the factory password.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Password changed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>tallyforge::SerialPort</name>
     <message>
         <source>That USB port is in use by another program (close any serial monitor) or access was denied.</source>
@@ -1480,6 +1727,120 @@
     </message>
     <message>
         <source> Checked %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::UpdateGroup</name>
+    <message>
+        <source>Running: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::UpdatesPanel</name>
+    <message>
+        <source>Update failed: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>unknown error</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Device firmware</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Check for update</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Install update and restart</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Lost contact with the device while it updates (it is probably restarting). Reconnect in a minute.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Wireless chip (ESP32-C6)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Update wireless chip and restart</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Lost contact with the device (it may be restarting).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>unknown</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Checking…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Error: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Version %1 is available.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Up to date.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the latest firmware</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>version %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Install update</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Install %1 and restart the device now?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Starting the update…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Downloading… %1%</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Verifying and applying the update…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Update applied. The device is restarting – reconnect in a minute.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Update wireless chip</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Update the wireless chip from the staged image and restart the device?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Finished. The device may restart.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Working… (%1)</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -243,6 +243,73 @@
     </message>
 </context>
 <context>
+    <name>tallyforge::AdvancedPanel</name>
+    <message>
+        <source>Restart device</source>
+        <translation>Gerät neu starten</translation>
+    </message>
+    <message>
+        <source>Show device log</source>
+        <translation>Geräteprotokoll anzeigen</translation>
+    </message>
+    <message>
+        <source>Device log</source>
+        <translation>Geräteprotokoll</translation>
+    </message>
+    <message>
+        <source>Danger zone</source>
+        <translation>Gefahrenbereich</translation>
+    </message>
+    <message>
+        <source>Reset admin password to the factory password…</source>
+        <translation>Admin-Passwort auf das Werkspasswort zurücksetzen …</translation>
+    </message>
+    <message>
+        <source>Factory reset…</source>
+        <translation>Auf Werkseinstellungen zurücksetzen …</translation>
+    </message>
+    <message>
+        <source>Restart the device now? Live scores pause for about a minute.</source>
+        <translation>Das Gerät jetzt neu starten? Die Spielstände setzen etwa eine Minute lang aus.</translation>
+    </message>
+    <message>
+        <source>Restarting…</source>
+        <translation>Das Gerät startet neu …</translation>
+    </message>
+    <message>
+        <source>Reading the log…</source>
+        <translation>Das Protokoll wird gelesen …</translation>
+    </message>
+    <message>
+        <source>Reset admin password</source>
+        <translation>Admin-Passwort zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Set the admin password back to the factory password? You will be asked to choose a new one next time.</source>
+        <translation>Das Admin-Passwort auf das Werkspasswort zurücksetzen? Beim nächsten Mal werden Sie aufgefordert, ein neues zu wählen.</translation>
+    </message>
+    <message>
+        <source>Password reset.</source>
+        <translation>Das Passwort ist zurückgesetzt.</translation>
+    </message>
+    <message>
+        <source>Factory reset</source>
+        <translation>Auf Werkseinstellungen zurücksetzen</translation>
+    </message>
+    <message>
+        <source>This erases every setting on the device, including Wi-Fi and its cloud sign-in.
+
+Type RESET to continue.</source>
+        <translation>Dies löscht alle Einstellungen des Geräts, auch WLAN und Cloud-Anmeldung.
+
+Geben Sie RESET ein, um fortzufahren.</translation>
+    </message>
+    <message>
+        <source>The device is resetting.</source>
+        <translation>Das Gerät wird zurückgesetzt.</translation>
+    </message>
+</context>
+<context>
     <name>tallyforge::BleBridge</name>
     <message>
         <source>The Bluetooth helper is missing from this install. Reinstall the Tallyforge plugin.</source>
@@ -411,6 +478,65 @@
     <message>
         <source>This computer has no Bluetooth adapter, or it is blocked. Plug one in or unblock it, then try again.</source>
         <translation>Dieser Computer hat keinen Bluetooth-Adapter, oder er ist blockiert. Schließen Sie einen an oder heben Sie die Blockierung auf und versuchen Sie es dann erneut.</translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::CloudPanel</name>
+    <message>
+        <source>Refresh</source>
+        <translation>Aktualisieren</translation>
+    </message>
+    <message>
+        <source>Forget cloud sign-in on this device…</source>
+        <translation>Cloud-Anmeldung auf diesem Gerät löschen …</translation>
+    </message>
+    <message>
+        <source>Device ID</source>
+        <translation>Gerätekennung</translation>
+    </message>
+    <message>
+        <source>Identifies this device in your Tallyforge account. Only change it if instructed by support.</source>
+        <translation>Daran erkennt Ihr Tallyforge-Konto dieses Gerät. Ändern Sie sie nur, wenn der Support Sie dazu auffordert.</translation>
+    </message>
+    <message>
+        <source>Device ID, e.g. tallyforge0029</source>
+        <translation>Gerätekennung, z. B. tallyforge0029</translation>
+    </message>
+    <message>
+        <source>Save device ID</source>
+        <translation>Gerätekennung speichern</translation>
+    </message>
+    <message>
+        <source>Connected to the cloud: %1</source>
+        <translation>Mit der Cloud verbunden: %1</translation>
+    </message>
+    <message>
+        <source>yes</source>
+        <translation>ja</translation>
+    </message>
+    <message>
+        <source>no</source>
+        <translation>nein</translation>
+    </message>
+    <message>
+        <source>Route: %1</source>
+        <translation>Weg: %1</translation>
+    </message>
+    <message>
+        <source>Saved.</source>
+        <translation>Gespeichert.</translation>
+    </message>
+    <message>
+        <source>Done. The device no longer has cloud credentials.</source>
+        <translation>Fertig. Das Gerät hat keine Cloud-Anmeldung mehr.</translation>
+    </message>
+    <message>
+        <source>Forget cloud sign-in</source>
+        <translation>Cloud-Anmeldung löschen</translation>
+    </message>
+    <message>
+        <source>The device stops sending scores to the cloud until it is set up for it again. Continue?</source>
+        <translation>Das Gerät sendet keine Spielstände mehr an die Cloud, bis es wieder dafür eingerichtet wird. Fortfahren?</translation>
     </message>
 </context>
 <context>
@@ -590,6 +716,22 @@
     <message>
         <source>Wi-Fi</source>
         <translation>WLAN</translation>
+    </message>
+    <message>
+        <source>Security</source>
+        <translation>Sicherheit</translation>
+    </message>
+    <message>
+        <source>Updates</source>
+        <translation>Updates</translation>
+    </message>
+    <message>
+        <source>Cloud</source>
+        <translation>Cloud</translation>
+    </message>
+    <message>
+        <source>Advanced</source>
+        <translation>Erweitert</translation>
     </message>
 </context>
 <context>
@@ -1057,6 +1199,113 @@
     </message>
 </context>
 <context>
+    <name>tallyforge::SecurityPanel</name>
+    <message>
+        <source>Network access</source>
+        <translation>Netzwerkzugriff</translation>
+    </message>
+    <message>
+        <source>Other programs can read this device&apos;s live scores over the network with an access token.</source>
+        <translation>Andere Programme können die Spielstände dieses Geräts mit einem Zugriffstoken über das Netzwerk lesen.</translation>
+    </message>
+    <message>
+        <source>Security fingerprint</source>
+        <translation>Sicherheits-Fingerabdruck</translation>
+    </message>
+    <message>
+        <source>Security fingerprint (SHA-256)</source>
+        <translation>Sicherheits-Fingerabdruck (SHA-256)</translation>
+    </message>
+    <message>
+        <source>Access token</source>
+        <translation>Zugriffstoken</translation>
+    </message>
+    <message>
+        <source>Make a new access token</source>
+        <translation>Neues Zugriffstoken erzeugen</translation>
+    </message>
+    <message>
+        <source>Copy token</source>
+        <translation>Token kopieren</translation>
+    </message>
+    <message>
+        <source>Bluetooth pairing</source>
+        <translation>Bluetooth-Kopplung</translation>
+    </message>
+    <message>
+        <source>The passkey this computer or phone enters the first time it pairs over Bluetooth. It is only shown over a cable or the network.</source>
+        <translation>Diesen Kopplungscode geben Sie auf dem Computer oder Telefon ein, wenn er sich zum ersten Mal über Bluetooth koppelt. Er wird nur über ein Kabel oder das Netzwerk angezeigt.</translation>
+    </message>
+    <message>
+        <source>6-digit passkey</source>
+        <translation>6-stelliger Kopplungscode</translation>
+    </message>
+    <message>
+        <source>Show pairing passkey</source>
+        <translation>Kopplungscode anzeigen</translation>
+    </message>
+    <message>
+        <source>Admin password</source>
+        <translation>Admin-Passwort</translation>
+    </message>
+    <message>
+        <source>Current password</source>
+        <translation>Aktuelles Passwort</translation>
+    </message>
+    <message>
+        <source>New password (at least 8 characters)</source>
+        <translation>Neues Passwort (mindestens 8 Zeichen)</translation>
+    </message>
+    <message>
+        <source>New password again</source>
+        <translation>Neues Passwort wiederholen</translation>
+    </message>
+    <message>
+        <source>Change password</source>
+        <translation>Passwort ändern</translation>
+    </message>
+    <message>
+        <source>Set – make a new token to see one</source>
+        <translation>Vorhanden – erzeugen Sie ein neues Token, um eines zu sehen</translation>
+    </message>
+    <message>
+        <source>The device did not return a token.</source>
+        <translation>Das Gerät hat kein Token geliefert.</translation>
+    </message>
+    <message>
+        <source>Copy the token now – it is not shown again.</source>
+        <translation>Kopieren Sie das Token jetzt – es wird nicht noch einmal angezeigt.</translation>
+    </message>
+    <message>
+        <source>New access token</source>
+        <translation>Neues Zugriffstoken</translation>
+    </message>
+    <message>
+        <source>Make a new access token? Anything using the old one will stop working until you update it.</source>
+        <translation>Ein neues Zugriffstoken erzeugen? Alles, was das alte benutzt, funktioniert erst wieder, wenn Sie es dort ersetzen.</translation>
+    </message>
+    <message>
+        <source>The device did not return a passkey.</source>
+        <translation>Das Gerät hat keinen Kopplungscode geliefert.</translation>
+    </message>
+    <message>
+        <source>Fill in the current and new password.</source>
+        <translation>Geben Sie das aktuelle und das neue Passwort ein.</translation>
+    </message>
+    <message>
+        <source>The two new passwords do not match.</source>
+        <translation>Die beiden neuen Passwörter stimmen nicht überein.</translation>
+    </message>
+    <message>
+        <source>Use at least 8 characters, and not the factory password.</source>
+        <translation>Verwenden Sie mindestens 8 Zeichen und nicht das Werkspasswort.</translation>
+    </message>
+    <message>
+        <source>Password changed.</source>
+        <translation>Das Passwort ist geändert.</translation>
+    </message>
+</context>
+<context>
     <name>tallyforge::SerialPort</name>
     <message>
         <source>That USB port is in use by another program (close any serial monitor) or access was denied.</source>
@@ -1482,6 +1731,120 @@
     <message>
         <source> Checked %1.</source>
         <translation> Geprüft: %1.</translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::UpdateGroup</name>
+    <message>
+        <source>Running: %1</source>
+        <translation>Installiert: %1</translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::UpdatesPanel</name>
+    <message>
+        <source>Update failed: %1</source>
+        <translation>Update fehlgeschlagen: %1</translation>
+    </message>
+    <message>
+        <source>unknown error</source>
+        <translation>unbekannter Fehler</translation>
+    </message>
+    <message>
+        <source>Device firmware</source>
+        <translation>Geräte-Firmware</translation>
+    </message>
+    <message>
+        <source>Check for update</source>
+        <translation>Nach Update suchen</translation>
+    </message>
+    <message>
+        <source>Install update and restart</source>
+        <translation>Update installieren und neu starten</translation>
+    </message>
+    <message>
+        <source>Lost contact with the device while it updates (it is probably restarting). Reconnect in a minute.</source>
+        <translation>Der Kontakt zum Gerät ist während des Updates abgerissen (es startet wahrscheinlich neu). Verbinden Sie sich in einer Minute neu.</translation>
+    </message>
+    <message>
+        <source>Wireless chip (ESP32-C6)</source>
+        <translation>Funkchip (ESP32-C6)</translation>
+    </message>
+    <message>
+        <source>Update wireless chip and restart</source>
+        <translation>Funkchip aktualisieren und neu starten</translation>
+    </message>
+    <message>
+        <source>Lost contact with the device (it may be restarting).</source>
+        <translation>Der Kontakt zum Gerät ist abgerissen (es startet vielleicht neu).</translation>
+    </message>
+    <message>
+        <source>unknown</source>
+        <translation>unbekannt</translation>
+    </message>
+    <message>
+        <source>Checking…</source>
+        <translation>Es wird gesucht …</translation>
+    </message>
+    <message>
+        <source>Error: %1</source>
+        <translation>Fehler: %1</translation>
+    </message>
+    <message>
+        <source>Version %1 is available.</source>
+        <translation>Version %1 ist verfügbar.</translation>
+    </message>
+    <message>
+        <source>Up to date.</source>
+        <translation>Auf dem neuesten Stand.</translation>
+    </message>
+    <message>
+        <source>the latest firmware</source>
+        <translation>die neueste Firmware</translation>
+    </message>
+    <message>
+        <source>version %1</source>
+        <translation>Version %1</translation>
+    </message>
+    <message>
+        <source>Install update</source>
+        <translation>Update installieren</translation>
+    </message>
+    <message>
+        <source>Install %1 and restart the device now?</source>
+        <translation>%1 jetzt installieren und das Gerät neu starten?</translation>
+    </message>
+    <message>
+        <source>Starting the update…</source>
+        <translation>Das Update wird gestartet …</translation>
+    </message>
+    <message>
+        <source>Downloading… %1%</source>
+        <translation>Wird heruntergeladen … %1 %</translation>
+    </message>
+    <message>
+        <source>Verifying and applying the update…</source>
+        <translation>Das Update wird geprüft und installiert …</translation>
+    </message>
+    <message>
+        <source>Update applied. The device is restarting – reconnect in a minute.</source>
+        <translation>Das Update ist installiert. Das Gerät startet neu – verbinden Sie sich in einer Minute neu.</translation>
+    </message>
+    <message>
+        <source>Update wireless chip</source>
+        <translation>Funkchip aktualisieren</translation>
+    </message>
+    <message>
+        <source>Update the wireless chip from the staged image and restart the device?</source>
+        <translation>Den Funkchip aus dem bereitliegenden Abbild aktualisieren und das Gerät neu starten?</translation>
+    </message>
+    <message>
+        <source>Finished. The device may restart.</source>
+        <translation>Fertig. Das Gerät startet vielleicht neu.</translation>
+    </message>
+    <message>
+        <source>Working… (%1)</source>
+        <translation>In Arbeit … (%1)</translation>
     </message>
 </context>
 <context>

@@ -8,21 +8,18 @@
 #include "device/DeviceSession.h"
 #include "device/usb/UsbLink.h"
 #include "tests/support/Pty.h"
-#include "tests/support/ScriptedLink.h"
-#include "tests/support/SkippedTime.h"
 #include "tests/support/UsbPeer.h"
+#include "tests/ui/PanelFixture.h"
 #include "ui/manager/ControllerPanel.h"
-#include "ui/manager/DeviceManager.h"
 #include "ui/manager/NetworkTestText.h"
+#include "ui/manager/PanelBase.h"
 #include "ui/manager/SharePanel.h"
 #include "ui/manager/StatusText.h"
 #include "ui/manager/WifiPanel.h"
 
 #include <QComboBox>
 #include <QDialog>
-#include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -33,90 +30,12 @@ using namespace tallyforge::test;
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-namespace {
-
-constexpr auto error = "color: #d9534f;"_L1;
-
-QJsonObject json(const QByteArray &text)
-{
-    return QJsonDocument::fromJson(text).object();
-}
-
-void skip(std::chrono::milliseconds time)
-{
-    skippedTime += time;
-    QTest::qWait(1);
-}
-
-} // namespace
-
-class TestPanels : public QObject
+class TestPanels : public QObject, PanelFixture
 {
     Q_OBJECT
 
-    ScriptedDevice m_device;
-    std::unique_ptr<DeviceSession> m_session;
-    std::unique_ptr<QWidget> m_panel;
-
-    template <class Panel> Panel *show()
-    {
-        auto panel = std::make_unique<Panel>(m_session.get(), nullptr);
-        Panel *shown = panel.get();
-        m_panel = std::move(panel);
-        m_panel->show();
-        return shown;
-    }
-    template <class Widget = QWidget> Widget *find(const QString &name)
-    {
-        return m_panel->findChild<Widget *>(u"tallyforge"_s + name);
-    }
-    QString text(const QString &name) { return find(name)->property("text").toString(); }
-    QString box(const QString &name) { return find<QPlainTextEdit>(name)->toPlainText(); }
-    void press(const QString &name) { find<QAbstractButton>(name)->click(); }
-    // What the message line says; an error begins with "!".
-    QString message()
-    {
-        const QList<QLabel *> lines = m_panel->findChildren<QLabel *>(u"tallyforgeMessage"_s);
-        for (const QLabel *line : lines) {
-            if (line->isVisible()) {
-                return (line->styleSheet() == error ? u"!"_s : QString()) + line->text();
-            }
-        }
-        return {};
-    }
-    void confirm(QMessageBox::StandardButton answer, const QString &title)
-    {
-        auto *question = find<QMessageBox>(u"Question"_s);
-        QVERIFY(question && question->isVisible());
-        QCOMPARE(question->windowTitle(), title);
-        QCOMPARE(question->defaultButton(), question->button(QMessageBox::No));
-        question->button(answer)->click();
-        QTRY_VERIFY(!find<QMessageBox>(u"Question"_s));
-    }
-    void pick(const QString &name, const QString &item)
-    {
-        auto *combo = find<QComboBox>(name);
-        combo->setCurrentText(item);
-        Q_EMIT combo->activated(combo->currentIndex());
-    }
-    QStringList items(const QString &name)
-    {
-        QStringList all;
-        for (int i = 0; i < find<QComboBox>(name)->count(); ++i) {
-            all.append(find<QComboBox>(name)->itemText(i));
-        }
-        return all;
-    }
-
 private Q_SLOTS:
-    void init()
-    {
-        m_device = {};
-        m_session = std::make_unique<DeviceSession>(new ScriptedLink(m_device), nullptr);
-        m_session->start({u"quietmoose"_s});
-        QCOMPARE(m_session->state(), DeviceSession::State::Ready);
-        m_device.requests.clear();
-    }
+    void init() { begin(); }
     void cleanup() { m_panel.reset(); }
 
     void labels()
@@ -147,7 +66,7 @@ private Q_SLOTS:
     void status()
     {
         m_device.tell({R"(getStatus {"device_id":"d1"})", "getStatus timeout: Too late."});
-        auto *manager = show<DeviceManager>();
+        auto *manager = showManager();
         QVERIFY(m_device.requests.isEmpty()); // a panel that isn't visited asks nothing
         manager->showPage(0);
         QCOMPARE(box(u"DeviceStatus"_s), u"Device ID: d1"_s);
@@ -173,17 +92,17 @@ private Q_SLOTS:
     void tabOrder()
     {
         m_device.tell({R"(getEspNow {"espnow":{"role":"off"}})"});
-        auto *manager = show<DeviceManager>();
+        auto *manager = showManager();
         manager->showPage(1);
         press(u"WirelessAction"_s);
         for (int tab = 0; tab < manager->count(); ++tab) {
             manager->setCurrentIndex(tab);
             int above = -1;
-            QWidget *page = manager->widget(tab);
+            QWidget *page = manager->widget(tab)->findChild<PanelBase *>();
             for (QWidget *at = page->nextInFocusChain(); page->isAncestorOf(at); at = at->nextInFocusChain()) {
                 if (at->isVisible() && at->focusPolicy() & Qt::TabFocus && !at->focusProxy()) {
                     const int y = at->mapTo(page, QPoint()).y();
-                    QVERIFY2(y > above, qPrintable(at->objectName()));
+                    QVERIFY2(y >= above, qPrintable(at->objectName()));
                     above = y;
                 }
             }
@@ -214,7 +133,8 @@ private Q_SLOTS:
             answers.append(answers.constLast());
         }
         m_device.script[u"networkTest"_s] = answers;
-        auto *manager = show<DeviceManager>();
+        auto *manager = showManager();
+        manager->showPage(0);
         press(u"RunNetworkTest"_s);
         manager->setCurrentIndex(1); // another tab doesn't stop it
         m_device.requests.removeIf([](const QString &request) { return !request.startsWith("networkTest"_L1); });
@@ -406,7 +326,7 @@ private Q_SLOTS:
     void lateAnswers()
     {
         m_device.tell({"getStatus never", "getEspNow never", "getControllerList never"});
-        show<DeviceManager>()->showPage(0);
+        showManager()->showPage(0);
         m_panel.reset();
         show<WifiPanel>()->refresh();
         m_panel.reset();

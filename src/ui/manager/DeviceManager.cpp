@@ -3,29 +3,56 @@
 
 #include "ui/manager/DeviceManager.h"
 
+#include "ui/manager/AdvancedPanel.h"
+#include "ui/manager/CloudPanel.h"
+#include "ui/manager/SecurityPanel.h"
 #include "ui/manager/StatusPanel.h"
+#include "ui/manager/UpdatesPanel.h"
 #include "ui/manager/WifiPanel.h"
 
 #include <QSignalBlocker>
+#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 
 namespace tallyforge {
 
-DeviceManager::DeviceManager(DeviceSession *session, QWidget *parent)
+DeviceManager::DeviceManager(DeviceSession *session, SettingsStore &settings, QWidget *parent)
     : QTabWidget(parent)
+    , m_session(session)
 {
     setObjectName(u"tallyforgeManager"_s);
     setAccessibleName(tr("Device settings and tools"));
-    add(new StatusPanel(session, this), tr("Status"));
-    add(new WifiPanel(session, this), tr("Wi-Fi"));
+    add(tr("Status"), maker<StatusPanel>());
+    add(tr("Wi-Fi"), maker<WifiPanel>());
+    add(tr("Security"), [this](QWidget *tab) { return makeSecurity(tab); });
+    add(tr("Updates"), maker<UpdatesPanel>());
+    add(tr("Cloud"),
+        [this, &settings](QWidget *tab) { return new CloudPanel(m_session, settings, tab); });
+    add(tr("Advanced"), maker<AdvancedPanel>());
     connect(this, &QTabWidget::currentChanged, this, &DeviceManager::refreshPage);
 }
 
-void DeviceManager::add(PanelBase *panel, const QString &title)
+template <class Panel> DeviceManager::Maker DeviceManager::maker()
 {
-    m_panels.append(panel);
-    addTab(panel, title);
+    return [this](QWidget *tab) { return new Panel(m_session, tab); };
+}
+
+PanelBase *DeviceManager::makeSecurity(QWidget *parent)
+{
+    auto *panel = new SecurityPanel(m_session, parent);
+    connect(panel, &SecurityPanel::apiToken, this, &DeviceManager::apiToken);
+    connect(panel, &SecurityPanel::passwordChanged, this, &DeviceManager::passwordChanged);
+    return panel;
+}
+
+void DeviceManager::add(const QString &title, const Maker &make)
+{
+    auto *tab = new QWidget(this);
+    (new QVBoxLayout(tab))->setContentsMargins({});
+    m_makers.append(make);
+    m_panels.append(nullptr);
+    addTab(tab, title);
 }
 
 void DeviceManager::showPage(int index)
@@ -39,9 +66,16 @@ void DeviceManager::showPage(int index)
 
 void DeviceManager::refreshPage(int index)
 {
-    if (index >= 0 && index < m_panels.size()) {
-        m_panels.at(index)->refresh();
+    if (index < 0 || index >= m_panels.size()) {
+        return;
     }
+    if (m_panels.at(index) == nullptr) {
+        PanelBase *panel = m_makers.at(index)(widget(index));
+        m_panels[index] = panel;
+        widget(index)->layout()->addWidget(panel);
+        panel->show(); // the layout would show it in the next turn only
+    }
+    m_panels.at(index)->refresh();
 }
 
 } // namespace tallyforge

@@ -24,12 +24,19 @@ void PanelBase::setMessage(const QString &text, bool error)
     m_message->tell(text, error);
 }
 
-void PanelBase::call(const QString &method, const QJsonObject &params,
-                     const RpcClient::Callback &callback, int timeoutMs)
+bool PanelBase::checkSession()
 {
     if (!m_session) {
         setMessage(tr("Not connected to a device."), true);
-        return;
+    }
+    return !m_session.isNull();
+}
+
+bool PanelBase::call(const QString &method, const QJsonObject &params,
+                     const RpcClient::Callback &callback, int timeoutMs)
+{
+    if (!checkSession()) {
+        return false;
     }
     m_session->rpc()->call(
         method, params,
@@ -39,6 +46,19 @@ void PanelBase::call(const QString &method, const QJsonObject &params,
             }
         },
         timeoutMs);
+    return true;
+}
+
+void PanelBase::confirm(const QString &title, const QString &text, const std::function<void()> &yes,
+                        Severity severity)
+{
+    askToConfirm(this, titleWithDevice(title), text, yes, severity);
+}
+
+QString PanelBase::titleWithDevice(const QString &title) const
+{
+    const QString device = m_session ? m_session->deviceId() : QString();
+    return device.isEmpty() ? title : title + u" – "_s + device;
 }
 
 } // namespace tallyforge

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "device/DeviceSession.h"
+#include "ui/widgets/Question.h"
 
 #include <QPointer>
 #include <QWidget>
@@ -29,10 +30,17 @@ public:
 
 protected:
     void setMessage(const QString &text, bool error);
+    /// Whether there still is a session; if not, the panel says so.
+    [[nodiscard]] bool checkSession();
     /// Calls a method of the device. The callback comes unless the panel has gone; without a
-    /// session the panel says so, and no callback comes.
-    void call(const QString &method, const QJsonObject &params, const RpcClient::Callback &callback,
+    /// session the panel says so, returns false, and no callback comes.
+    bool call(const QString &method, const QJsonObject &params, const RpcClient::Callback &callback,
               int timeoutMs);
+    /// Asks the user, see askToConfirm(). The question's title names the device.
+    void confirm(const QString &title, const QString &text, const std::function<void()> &yes,
+                 Severity severity = Severity::Usual);
+    /// The same title for a question of another kind.
+    [[nodiscard]] QString titleWithDevice(const QString &title) const;
     [[nodiscard]] DeviceSession *session() const { return m_session; }
     /// Each panel places it in its own layout.
     [[nodiscard]] MessageLine *messageLine() const { return m_message; }

@@ -7,11 +7,11 @@
 #include "ui/manager/NetworkTestText.h"
 #include "ui/manager/StatusText.h"
 #include "ui/widgets/MessageLine.h"
+#include "ui/widgets/PageBuilders.h"
 #include "ui/widgets/ReadOnlyBox.h"
 #include "ui/widgets/ScrolledColumn.h"
-#include "ui/widgets/WrappingButton.h"
 
-#include <QTimer>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 #include <chrono>
@@ -24,37 +24,13 @@ namespace {
 
 constexpr int statusTimeoutMs = 20000;
 constexpr int testTimeoutMs = 25000;
-constexpr std::chrono::seconds testPause{2};
-constexpr int lastTestAttempt = 12;
-
-void addHeading(QVBoxLayout *column, const QString &title)
-{
-    auto *heading = new ThemedLabel(column->parentWidget());
-    heading->setText(title);
-    makeBold(heading);
-    column->addWidget(heading);
-}
-
-ReadOnlyBox *addBox(QVBoxLayout *column, const QString &name, const QString &title, int height)
-{
-    auto *box = new ReadOnlyBox(title, height, column->parentWidget());
-    box->setObjectName(name);
-    column->addWidget(box);
-    return box;
-}
-
-QPushButton *addButton(QVBoxLayout *column, const QString &name, const QString &text)
-{
-    auto *button = new WrappingButton(text, column->parentWidget());
-    button->setObjectName(name);
-    column->addWidget(button);
-    return button;
-}
+constexpr AnswerPoll::Rule testRule{.pause = std::chrono::seconds(2), .questions = 13};
 
 } // namespace
 
 StatusPanel::StatusPanel(DeviceSession *session, QWidget *parent)
     : PanelBase(session, parent)
+    , m_networkTest(new AnswerPoll(testRule, networkTestCalls(), this))
 {
     constexpr int deviceHeight = 150; // pixels, all three
     constexpr int scoreboardHeight = 90;
@@ -66,15 +42,16 @@ StatusPanel::StatusPanel(DeviceSession *session, QWidget *parent)
     const QPushButton *refreshButton =
         addButton(column, u"tallyforgeRefreshStatus"_s, tr("Refresh"));
     addHeading(column, device);
-    m_device = addBox(column, u"tallyforgeDeviceStatus"_s, device, deviceHeight);
+    m_device = addReadOnlyBox(column, u"tallyforgeDeviceStatus"_s, device, deviceHeight);
     addHeading(column, scoreboard);
-    m_scoreboard = addBox(column, u"tallyforgeDeviceScoreboard"_s, scoreboard, scoreboardHeight);
+    m_scoreboard =
+        addReadOnlyBox(column, u"tallyforgeDeviceScoreboard"_s, scoreboard, scoreboardHeight);
     addHeading(column, test);
     column->addWidget(hint(tr("Checks the device's local network, internet and cloud connection. "
                               "Takes about 15 seconds."),
                            column->parentWidget()));
     m_testButton = addButton(column, u"tallyforgeRunNetworkTest"_s, tr("Run network test"));
-    m_test = addBox(column, u"tallyforgeNetworkTest"_s, test, testHeight);
+    m_test = addReadOnlyBox(column, u"tallyforgeNetworkTest"_s, test, testHeight);
     column->addWidget(messageLine());
     column->addStretch();
     m_scoreboard->showText(scoreboardText({}));
@@ -83,7 +60,7 @@ StatusPanel::StatusPanel(DeviceSession *session, QWidget *parent)
     connect(m_testButton, &QPushButton::clicked, this, [this] {
         m_testButton->setEnabled(false);
         m_test->showText(tr("Running…"));
-        runNetworkTest(0);
+        m_networkTest->start();
     });
     if (session != nullptr) {
         connect(session, &DeviceSession::envelope, this, [this](const QJsonObject &envelope) {
@@ -108,25 +85,24 @@ void StatusPanel::refresh()
 }
 
 // The same method starts the test and tells how far it has got.
-void StatusPanel::runNetworkTest(int attempt)
+AnswerPoll::Calls StatusPanel::networkTestCalls()
 {
-    if (!session()) {
-        m_testButton->setEnabled(true);
-    }
-    call(
-        u"networkTest"_s, {},
-        [this, attempt](const RpcResult &result) { onNetworkTest(result, attempt); },
-        testTimeoutMs);
-}
-
-void StatusPanel::onNetworkTest(const RpcResult &result, int attempt)
-{
-    const bool goesOn = result.ok && !isNetworkTestDone(result.result) && attempt < lastTestAttempt;
-    m_test->showText(result.ok ? networkTestText(result.result) : result.errorMessage);
-    m_testButton->setEnabled(!goesOn);
-    if (goesOn) {
-        QTimer::singleShot(testPause, this, [this, attempt] { runNetworkTest(attempt + 1); });
-    }
+    return {.ask =
+                [this](const RpcClient::Callback &callback) {
+                    return call(u"networkTest"_s, {}, callback, testTimeoutMs);
+                },
+            .take =
+                [this](const QJsonObject &answer) {
+                    m_test->showText(networkTestText(answer));
+                    return !isNetworkTestDone(answer);
+                },
+            .end =
+                [this](bool contact, const QString &error) {
+                    m_testButton->setEnabled(true);
+                    if (!contact) {
+                        m_test->showText(error);
+                    }
+                }};
 }
 
 } // namespace tallyforge

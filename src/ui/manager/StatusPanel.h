@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "ui/manager/AnswerPoll.h"
 #include "ui/manager/PanelBase.h"
 
 class QPushButton;
@@ -23,13 +24,13 @@ public:
     void refresh() override;
 
 private:
-    void runNetworkTest(int attempt);
-    void onNetworkTest(const RpcResult &result, int attempt);
+    AnswerPoll::Calls networkTestCalls();
 
     ReadOnlyBox *m_device = nullptr;
     ReadOnlyBox *m_scoreboard = nullptr;
     ReadOnlyBox *m_test = nullptr;
     QPushButton *m_testButton = nullptr;
+    AnswerPoll *const m_networkTest;
 };
 
 } // namespace tallyforge

@@ -8,7 +8,6 @@
 #include "ui/manager/RestartBanner.h"
 #include "ui/manager/WirelessGroup.h"
 #include "ui/widgets/MessageLine.h"
-#include "ui/widgets/Question.h"
 #include "ui/widgets/ScrolledColumn.h"
 
 #include <QVBoxLayout>
@@ -156,11 +155,11 @@ void WifiPanel::linkAction()
 
 void WifiPanel::askToStopTransmitter()
 {
-    askToConfirm(this, tr("Switch off the wireless transmitter"),
-                 tr("The device will stop sending its scores to the wireless receiver and restart "
-                    "so it can use Wi-Fi. The receiver's pairing is kept, so you can switch back "
-                    "later.\n\nContinue?"),
-                 [this] { stopTransmitter(); });
+    confirm(tr("Switch off the wireless transmitter"),
+            tr("The device will stop sending its scores to the wireless receiver and restart "
+               "so it can use Wi-Fi. The receiver's pairing is kept, so you can switch back "
+               "later.\n\nContinue?"),
+            [this] { stopTransmitter(); });
 }
 
 void WifiPanel::stopTransmitter()
@@ -186,12 +185,12 @@ void WifiPanel::stopTransmitter()
 
 void WifiPanel::askToTransmit(const QString &address, const QString &key, bool generate)
 {
-    askToConfirm(this, tr("Use the wireless receiver"),
-                 tr("The device will stop using Wi-Fi and send its scores to the Tallyforge "
-                    "wireless receiver, then restart. Its scores reach the cloud through a "
-                    "computer connected to that receiver.\n\nMake sure the receiver is set up "
-                    "first - you can switch back over USB or Bluetooth.\n\nContinue?"),
-                 [this, address, key, generate] { transmit(address, key, generate); });
+    confirm(tr("Use the wireless receiver"),
+            tr("The device will stop using Wi-Fi and send its scores to the Tallyforge "
+               "wireless receiver, then restart. Its scores reach the cloud through a "
+               "computer connected to that receiver.\n\nMake sure the receiver is set up "
+               "first - you can switch back over USB or Bluetooth.\n\nContinue?"),
+            [this, address, key, generate] { transmit(address, key, generate); });
 }
 
 void WifiPanel::transmit(const QString &address, const QString &key, bool generate)

@@ -10,8 +10,9 @@ using namespace Qt::StringLiterals;
 
 namespace tallyforge {
 
-ManagerPage::ManagerPage(QWidget *parent)
+ManagerPage::ManagerPage(SettingsStore &settings, QWidget *parent)
     : SetupPage(Content::ScrollsItself, parent)
+    , m_settings(settings)
 {
     auto *row = new QHBoxLayout;
     column()->addLayout(row);
@@ -31,7 +32,7 @@ DeviceManager *ManagerPage::install(DeviceSession *session, const QString &title
 {
     dropManager();
     setTitleText(m_title, title);
-    m_manager = new DeviceManager(session, content());
+    m_manager = new DeviceManager(session, m_settings, content());
     m_place->addWidget(m_manager);
     setFirstField(m_manager);
     return m_manager;

@@ -13,6 +13,7 @@ namespace tallyforge {
 
 class DeviceManager;
 class DeviceSession;
+class SettingsStore;
 
 /// Everything that can be done with the device: its manager below a few buttons.
 class ManagerPage final : public SetupPage
@@ -20,7 +21,8 @@ class ManagerPage final : public SetupPage
     Q_OBJECT
 
 public:
-    explicit ManagerPage(QWidget *parent);
+    /// The settings aren't owned and must outlive the page.
+    ManagerPage(SettingsStore &settings, QWidget *parent);
 
     /// Makes the manager anew, on its first tab. The session isn't owned.
     DeviceManager *install(DeviceSession *session, const QString &title);
@@ -32,6 +34,7 @@ Q_SIGNALS:
     void disconnectRequested();
 
 private:
+    SettingsStore &m_settings;
     QLabel *m_title = nullptr;
     QVBoxLayout *m_place = nullptr;
     QPointer<DeviceManager> m_manager;

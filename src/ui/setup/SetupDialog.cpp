@@ -4,10 +4,10 @@
 #include "ui/setup/SetupDialog.h"
 
 #include "device/DeviceLink.h"
+#include "device/DevicePassword.h"
 #include "device/usb/UsbLink.h"
 #include "plugin/App.h"
 #include "ui/setup/ConnectPage.h"
-#include "ui/setup/DevicePassword.h"
 #include "ui/setup/NetworkAccess.h"
 #include "ui/setup/ReceiverPage.h"
 #include "ui/setup/ReceiverPairing.h"

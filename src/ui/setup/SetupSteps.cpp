@@ -137,7 +137,7 @@ DonePage *SetupDialog::donePage()
 ManagerPage *SetupDialog::managerPage()
 {
     if (m_manager == nullptr) {
-        m_manager = fill(Manager, new ManagerPage(m_pages));
+        m_manager = fill(Manager, new ManagerPage(m_app->settings(), m_pages));
         connect(m_manager, &ManagerPage::useRequested, this, [this] { useInObs(deviceName()); });
         connect(m_manager, &ManagerPage::disconnectRequested, this, &SetupDialog::endByUser);
     }
@@ -250,6 +250,8 @@ void SetupDialog::openManager()
 {
     if (m_held.get() != nullptr) {
         DeviceManager *manager = managerPage()->install(m_held.get(), deviceName());
+        connect(manager, &DeviceManager::apiToken, this, &SetupDialog::rememberToken);
+        connect(manager, &DeviceManager::passwordChanged, this, &SetupDialog::rememberPassword);
         showPage(Manager);
         manager->showPage(0);
     }

@@ -3,7 +3,7 @@
 
 #include "ui/setup/SignInPage.h"
 
-#include "ui/setup/DevicePassword.h"
+#include "device/DevicePassword.h"
 #include "ui/widgets/MessageLine.h"
 #include "ui/widgets/TextField.h"
 
