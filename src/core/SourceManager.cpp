@@ -69,6 +69,13 @@ void SourceManager::useLan(const QString &deviceId, const LanDevice &device)
     announce(news, tr("Connecting to %1 on your network…").arg(label));
 }
 
+void SourceManager::updateLan(const QString &deviceId, const LanDevice &device)
+{
+    if (m_mode == Mode::Lan && m_deviceId == deviceId) {
+        m_feed->setAccess(device.host, device.token);
+    }
+}
+
 void SourceManager::useSession(DeviceSession *session, const QString &label)
 {
     const Announcement news = beginRoute(Mode::Session, session->deviceId(), label, session);

@@ -52,6 +52,9 @@ public:
     void useCloud(const QString &deviceId);
     /// Follows a device through its feed on the local network.
     void useLan(const QString &deviceId, const LanDevice &device);
+    /// This device has another address or token now. A route to it over the network goes on with
+    /// them.
+    void updateLan(const QString &deviceId, const LanDevice &device);
     /// Follows the device of a session, over whatever link that has, until another route is chosen.
     /// A caller that is done with the session makes it the manager's child; see sessionLeft().
     void useSession(DeviceSession *session, const QString &label);

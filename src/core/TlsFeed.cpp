@@ -55,6 +55,16 @@ void TlsFeed::connectTo(const QString &host, quint16 port, const QString &token)
     openSocket();
 }
 
+void TlsFeed::setAccess(const QString &host, const QString &token)
+{
+    if (isAuthenticated()) {
+        m_host = host;
+        m_token = token;
+    } else {
+        connectTo(host, m_port, token);
+    }
+}
+
 void TlsFeed::stop()
 {
     const bool wasAuthenticated = isAuthenticated();

@@ -44,6 +44,10 @@ public:
     /// Starts over with another device. Port 0 means the default port.
     void connectTo(const QString &host, quint16 port, const QString &token);
 
+    /// The same device is reached like this from now on. A connection that it has accepted goes on;
+    /// without one, the feed starts over.
+    void setAccess(const QString &host, const QString &token);
+
     /// Ends the connection and all retries. Emits connectedChanged(false, "") if it was
     /// authenticated.
     void stop();

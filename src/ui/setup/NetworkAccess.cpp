@@ -12,7 +12,9 @@ namespace tallyforge {
 void storeNetworkAccess(App &app, const QString &id, const QString &host, const QString &token)
 {
     if (!id.isEmpty() && !host.isEmpty() && !token.isEmpty()) {
-        app.settings().setLanDevice(id, {host, token, id});
+        const LanDevice device{host, token, id};
+        app.settings().setLanDevice(id, device);
+        app.sources()->updateLan(id, device);
     }
 }
 

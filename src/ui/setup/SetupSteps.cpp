@@ -208,9 +208,14 @@ void SetupDialog::rememberAccess()
 
 void SetupDialog::rememberToken(const QString &token)
 {
-    if (m_app && m_held.get() != nullptr) {
-        storeNetworkAccess(*m_app, m_held.get()->deviceId(), m_held.get()->wifiIp(), token);
+    if (!m_app || m_held.get() == nullptr) {
+        return;
     }
+    // A device that isn't on Wi-Fi just now is followed at the address that it had.
+    const QString id = m_held.get()->deviceId();
+    const QString address = m_held.get()->wifiIp();
+    storeNetworkAccess(*m_app, id,
+                       address.isEmpty() ? m_app->settings().lanDevice(id).host : address, token);
 }
 
 void SetupDialog::onWifiJoined()
