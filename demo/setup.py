@@ -94,6 +94,18 @@ class SetupWindow(Window):
     def show_tab(self, title):
         self.desktop.click_item("QTabBar", title)
 
+    def answer(self, title, button):
+        """Answers the question whose title begins so."""
+        wait_until(lambda: self.window(title), what=f"the question {title}")
+        self.press(title, button)
+        wait_until(lambda: not self.window(title), what=f"the question {title} to go")
+
+    def ask_then(self, name, title, button="Yes"):
+        """Clicks a button that asks something first, and answers."""
+        self.wait_for(name, enabled=True)
+        self.click(name)
+        self.answer(title, button)
+
     def close(self):
         self.key("Escape")
         self.wait_until_closed()

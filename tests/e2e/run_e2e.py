@@ -14,6 +14,7 @@ sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "demo"))
 import docks
 import graphics
 import language
+import managers
 import scenarios
 import server
 import setups
@@ -29,7 +30,9 @@ SCENARIOS = {run.__name__: run for run in (
     update.update_killed, update.update_closed, docks.dock_sign_in, docks.dock_choice,
     docks.dock_scene, docks.dock_server, docks.dock_update, docks.dock_keyboard,
     docks.dock_narrow, setups.setup_first, setups.setup_live, setups.setup_network,
-    setups.setup_receiver, setups.setup_bluetooth, setups.setup_unplugged, setups.setup_closing)}
+    setups.setup_receiver, setups.setup_bluetooth, setups.setup_unplugged, setups.setup_closing,
+    managers.manager_security, managers.manager_update, managers.manager_refused,
+    managers.manager_tools, managers.manager_closing)}
 
 
 def main():
