@@ -7,6 +7,7 @@ import json
 import signal
 import sys
 import time
+from functools import partial
 
 import games
 from certs import CertError, server_context
@@ -20,6 +21,7 @@ from lan_admin import LanFace
 from net import ListenError, is_loopback, log, quoted_host
 from options import arguments
 from portal import Portal
+from power import GOODBYE_SECONDS
 from updates import Updates
 from venue import Venue
 
@@ -48,9 +50,16 @@ def _with_ports(venue, first_port):
         taken[device.address] = taken.get(device.address, 0) + 1
 
 
-def _feeds(venue, faults, first_port, tls):
-    return {device.id: Feed(venue, faults, device, port, tls)
-            for device, port in _with_ports(venue, first_port)}
+def _feeds(venue, faults, first_port, tls, admins):
+    feeds = {device.id: Feed(venue, faults, device, port, tls)
+             for device, port in _with_ports(venue, first_port)}
+    for device_id, feed in feeds.items():
+        admin = admins[device_id]
+        feed.is_served = admin.serves_feed
+        admin.power.hooks.append(feed.look_again)
+        admin.on_settings.append(feed.look_again)
+        admin.on_token.append(partial(admin.clock.later, GOODBYE_SECONDS, feed.end_old_tokens))
+    return feeds
 
 
 def _lan_faces(venue, faults, first_port, admins):
@@ -100,10 +109,10 @@ async def _run(options):
     venue, faults = _venue(options), Faults(UsbFaults(), LanFaults())
     tls, fingerprint, authority = server_context(options.host, options.cert, options.key,
                                                  options.ca_dir)
-    portal = Portal(venue, faults, options.host, options.portal_port, tls)
-    feeds = _feeds(venue, faults, options.feed_port, tls)
     hardware = Hardware(venue, faults, options.pace, fingerprint, options.usb, options.receiver,
                         options.ble)
+    portal = Portal(venue, faults, options.host, options.portal_port, tls, hardware.admins)
+    feeds = _feeds(venue, faults, options.feed_port, tls, hardware.admins)
     lan = _lan_faces(venue, faults, options.lan_port, hardware.admins)
     venue.on_change = lambda device: {"feed_ns": feeds[device.id].publish(),
                                       "usb_ns": hardware.publish(device)}

@@ -4,14 +4,15 @@
 
 import secrets
 
-import upgrades
+from device_log import DeviceLog
 from power import Power
 from radio import Radio
 from settings import CHOICE, Settings
 from signin import FACTORY_PASSWORD, Password, Refused
+from updating import Updating
+from upgrades import NetworkTest
 from wifi import NETWORKS, Wifi
 
-LOG_LINES = 200
 DURATIONS = {"scanWifi": 4, "otaCheck": 1.5, "configureWifi": 0.3}
 
 
@@ -29,9 +30,9 @@ class Admin:
         self.cloud_route = lambda: ""
         self.power = Power(clock, self._come_up)
         self.on_settings = []      # called when the cloud connection's settings may have changed
+        self.on_token = []         # called when another token holds
         self.logins = 0
         self.requests = {}         # method -> how often
-        self.log_padding = 0
         self.wifi = Wifi(clock, device.address, NETWORKS)
         self.wifi.joined = None if self.password.must_change else NETWORKS[0].ssid
         for network in NETWORKS:
@@ -39,17 +40,14 @@ class Admin:
                 venue.secret(network.password)
         self.radio = Radio(venue.secret)
         self.settings = Settings(on_usb)
-        self.network_test = upgrades.NetworkTest(clock)
-        self.firmware = upgrades.firmware(clock, device.firmware, self._upgraded)
-        self.chip = upgrades.chip(clock, self._upgraded)
+        self.network_test = NetworkTest(clock)
+        self.updating = Updating(clock, self.wifi, self.power, device.firmware)
         self._erase = False
-        self._log = []
+        self.log = DeviceLog()
         self.note("started")
 
     def note(self, text):
-        """A line of the device's own log, which any signed-in user may read."""
-        self._log.append(f"{self.power.uptime:10.3f} {text}")
-        del self._log[:-LOG_LINES]
+        self.log.note(self.power.uptime, text)
 
     def handle(self, method, params, session):
         """The method's result; raises Refused. A breach of the format is recorded as well."""
@@ -102,9 +100,14 @@ class Admin:
 
     def ensure_token(self, params, _):
         if params.get("force_new"):
-            self.device.token = self._venue.secret(secrets.token_urlsafe(24))
+            self._renew_token()
         self.token_made = True
         return {"token": self.device.token}
+
+    def _renew_token(self):
+        self.device.token = self._venue.secret(secrets.token_urlsafe(24))
+        for hook in self.on_token:
+            hook()
 
     def passkey(self, _, session):
         if session.carrier == "ble":
@@ -116,7 +119,7 @@ class Admin:
 
     def status(self, *_):
         route = "wifi" if self.wifi.ip else self.cloud_route()
-        return {"device_id": self.device_id, "firmware_version": self.firmware.version,
+        return {"device_id": self.device_id, "firmware_version": self.updating.firmware.version,
                 **self.wifi.status(), "eth_ip": "", "mqtt_transport": route,
                 "mqtt_connected": self.cloud_account and bool(route),
                 "tcp_clients": self.device.feed_clients, "reset_reason": self.power.reason,
@@ -125,13 +128,14 @@ class Admin:
                 "must_change_password": self.password.must_change,
                 "api_token_configured": self.token_made, "espnow": self.radio.shown()}
 
+    def serves_feed(self):
+        return not self.power.down and self.settings.is_on("tcp_feed_enabled")
+
     def state(self, *_):
         return self.device.envelope()
 
     def logs(self, *_):
-        text = "\n".join(self._log)
-        return {"logs": text + "\n" + "." * (self.log_padding - len(text) - 1)
-                if self.log_padding > len(text) else text}
+        return {"logs": self.log.text()}
 
     def get_id(self, *_):
         return {"device_id": self.device_id}
@@ -198,48 +202,10 @@ class Admin:
 
     # Restarts and updates
 
-    def check_firmware(self, *_):
-        offered = self.firmware.offered
-        return {"current_version": self.firmware.version, "error": self.firmware.check_error,
-                "update_available": bool(offered) and offered != self.firmware.version,
-                "version": offered or ""}
-
-    def apply_firmware(self, *_):
-        self._start(self.firmware)
-        return {"status": "ok"}
-
-    @staticmethod
-    def _start(upgrade):
-        if upgrade.running:
-            raise Refused("update_running", "An update is running already.")
-        if not upgrade.offered:
-            raise Refused("no_update", "There is no update to install.")
-        upgrade.start()
-
-    def firmware_progress(self, *_):
-        state, moved, error = self.firmware.state()
-        return {"state": state, "total_bytes": self.firmware.size, "bytes_read": moved,
-                "error": error}
-
-    def _the_chip(self):
-        if not self.chip:
-            raise Refused("not_supported", "This device has no wireless chip of that kind.")
-        return self.chip
-
-    def chip_status(self, *_):
-        chip = self._the_chip()
-        state, moved, error = chip.state()
-        return {"c6_running_version": chip.version, "state": state, "total_bytes": chip.size,
-                "bytes_sent": moved, "error": error}
-
     def apply_chip(self, params, session):
         if params["source"] != "partition":
             raise self._broken(session, "c6OtaApply", "the source is not partition")
-        self._start(self._the_chip())
-        return {"status": "ok"}
-
-    def _upgraded(self, _):
-        self.power.restart("update", 0)
+        return self.updating.apply_chip()
 
     def reboot(self, *_):
         self.power.restart("software")
@@ -257,17 +223,17 @@ class Admin:
             self._erase_all()
         self.radio.restart()
         self.wifi.restart(self.radio.role == "tx")
-        for upgrade in filter(None, (self.firmware, self.chip)):
-            upgrade.finish_restart()
-        self.device.firmware = self.firmware.version
-        self._log = []
+        self.updating.finish_restart()
+        self.device.firmware = self.updating.firmware.version
+        self.log.clear()
         self.note(f"started after {self.power.reason}")
 
     def _erase_all(self):
         self.password.set(FACTORY_PASSWORD)
         self.token_made = self.cloud_account = False
         self.broker = {}
-        self.device.token = self._venue.secret(secrets.token_urlsafe(24))
+        self._renew_token()
+        self.device_id = self.device.id
         self.password.unlock()
         self.wifi.forget()
         self.radio.reset()
@@ -309,10 +275,10 @@ METHODS = {   # method -> action, the keys of its params with their types, furth
     "networkTest": (lambda admin, *_: admin.network_test.ask(), {}, {}),
     "getSettings": (lambda admin, *_: admin.settings.values, {}, {}),
     "setSettings": (Admin.set_settings, Settings.kinds, {}),
-    "otaCheck": (Admin.check_firmware, {}, {}),
-    "otaApply": (Admin.apply_firmware, {}, {}),
-    "otaProgress": (Admin.firmware_progress, {}, {}),
-    "c6OtaStatus": (Admin.chip_status, {}, {}),
+    "otaCheck": (lambda admin, *_: admin.updating.check(), {}, {}),
+    "otaApply": (lambda admin, *_: admin.updating.apply(), {}, {}),
+    "otaProgress": (lambda admin, *_: admin.updating.progress(), {}, {}),
+    "c6OtaStatus": (lambda admin, *_: admin.updating.chip_status(), {}, {}),
     "c6OtaApply": (Admin.apply_chip, {"source": str, "force": bool}, {}),
     "blePasskey": (Admin.passkey, {}, {}),
     "getDeviceId": (Admin.get_id, {}, {}),

@@ -3,13 +3,25 @@
 """A little cloud on loopback, at the far end of the tunnels of a device on USB."""
 
 import asyncio
+import re
 
 from flow import Flow, noise
 from net import Listener, reset, streams
 
-MODES = {"pipe": "echo", "echo": "echo", "sink": "sink", "source": "source", "ota": "source"}
+MODES = {"pipe": "echo", "echo": "echo", "sink": "sink", "source": "source", "ota": "download"}
 PIECE = 16384
 KEPT = 50
+REQUEST = re.compile(rb"GET (\d{1,8})\n")
+
+
+def image_request(count):
+    """What a device asks the update server for."""
+    return b"GET %d\n" % count
+
+
+def image(count):
+    """The firmware image of that many bytes, in pieces."""
+    return noise(count, count, PIECE)
 
 
 class Connection:
@@ -24,7 +36,8 @@ class Connection:
 
 
 class Target:
-    """One port: "echo" sends back what comes, "sink" swallows it, "source" sends by itself."""
+    """One port: "echo" sends back what comes, "sink" swallows it, "source" sends by itself,
+    "download" sends the firmware image that it is asked for."""
 
     def __init__(self, mode):
         self.mode = mode
@@ -46,6 +59,9 @@ class Target:
                 await self._send(connection, self.source_bytes, 1)
                 writer.close()
                 await lost.wait()
+            elif self.mode == "download":
+                await self._serve_image(reader, connection)
+                await lost.wait()
             while data := await reader.read(PIECE):
                 connection.received.add(data)
                 if self.mode == "echo":
@@ -53,6 +69,14 @@ class Target:
         finally:
             connection.open = False
             writer.transport.abort()
+
+    async def _serve_image(self, reader, connection):
+        line = await reader.readline()
+        connection.received.add(line)
+        asked = REQUEST.fullmatch(line)
+        for data in image(int(asked[1])) if asked else ():
+            await self._write(connection, data)
+        connection.writer.close()
 
     @staticmethod
     async def _write(connection, data):

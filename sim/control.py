@@ -63,7 +63,7 @@ class Control:
                         for d in venue.devices.values()},
             "portal": {"requests": portal.requests, "by_path": portal.by_path,
                        "sessions": len(venue.sessions), "hanging": portal.hanging,
-                       "links": portal.links},
+                       "links": portal.links, "queued": portal.commands.queued},
             "updates": self._updates and self._updates.shown(),
             "faults": self._faults.shown(),
             "violations": venue.violations,
@@ -99,6 +99,7 @@ class Control:
         device_id, fields, sport, online, raw = take(
             body_of(request), device=str, fields=dict, sport=str, online=bool, raw=dict)
         moments = self._venue.change(self._device(device_id), fields, sport, online, raw)
+        self._portal.commands.run_queue()
         return {"revision": self._venue.revision, **moments}
 
     def sent(self, request):

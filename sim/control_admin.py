@@ -6,9 +6,10 @@ from upgrades import CHECKS
 from wifi import JOINS, Network
 from wishes import ControlError, take, within
 
-UPGRADE_KEYS = {"version": (str,), "offered": (str, type(None)), "error": (str,),
-                "check_error": (str,), "bytes": (int,)}
-LOG_LIMIT = 60000
+UPGRADE_KEYS = {"version": (str,), "offered": (str, type(None)), "error": (str, type(None)),
+                "check_error": (str,), "bytes": (int,), "fails_in": (str,), "total": (bool,),
+                "waits": (bool,), "stages": (list,)}
+LOG_LIMIT = 1 << 20
 
 
 def _set_networks(admin, networks):
@@ -26,12 +27,37 @@ def _set_networks(admin, networks):
     admin.wifi.networks = found
 
 
+def _is_stage(stage):
+    return isinstance(stage, list) and len(stage) == 2 and isinstance(stage[0], str) \
+        and type(stage[1]) in (int, float) and 0 <= stage[1] <= 1e6
+
+
 def _set_upgrade(upgrade, wish):
     for key, value in wish.items():
         if key not in UPGRADE_KEYS or type(value) not in UPGRADE_KEYS[key]:
             raise ControlError(f"An update takes {', '.join(UPGRADE_KEYS)}.")
+    if not wish.get("stages", True) or not all(map(_is_stage, wish.get("stages", ()))):
+        raise ControlError("stages is a list of one or more pairs of a name and seconds.")
+    if upgrade.running:
+        raise ControlError("An update is running.", 409)
+    within(wish.get("bytes"), 0, 1 << 28, "bytes")
     for key, value in wish.items():
         setattr(upgrade, "size" if key == "bytes" else key, value)
+
+
+def _set_chip(admin, wish):
+    updating = admin.updating
+    if not wish:
+        updating.chip = None
+        return
+    if not updating.chip:
+        updating.add_chip()
+    _set_upgrade(updating.chip, wish)
+
+
+def _set_settings(admin, wish):
+    admin.settings.put(wish)
+    admin.settings_changed()
 
 
 def _set_checks(admin, failing):
@@ -42,7 +68,7 @@ def _set_checks(admin, failing):
 
 def _set_logs(admin, count):
     within(count, 0, LOG_LIMIT, "log_bytes")
-    admin.log_padding = count
+    admin.log.wished_bytes = count
 
 
 def _set_cloud_account(admin, there):
@@ -72,14 +98,14 @@ ADMIN_KEYS = {   # key -> its type, what it does
     "radio": (bool, _setter("available", "radio")),
     "espnow": (dict, _set_link),
     "radio_error": (str, _setter("broken", "radio")),
+    "settings": (dict, _set_settings),
     "controllers": (list, _setter("controllers", "settings")),
     "controller": (dict, _setter("choice", "settings")),
     "cloud_account": (bool, _set_cloud_account),
     "checks": (dict, _set_checks),
     "test_hangs": (bool, _setter("hangs", "network_test")),
-    "firmware": (dict, lambda admin, wish: _set_upgrade(admin.firmware, wish)),
-    "chip": (dict, lambda admin, wish: _set_upgrade(admin.chip, wish) if wish else
-             setattr(admin, "chip", None)),
+    "firmware": (dict, lambda admin, wish: _set_upgrade(admin.updating.firmware, wish)),
+    "chip": (dict, _set_chip),
     "log_bytes": (int, _set_logs),
     "restart": (bool, lambda admin, _: admin.power.restart("power_on", 0)),
 }

@@ -55,17 +55,16 @@ class HardwareControl:
 
     def shown(self, device):
         admin = self._hardware.admins[device.id]
-        upgrades = {name: {"version": upgrade.version, "state": upgrade.state()[0]}
-                    for name, upgrade in (("firmware", admin.firmware), ("chip", admin.chip))
-                    if upgrade}
         faces = {name: self._hardware.faces.get((device.id, name)) for name in ("usb", "receiver")}
         return {
             "admin": {"device_id": admin.device_id,
-                      "must_change_password": admin.password.must_change, "logins": admin.logins, "requests": admin.requests,
+                      "must_change_password": admin.password.must_change,
+                      "logins": admin.logins, "requests": admin.requests,
                       "wifi": admin.wifi.status(), "radio": admin.radio.shown(),
                       "controller": admin.settings.choice, "settings": admin.settings.values,
                       "cloud_account": admin.cloud_account, "token_made": admin.token_made,
-                      "restarts": admin.power.restarts, "down": admin.power.down, **upgrades},
+                      "restarts": admin.power.restarts, "down": admin.power.down,
+                      **admin.updating.shown()},
             **{name: face and face.shown() for name, face in
                {**faces, "ble": self._hardware.radios.get(device.id)}.items()}}
 

@@ -46,6 +46,7 @@ class Client:
 
     def __init__(self, writer):
         self.writer = writer
+        self.token = None       # the one that it was let in with
         self.held = []          # lines held back until another joins them, with their revisions
         self.pieces = deque()   # of split lines
         self.dripping = None
@@ -77,6 +78,7 @@ class Feed:
         self._tls = tls
         self._clients = set()
         self._fault_over = asyncio.Event()
+        self.is_served = lambda: True   # whether the device offers its feed at all
         self.listener = Listener(device.address, port, self._serve)
         device.port = self.listener.port
 
@@ -96,15 +98,26 @@ class Feed:
                     self._send_state(client)
                 if kind == "late-auth-fail":
                     self._expel(client)
-        if kind in ("refuse", "away"):
+        served = self.is_served()
+        if kind in ("refuse", "away") or not served:
             self.listener.shut()
         else:
             self.listener.open()
-        if kind == "away" or passing == "drop":
+        if kind == "away" or passing == "drop" or not served:
             self.listener.drop_connections()
         elif passing == "reset":
             for client in self._clients:
                 reset(client.writer)
+
+    def look_again(self, *_):
+        """The device may have gone down or come up, or its feed was switched on or off."""
+        self.apply_faults(self._fault)
+
+    def end_old_tokens(self):
+        """Clients whose token holds no longer are cut off, without a word."""
+        for client in list(self._clients):
+            if client.token != self._device.token:
+                client.writer.close()
 
     async def _serve(self, sock):
         self._device.feed_connects += 1
@@ -150,6 +163,7 @@ class Feed:
             log(f"feed {self._device.id}: a token was refused")
             client.writer.write(_line({"type": "auth_fail"}))
             return False
+        client.token = token
         return True
 
     async def _live(self, reader, client):

@@ -21,6 +21,13 @@ class Flow:
         self.pieces += 1
         self._digest.update(data)
 
+    def is_of(self, pieces):
+        """Whether these bytes, and no others, have passed."""
+        digest = hashlib.sha256()
+        for piece in pieces:
+            digest.update(piece)
+        return digest.digest() == self._digest.digest()
+
     def shown(self):
         return {"bytes": self.bytes, "pieces": self.pieces, "sha256": self._digest.hexdigest(),
                 "first_ns": self._first, "last_ns": self._last}

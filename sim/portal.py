@@ -9,6 +9,7 @@ from email.utils import formatdate
 from time import time
 from urllib.parse import unquote
 
+from commands import NAMES, Commands, Unreached
 from faults import Hanging
 from httpd import HttpServer, Response
 from net import first_of, log
@@ -17,11 +18,11 @@ from venue import KEPT, VERSION, now_ms, same_secret
 COOKIE = "tf_session"
 COOKIE_SECONDS = 30 * 24 * 3600
 AGENT = re.compile(r"Tallyforge-OBS/\d+\.\d+\.\d+(-[0-9A-Za-z.]+)?")
-COMMANDS = ("get_status", "ota_check", "reboot")
 CARRIERS = ("usb", "ble", "manual")
 
 NOT_SIGNED_IN = {"detail": {"error": "not_authenticated"}}
 NOT_YOURS = {"detail": {"error": "device_not_found_or_not_owned"}}
+UNREACHED = {"detail": {"error": "device_unreachable_or_timeout"}}
 
 
 class Refusal(Exception):
@@ -72,8 +73,9 @@ def _cookie(value, seconds):
 
 
 class Portal(Hanging):
-    def __init__(self, venue, faults, host, port, tls):
+    def __init__(self, venue, faults, host, port, tls, admins):
         self._venue = venue
+        self.commands = Commands(venue.devices, admins, self.status)
         self._faults = faults
         self.requests = 0
         self.by_path = {}
@@ -87,6 +89,7 @@ class Portal(Hanging):
             self.listener.drop_connections()
         else:
             self.listener.open()
+        self.commands.run_queue()
 
     def _not_http(self, reason):
         self._venue.violation(f"portal: {reason}")
@@ -228,21 +231,20 @@ class Portal(Hanging):
     def command(self, request, parts):
         _body(request, args=dict)
         device, command = self._device(parts[1]), parts[3]
-        if command not in COMMANDS:
+        if command not in NAMES:
             raise broken("there is no such command")
-        online = self.status(device) == "online"
-        if command == "reboot":
-            return Response(200, {"ok": True, "queued": not online, "data": {}})
-        if not online:
-            raise Refusal(504, {"detail": {"error": "device_unreachable_or_timeout"}})
-        data = {"update_available": False, "current": device.firmware} if command == "ota_check" else \
-            {"device_id": device.id, "fw_version": device.firmware, "sport": device.sport,
-             "wifi_rssi": -52, **device.config}
-        return Response(200, {"ok": True, "queued": False, "data": data})
+        try:
+            return Response(200, self.commands.run(device, command))
+        except Unreached:
+            raise Refusal(504, UNREACHED) from None
 
     def config(self, request, parts):
         device = self._device(parts[1])
-        device.config = _body(request, config=dict)["config"]
+        config = _body(request, config=dict)["config"]
+        try:
+            self.commands.configure(device, config)
+        except Unreached:
+            raise Refusal(504, UNREACHED) from None
         return Response(200, {"ok": True})
 
     def link(self, request, _):

@@ -39,6 +39,14 @@ class Settings:
         self.choice = dict(CONTROLLERS[1])
         self.controllers = list(CONTROLLERS)
 
+    def is_on(self, key):
+        return bool(self.values.get(key))
+
+    def put(self, values):
+        """These values from now on, whether a host could set them or not; None takes a key away."""
+        self.values = {key: value for key, value in (self.values | values).items()
+                       if value is not None}
+
     @staticmethod
     def kinds(params):
         """The keys that setSettings takes along with these values, and their types."""
@@ -54,6 +62,11 @@ class Settings:
         if choice not in self.controllers:
             raise ValueError("This device cannot read that scoreboard.")
         self.choice = choice
+
+    def choose(self, config):
+        """Takes a scoreboard from the account, which asks nobody whether there is such a one."""
+        self.choice = self.choice | {key: config[key] for key in CHOICE
+                                     if isinstance(config.get(key), str)}
 
     def set(self, params):
         for key, (low, high) in RANGES.items():

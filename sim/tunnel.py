@@ -31,6 +31,11 @@ class Stream:
         self.sent = Flow()
         self.received = Flow()
         self.opened_ns = self.closed_ns = None
+        self.on_change = None      # called when it opens, receives data or ends
+
+    def changed(self):
+        if self.on_change:
+            self.on_change()
 
     @property
     def alive(self):
@@ -38,6 +43,7 @@ class Stream:
 
     def end(self, state, reason):
         self.state, self.reason, self.closed_ns = state, reason, time.monotonic_ns()
+        self.changed()
 
     def shown(self):
         return {"name": self.name, "state": self.state, "reason": self.reason,
@@ -107,14 +113,18 @@ class Tunnel:
     def _message(self, number, kind, payload=b""):
         self._port.send(wire.frame(wire.STREAM, wire.stream_message(number, kind, payload)))
 
-    def open(self, name, window):
+    def tell(self, number, data):
+        self._live(number).sent.add(data)
+        self._message(number, wire.DATA, data)
+
+    def open(self, name, window=WINDOW):
         for _ in range(255):
             self._last_id = self._last_id % 255 + 1
             if self._last_id not in self.streams or not self.streams[self._last_id].alive:
                 break
         else:
             raise TunnelError("All 255 streams are in use.")
-        stream = Stream(self._last_id, name, WINDOW if window is None else window)
+        stream = Stream(self._last_id, name, window)
         self.streams[stream.id] = stream
         self._message(stream.id, wire.OPEN, name.encode())
         return stream.id
@@ -186,6 +196,7 @@ class Tunnel:
     def _opened(self, stream, _):
         stream.state, stream.opened_ns = "open", time.monotonic_ns()
         self._top_up(stream)
+        stream.changed()
 
     @staticmethod
     def _failed(stream, reason):
@@ -202,6 +213,7 @@ class Tunnel:
         stream.credit -= len(data)
         stream.received.add(data)
         self._top_up(stream)
+        stream.changed()
         return None
 
     @staticmethod

@@ -7,6 +7,7 @@ import json
 import time
 
 import usb_wire as wire
+from download import STREAM
 from net import ListenError, log
 from receiver_talk import ReceiverTalk
 from rpc import RpcServer, compact, is_compact
@@ -47,6 +48,7 @@ class UsbFace:
         self._reset()
         admin.power.hooks.append(self._restart)
         admin.on_settings.append(self.tell_tunnel)
+        admin.updating.tunnels.append(self.download_tunnel)
         if not receiver:
             admin.cloud_route = self._route
 
@@ -218,13 +220,13 @@ class UsbFace:
 
     def _tunnel(self):
         """The device's word on its cloud connection, or None."""
-        wanted = self._admin.cloud_account and self._admin.settings.values["usb_tunnel_enabled"]
+        wanted = self._admin.cloud_account and self._admin.settings.is_on("usb_tunnel_enabled")
         return self.told_tunnel or (self._cloud.tunnel() if wanted else None)
 
     def _own_hello(self):
         tunnel = self._tunnel()
         return {"t": "hello", "device_id": self._admin.device_id,
-                "fw": self._admin.firmware.version} | ({"tunnel": tunnel} if tunnel else {})
+                "fw": self._admin.updating.firmware.version} | ({"tunnel": tunnel} if tunnel else {})
 
     def tell_tunnel(self, again=False):
         """A further hello, which tells a host that is there already about another tunnel."""
@@ -233,6 +235,12 @@ class UsbFace:
             self._last_tunnel = self._tunnel()
             self.tunnel.reset()    # a host ends all streams at each hello
             self.send_ctrl(self._own_hello())
+
+    def download_tunnel(self):
+        """The tunnel, if firmware can come through it by what the host knows; else None."""
+        told = self.answered and self.reaches_device and self._tunnel()
+        streams = told and told.get("streams")
+        return self.tunnel if isinstance(streams, dict) and STREAM in streams else None
 
     def _route(self):
         return "usb" if self.answered and self._tunnel() else ""

@@ -351,7 +351,9 @@ class TunnelTest(UsbTest):
         self.assertEqual(peers["echo"].recv(9), b"ball")
         self.steer("/cloud", target="echo", send=100, seed=2)
         self.assertEqual(len(peers["echo"].recv(999)), 100)
-        self.assertEqual(sum(map(len, iter(lambda: peers["ota"].recv(9999), b""))), 65536)
+        self.assertEqual(sum(map(len, iter(lambda: peers["source"].recv(9999), b""))), 65536)
+        peers["ota"].sendall(b"GET 70000\n")
+        self.assertEqual(sum(map(len, iter(lambda: peers["ota"].recv(9999), b""))), 70000)
         peers["sink"].sendall(b"ball")
         while not (came := self.steer("/cloud")["sink"]["connections"][-1]["received"])["bytes"]:
             pass
