@@ -38,7 +38,10 @@ def _set_upgrade(upgrade, wish):
             raise ControlError(f"An update takes {', '.join(UPGRADE_KEYS)}.")
     if not wish.get("stages", True) or not all(map(_is_stage, wish.get("stages", ()))):
         raise ControlError("stages is a list of one or more pairs of a name and seconds.")
-    if upgrade.running:
+    names = [stage[0] for stage in wish.get("stages", upgrade.stages)]
+    if wish.get("fails_in", "") not in ("", *names):
+        raise ControlError(f"fails_in is one of its stages: {', '.join(names)}.")
+    if upgrade.running and "stages" in wish:
         raise ControlError("An update is running.", 409)
     within(wish.get("bytes"), 0, 1 << 28, "bytes")
     for key, value in wish.items():

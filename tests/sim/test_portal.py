@@ -42,6 +42,26 @@ class PortalTest(SimulatorTest):
         self.sim.control("/set", device="A/B c", raw=raw)
         self.assertEqual(self.sim.portal("GET", "/devices/A%2FB%20c/state")[1], raw)
 
+    def test_commands_reach_the_device_that_is_there(self):
+        def ask(path, **body):
+            return self.sim.portal("POST", f"/devices/TF-1001/{path}", body)[:2]
+
+        choice = {"manufacturer": "oes", "model": "ISC9000", "sport": "hockey", "input_type": "rs485"}
+        self.assertEqual(ask("config", config=choice), (200, {"ok": True}))
+        admin = self.sim.state()["devices"]["TF-1001"]["admin"]
+        self.assertEqual(admin["controller"], choice)
+        data = ask("cmd/get_status", args={})[1]["data"]
+        self.assertEqual((data["model"], type(data["network"])), ("ISC9000", dict))
+        self.assertTrue(ask("cmd/ota_check", args={})[1]["data"]["update_available"])
+        self.sim.control("/fault", where="device", kind="offline")
+        self.sim.control("/pace", pace=100)
+        for path, body in (("config", {"config": choice}), ("cmd/get_status", {"args": {}})):
+            self.assertEqual(ask(path, **body)[0], 504)
+        self.assertTrue(ask("cmd/reboot", args={})[1]["queued"])
+        self.assertEqual(self.sim.state()["portal"]["queued"], ["TF-1001"])
+        self.sim.control("/clear")
+        self.wait_for(lambda s: s["devices"]["TF-1001"]["admin"]["restarts"] == 1)
+
     def test_requests_that_break_the_format_are_refused_and_recorded(self):
         login = {"email": "crew@example.com", "password": "x"}
         table = [

@@ -182,6 +182,16 @@ class AdminTest(UsbTest):
         self.addCleanup(client.close)
         self.assertEqual(client.message(), {"type": "auth_ok"})
         self.assertNotEqual(token, self.sim.token)
+        host.call("ensureApiToken", force_new=True)
+        while client.line():    # it is cut off, since its token is an old one
+            pass
+        late = FeedClient(self.sim, line)
+        self.addCleanup(late.close)
+        self.assertEqual(late.message(), {"type": "auth_fail"})
+        self.steer("/admin", device="TF-1", settings={"tcp_feed_enabled": False})
+        with self.assertRaises(OSError):
+            FeedClient(self.sim)
+        self.steer("/admin", device="TF-1", settings={"tcp_feed_enabled": True})
 
     def test_settings_are_kept_and_checked(self):
         host = self.signed_in()
@@ -210,17 +220,69 @@ class AdminTest(UsbTest):
         self.steer("/admin", device="TF-1", firmware={"error": "flash is full"})
         host.call("otaApply")
         self.until(host, "otaProgress", lambda r: r["error"] == "flash is full")
-        self.steer("/admin", device="TF-1", firmware={"error": ""})
+        self.steer("/admin", device="TF-1", firmware={"error": "", "version": "1"})
         offered = host.call("otaCheck")["version"]
         host.call("otaApply")
         self.until(host, "otaProgress", lambda r: r["state"] == "rebooting")
         host.close()
         self.wait_for(lambda s: s["devices"]["TF-1"]["admin"]["firmware"]["version"] == offered)
 
+    def test_updates_take_the_course_that_is_wished(self):
+        host = self.signed_in()
+        table = [
+            ("firmware", "otaApply", {}, "otaProgress", {"total": False, "fails_in": "applying",
+             "error": None, "waits": True}, ["downloading", "applying", "failed"], (0, None)),
+            ("chip", "c6OtaApply", {"source": "partition", "force": False}, "c6OtaStatus",
+             {"stages": [["transferring", 1], ["humming", 1]], "error": "no", "bytes": 9,
+              "fails_in": "humming", "waits": True}, ["transferring", "humming", "failed"],
+             (9, "no"))]
+        for name, start, params, method, wish, states, last in table:
+            self.steer("/admin", device="TF-1", **{name: wish})
+            self.assertEqual(host.call(start, **params), {"status": "ok"})
+            time.sleep(0.2)    # more than the time of the stages, which wait
+            seen = {}
+            reply = self.until(host, method, lambda r: r["state"] == "failed" or
+                               seen.update({r["state"]: r}))
+            self.assertEqual([*seen, reply["state"]], states)
+            self.assertEqual((reply["total_bytes"], reply.get("error")), last)
+            self.steer("/admin", device="TF-1", **{name: {
+                "error": "", "total": True, "waits": False, "fails_in": ""}})
+
+    def test_firmware_comes_through_the_host(self):
+        host = self.signed_in()
+        self.steer("/admin", device="TF-1", joined="", firmware={
+            "version": "1", "bytes": 100000, "waits": True, "error": "", "total": True})
+        told = self.steer("/cloud")["ota"]["port"]
+        for end in (b"dial_failed", b"damaged", b""):
+            self.assertEqual(host.call("otaApply"), {"status": "ok"})
+            number = host.frames_until(5, lambda m: m[1:] == b"\1ota")[0]
+            if end == b"dial_failed":
+                host.write(frame(5, bytes([number, 3]) + end))
+                self.until(host, "otaProgress", lambda r: "could not reach" in r["error"])
+                continue
+            host.write(frame(5, bytes([number, 2])))
+            wish = host.frames_until(5, lambda m: m[1] == 4)[2:]
+            with socket.create_connection(("127.0.0.1", told), 5) as server:
+                server.sendall(wish)
+                data = b"".join(iter(lambda: server.recv(9999), b""))
+            data = data[:-1] + b"?" if end else data
+            for at in range(0, len(data), 500):
+                host.write(frame(5, bytes([number, 4]) + data[at:at + 500]))
+            if end:
+                self.until(host, "otaProgress", lambda r: "damaged" in r["error"])
+        self.until(host, "otaProgress", lambda r: r["state"] == "rebooting")
+        host.close()
+        self.wait_for(lambda s: s["devices"]["TF-1"]["admin"]["firmware"]["version"] == "2.5.0")
+        self.steer("/admin", device="TF-1", joined="Venue", firmware={"waits": False})
+
     def test_long_texts_both_ways(self):
         host = self.signed_in()
         self.steer("/admin", device="TF-1", log_bytes=50000)
         self.assertEqual(len(host.call("getLogs")["logs"]), 50000)
+        self.steer("/admin", device="TF-1", log_bytes=1 << 20)
+        self.assertGreater(len(host.call("getLogs")["logs"]), 62000)
+        self.steer("/admin", device="TF-1", log_bytes=0)
+        self.assertEqual(host.call("getLogs"), {"logs": ""})
         self.assertEqual(host.call("login", password="x" * 5000), "invalid_credentials")
 
     def test_faults_of_replies(self):
@@ -380,7 +442,9 @@ class WishesTest(UsbTest):
                  ("/fault", {"where": "usb", "kind": "busy", "seconds": 1}),
                  ("/fault", {"where": "usb", "kind": "late", "seconds": "x"}),
                  ("/admin", {"networks": [{"name": "x"}]}), ("/admin", {"checks": {"x": ""}}),
-                 ("/admin", {"firmware": {"size": 1}}), ("/pace", {"pace": 0}),
+                 ("/admin", {"firmware": {"size": 1}}),
+                 ("/admin", {"firmware": {"stages": [["x"]]}}),
+                 ("/admin", {"chip": {"fails_in": "x"}}), ("/pace", {"pace": 0}),
                  ("/usb/pipe", {"send": 1, "reset": True}), ("/usb/pipe", {}),
                  ("/ble", {"lose": True}), ("/pairing", {"device": "TF-1"}),
                  ("/usb/receiver", {"key": "x"}), ("/usb/receiver", {"hide": [[]]}),

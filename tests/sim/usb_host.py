@@ -87,6 +87,9 @@ class UsbHost:
                 yield found[1]
             self._read(end - time.monotonic())
 
+    def frames_until(self, kind, wanted):
+        return next(payload for payload in self.frames(kind) if wanted(payload))
+
     def message(self, kind, wanted=lambda _: True, seconds=PATIENCE):
         """The next JSON message in a frame of this kind that fits."""
         return next(m for m in map(json.loads, self.frames(kind, seconds=seconds)) if wanted(m))
