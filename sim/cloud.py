@@ -71,7 +71,10 @@ class Target:
             writer.transport.abort()
 
     async def _serve_image(self, reader, connection):
-        line = await reader.readline()
+        try:
+            line = await reader.readline()
+        except ValueError:
+            line = b""    # it has no end
         connection.received.add(line)
         asked = REQUEST.fullmatch(line)
         for data in image(int(asked[1])) if asked else ():
