@@ -237,7 +237,7 @@ private Q_SLOTS:
                  u"ok"_s);
         backAfterTheRestart(5);
         QCOMPARE(outcome([&](const Told &told) {
-                     s.wirelessLink([&](const WirelessLink &link) {
+                     s.wirelessLink([told](const WirelessLink &link) {
                          told(link.available && link.transmitting && link.paired, link.peerMac);
                      });
                  }),
