@@ -86,7 +86,15 @@ void SourceManager::useSession(DeviceSession *session, const QString &label)
             onSessionStateChanged(DeviceSession::State::Lost, {});
         }
     });
+    const auto isSameRoute = m_generation.watch();
     announce(news, tr("Connected to %1, waiting for scoreboard data…").arg(label));
+    const bool isDown = isSameRoute() && m_session &&
+                        (m_session->state() == DeviceSession::State::Lost ||
+                         m_session->state() == DeviceSession::State::Error ||
+                         m_session->state() == DeviceSession::State::Restarting);
+    if (isDown) { // it won't say so again
+        onSessionStateChanged(m_session->state(), m_session->detail());
+    }
 }
 
 void SourceManager::sessionStopped()

@@ -182,8 +182,8 @@ def manager_tools(stage):
         setup.show_tab("Advanced")
         reset(setup, "reset", "OK")
         reset(setup, " RESET ", "OK")
-        setup.wait_for_text("tallyforgeMessage", "The device is resetting.")
         wait_until(lambda: sim.device(DEVICE)["admin"]["must_change_password"], what="the reset")
+        setup.wait_for_text("tallyforgeSetupTitle", "<b>Connection lost</b>")
 
 
 def reset(setup, text, button):

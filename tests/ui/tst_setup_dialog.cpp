@@ -86,7 +86,6 @@ class TestSetupDialog : public QObject
     void open()
     {
         m_dialog = new SetupDialog(*App::get(), carriers(), nullptr);
-        m_dialog->setAttribute(Qt::WA_DeleteOnClose);
         m_dialog->show();
         QTRY_VERIFY(!text(u"ConnectHint"_s).isEmpty());
     }
@@ -474,8 +473,10 @@ private Q_SLOTS:
     {
         connectTo({"getStatus {}", "getStatus x: No"});
         Q_EMIT m_dialog->findChild<WifiPanel *>()->joined({});
+        QVERIFY(m_dialog->findChild<WifiPanel *>()->isAncestorOf(m_dialog->focusWidget()));
         press(u"SkipWifi"_s);
         QCOMPARE(page(), 3);
+        QVERIFY(m_dialog->findChild<ControllerPanel *>()->isAncestorOf(m_dialog->focusWidget()));
         press(u"SkipController"_s);
         QCOMPARE(text(u"Summary"_s), u"Device: p<1>\nWi-Fi: not connected"_s);
         QVERIFY(page() == 5 && !find(u"Claim"_s)->isVisible() && !find(u"ClaimCode"_s)->isVisible());

@@ -68,7 +68,6 @@ void DevicesGroup::openSetup()
 {
     if (!m_setupDialog) {
         m_setupDialog = new SetupDialog(m_app, m_dialogParent);
-        m_setupDialog->setAttribute(Qt::WA_DeleteOnClose);
     }
     m_setupDialog->show();
     m_setupDialog->raise();

@@ -47,17 +47,20 @@ void Completion::claim(const QString &code)
     }
     m_page->showClaiming();
     const QString kind = session->link()->kind();
+    auto onPage = m_shown.guard([this](const PortalResult &result) {
+        if (result.ok) {
+            m_page->showClaimed();
+        } else {
+            m_page->refuseClaim(result.message);
+        }
+    });
     m_app->portal().linkDevice(session->deviceId(), code, kind == "lan"_L1 ? u"manual"_s : kind,
-                               m_shown.guard([this](const PortalResult &result) {
-                                   if (!result.ok) {
-                                       m_page->refuseClaim(result.message);
-                                       return;
+                               [app = m_app, onPage](const PortalResult &result) mutable {
+                                   onPage(result);
+                                   if (result.ok && app) { // also when the dialog has closed
+                                       app->refreshDevices({});
                                    }
-                                   m_page->showClaimed();
-                                   if (m_app) {
-                                       m_app->refreshDevices({});
-                                   }
-                               }));
+                               });
 }
 
 } // namespace tallyforge

@@ -108,6 +108,7 @@ void ConnectPage::addHost()
     m_host->setObjectName(u"tallyforgeLanHost"_s);
     m_host->setEditable(true);
     m_host->setInsertPolicy(QComboBox::NoInsert);
+    m_host->setCompleter(nullptr); // it would make a known device's number of a typed one
     m_host->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     const QString example = tr("Device number or address, e.g. 0029 or 192.168.1.20");
     m_host->lineEdit()->setPlaceholderText(example);
@@ -214,6 +215,9 @@ void ConnectPage::scanBluetooth()
     m_hint->setText(tr("The device must be paired with this computer first. The 6-digit passkey is "
                        "on the device's label and in your Tallyforge account."));
     m_status->setText(tr("Looking for devices… (about 6 seconds)"));
+    if (m_scanAgain->hasFocus()) {
+        m_list->setFocus();
+    }
     m_scanAgain->setEnabled(false);
     m_carriers.scanBluetooth(
         bluetoothScan, m_scans.guard([this](bool ok, const QList<BleDeviceInfo> &devices, int seen,

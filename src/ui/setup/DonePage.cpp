@@ -45,6 +45,7 @@ void DonePage::showSummary(const QString &text, bool canClaim)
 {
     m_summary->setError(false);
     m_summary->setText(text);
+    m_code->clear(); // it may be another device's
     showClaim(canClaim);
 }
 
@@ -57,6 +58,7 @@ void DonePage::showClaimed()
 {
     m_summary->setError(false);
     m_summary->setText(tr("Added to your account."));
+    m_code->clear();
     showClaim(false);
     announce(m_summary, m_summary->text(), false);
 }
@@ -74,9 +76,6 @@ void DonePage::showClaim(bool show)
     m_claim->setEnabled(true);
     m_code->setVisible(show);
     m_claim->setVisible(show);
-    if (!show) {
-        m_code->clear();
-    }
 }
 
 } // namespace tallyforge

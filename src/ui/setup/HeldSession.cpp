@@ -24,6 +24,12 @@ bool bringsScores(const DeviceSession &session)
     return session.state() == State::Ready || isSending;
 }
 
+// Nobody can answer it once the dialog has gone.
+bool waitsForUser(const DeviceSession &session)
+{
+    return session.state() == State::NeedsPassword || session.state() == State::NeedsNewPassword;
+}
+
 // Later, because it may be in the middle of a call of its own.
 void end(const QPointer<DeviceSession> &session)
 {
@@ -84,6 +90,11 @@ void HeldSession::cancel()
         end(session);
         return;
     }
+    giveBack(session);
+}
+
+void HeldSession::giveBack(const QPointer<DeviceSession> &session)
+{
     session->setParent(m_app->sources());
     if (!bringsScores(*session)) {
         session->stop();
@@ -98,7 +109,7 @@ void HeldSession::disconnect()
     const bool wasLive = isLive();
     const QPointer<DeviceSession> session = take();
     end(session);
-    if (wasLive && m_app && m_app->sources()->session() == session) {
+    if (wasLive && m_app && session && m_app->sources()->session() == session) {
         m_app->sources()->sessionStopped();
     }
 }
@@ -107,7 +118,9 @@ void HeldSession::leave()
 {
     const bool wasLive = isLive();
     const QPointer<DeviceSession> session = take();
-    if (wasLive) {
+    if (wasLive && waitsForUser(*session)) {
+        giveBack(session);
+    } else if (wasLive) {
         session->setParent(m_app->sources());
     } else if (!m_app || !m_app->keepUsbRelay(session)) {
         end(session);
@@ -119,9 +132,9 @@ void HeldSession::giveToLiveData(const QString &name)
     if (!m_app || !m_session) {
         return;
     }
-    const bool wasLive = isLive();
+    const bool isNamed = isLive() && m_app->sources()->label() == name;
     const QPointer<DeviceSession> session = take();
-    if (!wasLive) {
+    if (!isNamed) {
         m_app->sources()->useSession(session, name);
     }
     if (session && m_app && m_app->sources()->session() == session) {

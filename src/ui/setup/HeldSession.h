@@ -47,6 +47,7 @@ public:
 
 private:
     [[nodiscard]] QPointer<DeviceSession> take();
+    void giveBack(const QPointer<DeviceSession> &session);
 
     const QPointer<App> m_app;
     QObject *const m_owner;

@@ -14,9 +14,9 @@ PanelPage::PanelPage(const QString &title, const QString &skipName, const QStrin
     addTitle(title);
     m_place = new QVBoxLayout;
     column()->addLayout(m_place, 1);
-    QPushButton *skip = addButton(skipName, skipText);
-    skip->setFlat(true);
-    connect(skip, &QPushButton::clicked, this, &PanelPage::skipped);
+    m_skip = addButton(skipName, skipText);
+    m_skip->setFlat(true);
+    connect(m_skip, &QPushButton::clicked, this, &PanelPage::skipped);
 }
 
 void PanelPage::place(PanelBase *panel)
@@ -24,6 +24,13 @@ void PanelPage::place(PanelBase *panel)
     dropPanel();
     m_panel = panel;
     m_place->addWidget(panel);
+    m_skip->setEnabled(true);
+    QWidget *last = panel; // in the order of Tab, in which the panel stands above the button
+    for (QWidget *next = last->nextInFocusChain(); panel->isAncestorOf(next);
+         next = next->nextInFocusChain()) {
+        last = next;
+    }
+    setTabOrder(last, m_skip);
     // The one that the panel meant to be its dialog's default button, while it was the last to be
     // made.
     const QList<QPushButton *> buttons = panel->findChildren<QPushButton *>();
@@ -43,6 +50,11 @@ void PanelPage::dropPanel()
         m_panel->deleteLater();
         m_panel.clear();
     }
+}
+
+void PanelPage::leave()
+{
+    m_skip->setEnabled(false);
 }
 
 void PanelPage::refresh()

@@ -19,6 +19,8 @@ class PanelPage : public SetupPage
 public:
     /// Asks the device for what the panel shows.
     void refresh();
+    /// Shows that the user has skipped the step, until a panel is placed anew.
+    void leave();
     [[nodiscard]] bool hasPanel() const { return m_panel != nullptr; }
     /// Takes the panel away, because its session goes.
     void dropPanel();
@@ -35,6 +37,7 @@ protected:
 
 private:
     QVBoxLayout *m_place = nullptr;
+    QPushButton *m_skip = nullptr;
     QPointer<PanelBase> m_panel;
 };
 

@@ -89,6 +89,12 @@ void ReceiverPage::showStatus(const QString &text)
     }
 }
 
+void ReceiverPage::clear()
+{
+    m_key->clear();
+    m_refusal->tell({}, false);
+}
+
 void ReceiverPage::showSending()
 {
     m_refusal->tell({}, false);
@@ -104,6 +110,7 @@ void ReceiverPage::showRefusal(const QString &error)
 // The receiver's next report replaces the text, so the key stays in its field as well.
 void ReceiverPage::showPaired(const QString &newKey)
 {
+    m_refusal->tell({}, false);
     if (newKey.isEmpty()) {
         showStatus(tr("Saved. The receiver restarts to apply it."));
     } else {

@@ -25,6 +25,8 @@ public:
 
     /// Shows the receiver's report of itself and what is shared over its link, which isn't owned.
     void showReceiver(UsbLink *link);
+    /// Forgets what has been entered, because another receiver comes.
+    void clear();
     void showSending();
     /// The receiver has not taken the key. The error stays in view beside the key until the user
     /// does something about it, because the next report replaces the status.

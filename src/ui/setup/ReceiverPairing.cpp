@@ -10,6 +10,8 @@
 
 #include <QPointer>
 
+#include <utility>
+
 namespace tallyforge {
 
 namespace {
@@ -36,8 +38,12 @@ ReceiverPairing::ReceiverPairing(const HeldSession &held, ReceiverPage *page)
 void ReceiverPairing::follow()
 {
     m_newKey.clear();
+    m_followed.next();
     disconnect(m_reports); // the session before may go on elsewhere
     if (const UsbLink *link = usbLinkOf(m_held)) {
+        if (std::exchange(m_address, link->address()) != link->address()) {
+            m_page->clear();
+        }
         m_reports = connect(link, &UsbLink::receiverUpdated, this, &ReceiverPairing::refresh);
     }
     refresh();
@@ -58,18 +64,18 @@ void ReceiverPairing::pair(const QString &key, bool generate)
     }
     m_page->showSending();
     link->receiverSet(key, generate, sameChannel,
-                      [self = QPointer(this), asked = QPointer(link)](
-                          bool ok, const QString &newKey, const QString &error) {
-                          if (!self || !asked || asked != usbLinkOf(self->m_held)) {
+                      m_followed.guard([this, asked = QPointer(link)](
+                                           bool ok, const QString &newKey, const QString &error) {
+                          if (!asked || asked != usbLinkOf(m_held)) {
                               return;
                           }
                           if (ok) {
-                              self->m_newKey = newKey;
-                              self->m_page->showPaired(newKey);
+                              m_newKey = newKey;
+                              m_page->showPaired(newKey);
                           } else {
-                              self->m_page->showRefusal(error);
+                              m_page->showRefusal(error);
                           }
-                      });
+                      }));
 }
 
 } // namespace tallyforge

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "common/Generation.h"
+
 #include <QObject>
 #include <QString>
 
@@ -33,6 +35,8 @@ private:
     const HeldSession &m_held;
     ReceiverPage *const m_page;
     QMetaObject::Connection m_reports;
+    Generation m_followed; // answers are about the connection in which they were asked for
+    QString m_address;     // of the receiver that was followed last
     QString m_newKey;
 };
 

@@ -30,8 +30,9 @@ class WifiPage;
 
 /// The guided way from a new device to one that is on the network, knows its scoreboard and feeds
 /// OBS; and the way to a device's settings. It alone knows the session and its states: the pages
-/// show what they are told. Not modal; it needs no account. A session of its own ends with it,
-/// unless the live data follow the session or it lends its device this computer's internet.
+/// show what they are told. Not modal; it deletes itself when it is closed, and needs no account. A
+/// session of its own ends with it, unless the live data follow the session or it lends its device
+/// this computer's internet.
 class SetupDialog final : public QDialog
 {
     Q_OBJECT

@@ -53,6 +53,7 @@ SetupDialog::SetupDialog(App &app, Carriers carriers, QWidget *parent)
 {
     setObjectName(u"tallyforgeSetupDialog"_s);
     setWindowTitle(tr("Set up or manage a Tallyforge device"));
+    setAttribute(Qt::WA_DeleteOnClose);
     resize(usualSize.boundedTo(screen()->availableSize() - windowFrame));
     new PageStyle(this);
     auto *column = new QVBoxLayout(this);
@@ -183,7 +184,7 @@ void SetupDialog::onReady()
         return;
     }
     m_wasReady = true;
-    if (m_held.get()->receiverMode()) {
+    if (m_app && m_held.get()->receiverMode()) {
         receiverPage();
         m_pairing->follow();
         showPage(Receiver);
@@ -242,18 +243,22 @@ void SetupDialog::showController()
 
 void SetupDialog::showDone()
 {
-    if (m_held.get() != nullptr) {
-        m_held.get()->refreshStatus(m_use.guard([this](bool, const QString &) {
+    if (m_held.get() == nullptr) {
+        return;
+    }
+    controllerPage()->leave(); // the device may be busy, so that its answer takes a while
+    m_held.get()->refreshStatus(m_use.guard([this](bool, const QString &) {
+        if (page() == Controller) {
             donePage();
             m_completion->show(m_choice.label);
             showPage(Done);
-        }));
-    }
+        }
+    }));
 }
 
 void SetupDialog::openManager()
 {
-    if (m_held.get() != nullptr) {
+    if (m_app && m_held.get() != nullptr) {
         DeviceManager *manager = managerPage()->install(m_held.get(), deviceName());
         connect(manager, &DeviceManager::apiToken, this, &SetupDialog::rememberToken);
         connect(manager, &DeviceManager::passwordChanged, this, &SetupDialog::rememberPassword);

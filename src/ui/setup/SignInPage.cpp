@@ -97,6 +97,7 @@ void SignInPage::askForPassword()
     setTitleText(m_title, tr("Device password needed"));
     m_message->tell({}, false);
     m_passwordPanel->show();
+    m_cancel->setAutoDefault(true);
     setFirstField(m_password);
     setReturnButton(m_signIn);
     m_password->setFocus();
@@ -109,6 +110,7 @@ void SignInPage::askForNewPassword()
     setTitleText(m_title, tr("Choose a new device password"));
     m_message->tell({}, false);
     m_newPasswordPanel->show();
+    m_cancel->setAutoDefault(true);
     setFirstField(m_newPassword);
     setReturnButton(m_setPassword);
     m_newPassword->setFocus();
@@ -124,6 +126,7 @@ void SignInPage::showProgress(const QString &message)
 void SignInPage::refuseNewPassword(const QString &message)
 {
     m_newPasswordPanel->show();
+    m_cancel->setAutoDefault(true);
     setReturnButton(m_setPassword);
     m_message->tell(message, true);
     m_newPassword->setFocus();
