@@ -25,10 +25,11 @@ MAY_INCLUDE = {
     "core": {"common", "platform", "device", "portal"},
     "plugin": BELOW_APP,
     "sources": BELOW_APP | {"plugin", "ui/widgets"},
-    "ui/widgets": set(),
+    "ui/widgets": {"common"},
     "ui/manager": {"common", "core", "device", "device/usb", "ui/widgets"},
     "ui/setup": BELOW_APP | {"plugin", "ui/widgets", "ui/manager"},
-    "ui/dock": BELOW_APP | {"plugin", "ui/widgets", "ui/setup"},
+    "ui/account": BELOW_APP | {"plugin", "ui/widgets"},
+    "ui/dock": BELOW_APP | {"plugin", "ui/widgets", "ui/setup", "ui/account"},
     "helper": {"common"},
     # Right below src/ lies the module, which wires everything.
     "": BELOW_APP | {"plugin", "sources", "ui/dock"},

@@ -27,7 +27,7 @@ LOGS = re.compile(r"(^|::)(log::\w+|blog)$")
 # A text in one of these calls is seen, even if it is a single word.
 SHOWS = re.compile(r"^(set(Text|Title|WindowTitle|ToolTip|StatusTip|WhatsThis|PlaceholderText|Prefix|"
                    r"Suffix|Accessible(Name|Description)|ItemText|LabelText|TabText|SpecialValueText)|"
-                   r"add(Item|Items|Row|Tab|Action)|insertItem|hint|"
+                   r"add(Item|Items|Row|Tab|Action)|insertItem|hint|addHeading|"
                    r"showText|Group|Wrapping(Button|CheckBox)|"
                    r"Q(Label|PushButton|ToolButton|CheckBox|RadioButton|GroupBox|Action|MessageBox))$")
 

@@ -782,10 +782,6 @@ Type RESET to continue.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>This comes with a later version of the plugin.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>Set up or manage a device…</source>
         <translation type="unfinished"></translation>
     </message>
@@ -862,6 +858,89 @@ Type RESET to continue.</source>
     <name>tallyforge::HttpLink</name>
     <message>
         <source>Could not reach %1 on your network. Check the address, and that this computer and the device are on the same network.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::ManageDialog</name>
+    <message>
+        <source>%1: %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device answered.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Manage %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>These actions reach the device through your Tallyforge account, so it must be online.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Check device status</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device&apos;s answer</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Scoreboard</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Change scoreboard</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Check for update</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Restart device</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Asking the device…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Status received.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Sending to the device…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device accepted the new scoreboard.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Checking for a firmware update…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Update check finished.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Restart %1 now? Live scores pause for about a minute.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Restarting…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device is offline; it will restart when it reconnects.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Restart sent.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -1173,6 +1252,25 @@ Type RESET to continue.</source>
     </message>
     <message>
         <source>Graphics come from your Tallyforge account. Pick one from the list in the source&apos;s properties.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::ScoreboardForm</name>
+    <message>
+        <source>Manufacturer</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Model</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Sport</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Input type</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -784,10 +784,6 @@ Geben Sie RESET ein, um fortzufahren.</translation>
         <translation>Internet dieses Computers nicht mehr mit USB-Geräten teilen</translation>
     </message>
     <message>
-        <source>This comes with a later version of the plugin.</source>
-        <translation>Diese Funktion kommt mit einer späteren Version des Plugins.</translation>
-    </message>
-    <message>
         <source>Set up or manage a device…</source>
         <translation>Gerät einrichten oder verwalten …</translation>
     </message>
@@ -865,6 +861,89 @@ Geben Sie RESET ein, um fortzufahren.</translation>
     <message>
         <source>Could not reach %1 on your network. Check the address, and that this computer and the device are on the same network.</source>
         <translation>%1 ist in Ihrem Netzwerk nicht erreichbar. Überprüfen Sie die Adresse und ob sich dieser Computer und das Gerät im selben Netzwerk befinden.</translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::ManageDialog</name>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>The device answered.</source>
+        <translation>Das Gerät hat geantwortet.</translation>
+    </message>
+    <message>
+        <source>Manage %1</source>
+        <translation>%1 verwalten</translation>
+    </message>
+    <message>
+        <source>These actions reach the device through your Tallyforge account, so it must be online.</source>
+        <translation>Diese Aktionen erreichen das Gerät über Ihr Tallyforge-Konto, also muss es online sein.</translation>
+    </message>
+    <message>
+        <source>Check device status</source>
+        <translation>Gerätestatus abfragen</translation>
+    </message>
+    <message>
+        <source>The device&apos;s answer</source>
+        <translation>Antwort des Geräts</translation>
+    </message>
+    <message>
+        <source>Scoreboard</source>
+        <translation>Anzeigetafel</translation>
+    </message>
+    <message>
+        <source>Change scoreboard</source>
+        <translation>Anzeigetafel ändern</translation>
+    </message>
+    <message>
+        <source>Check for update</source>
+        <translation>Nach Update suchen</translation>
+    </message>
+    <message>
+        <source>Restart device</source>
+        <translation>Gerät neu starten</translation>
+    </message>
+    <message>
+        <source>Asking the device…</source>
+        <translation>Das Gerät wird gefragt …</translation>
+    </message>
+    <message>
+        <source>Status received.</source>
+        <translation>Status erhalten.</translation>
+    </message>
+    <message>
+        <source>Sending to the device…</source>
+        <translation>Wird an das Gerät gesendet …</translation>
+    </message>
+    <message>
+        <source>The device accepted the new scoreboard.</source>
+        <translation>Das Gerät hat die neue Anzeigetafel übernommen.</translation>
+    </message>
+    <message>
+        <source>Checking for a firmware update…</source>
+        <translation>Es wird nach einem Firmware-Update gesucht …</translation>
+    </message>
+    <message>
+        <source>Update check finished.</source>
+        <translation>Die Suche nach einem Update ist beendet.</translation>
+    </message>
+    <message>
+        <source>Restart %1 now? Live scores pause for about a minute.</source>
+        <translation>%1 jetzt neu starten? Die Spielstände setzen etwa eine Minute lang aus.</translation>
+    </message>
+    <message>
+        <source>Restarting…</source>
+        <translation>Das Gerät startet neu …</translation>
+    </message>
+    <message>
+        <source>The device is offline; it will restart when it reconnects.</source>
+        <translation>Das Gerät ist offline; es startet neu, sobald es wieder verbunden ist.</translation>
+    </message>
+    <message>
+        <source>Restart sent.</source>
+        <translation>Der Neustart ist gesendet.</translation>
     </message>
 </context>
 <context>
@@ -1177,6 +1256,25 @@ Geben Sie RESET ein, um fortzufahren.</translation>
     <message>
         <source>Graphics come from your Tallyforge account. Pick one from the list in the source&apos;s properties.</source>
         <translation>Grafiken kommen aus Ihrem Tallyforge-Konto. Wählen Sie in den Eigenschaften der Quelle eine aus der Liste aus.</translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::ScoreboardForm</name>
+    <message>
+        <source>Manufacturer</source>
+        <translation>Hersteller</translation>
+    </message>
+    <message>
+        <source>Model</source>
+        <translation>Modell</translation>
+    </message>
+    <message>
+        <source>Sport</source>
+        <translation>Sportart</translation>
+    </message>
+    <message>
+        <source>Input type</source>
+        <translation>Eingangsart</translation>
     </message>
 </context>
 <context>

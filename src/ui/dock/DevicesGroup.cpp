@@ -4,6 +4,7 @@
 #include "ui/dock/DevicesGroup.h"
 
 #include "plugin/App.h"
+#include "ui/account/ManageDialog.h"
 #include "ui/setup/SetupDialog.h"
 #include "ui/widgets/ThemedLabel.h"
 #include "ui/widgets/WrappingButton.h"
@@ -14,11 +15,9 @@ using namespace Qt::StringLiterals;
 
 namespace tallyforge {
 
-DevicesGroup::DevicesGroup(App &app, const DeviceDialogs &dialogs, QWidget *dialogParent,
-                           QWidget *parent)
+DevicesGroup::DevicesGroup(App &app, QWidget *dialogParent, QWidget *parent)
     : Group(tr("Devices"), parent)
     , m_app(app)
-    , m_dialogs(dialogs)
     , m_dialogParent(dialogParent)
 {
     setObjectName(u"tallyforgeDevices"_s);
@@ -46,9 +45,6 @@ void DevicesGroup::addButtons()
     m_manage = new WrappingButton(tr("Manage the selected device through my account…"), this);
     m_manage->setObjectName(u"tallyforgeManageDevice"_s);
     m_manage->setEnabled(false);
-    if (!m_dialogs.manage) {
-        m_manage->setToolTip(tr("This comes with a later version of the plugin."));
-    }
     column()->addWidget(m_manage);
     connect(m_manage, &QPushButton::clicked, this, &DevicesGroup::openManage);
 }
@@ -61,7 +57,7 @@ void DevicesGroup::setSignedIn(bool signedIn)
 void DevicesGroup::setDevice(const QString &id)
 {
     m_device = id;
-    m_manage->setEnabled(m_dialogs.manage && !id.isEmpty());
+    m_manage->setEnabled(!id.isEmpty());
 }
 
 void DevicesGroup::openSetup()
@@ -77,9 +73,7 @@ void DevicesGroup::openSetup()
 void DevicesGroup::openManage()
 {
     if (!m_device.isEmpty()) {
-        QWidget *dialog = m_dialogs.manage(m_device, m_dialogParent);
-        dialog->setAttribute(Qt::WA_DeleteOnClose);
-        dialog->show();
+        (new ManageDialog(m_app, m_device, m_dialogParent))->show();
     }
 }
 

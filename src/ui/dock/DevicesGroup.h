@@ -3,7 +3,6 @@
 
 #pragma once
 
-#include "ui/dock/DeviceDialogs.h"
 #include "ui/widgets/Group.h"
 
 #include <QPointer>
@@ -22,7 +21,7 @@ class DevicesGroup final : public Group
 
 public:
     /// app isn't owned and must outlive the group. The dialogs become children of dialogParent.
-    DevicesGroup(App &app, const DeviceDialogs &dialogs, QWidget *dialogParent, QWidget *parent);
+    DevicesGroup(App &app, QWidget *dialogParent, QWidget *parent);
 
     void setSignedIn(bool signedIn);
     /// The account's device that can be managed, empty for none.
@@ -35,7 +34,6 @@ private:
     void openManage();
 
     App &m_app;
-    const DeviceDialogs m_dialogs;
     QWidget *const m_dialogParent;
     QPushButton *m_manage = nullptr;
     ThemedLabel *m_relays = nullptr;

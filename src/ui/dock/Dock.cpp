@@ -21,10 +21,9 @@ using namespace Qt::StringLiterals;
 
 namespace tallyforge {
 
-Dock::Dock(App &app, const char *textTemplate, DeviceDialogs dialogs)
+Dock::Dock(App &app, const char *textTemplate)
     : m_app(app)
     , m_textTemplate(textTemplate)
-    , m_dialogs(std::move(dialogs))
 {
     setObjectName(u"tallyforgeDock"_s);
 }
@@ -72,7 +71,7 @@ void Dock::makePage()
     m_scrolled->setFrameShape(QFrame::NoFrame);
     m_page = new QWidget(m_scrolled->viewport());
     m_pages = new QStackedWidget(m_page);
-    m_home = new HomePage(m_app, m_textTemplate, m_dialogs, this, m_pages);
+    m_home = new HomePage(m_app, m_textTemplate, this, m_pages);
     for (QWidget *widget : std::initializer_list<QWidget *>{m_scrolled, m_page, m_pages, m_home}) {
         widget->resize(size());
     }

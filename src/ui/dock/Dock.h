@@ -3,8 +3,6 @@
 
 #pragma once
 
-#include "ui/dock/DeviceDialogs.h"
-
 #include <QWidget>
 
 class QScrollArea;
@@ -24,7 +22,7 @@ class Dock final : public QWidget
 public:
     /// app isn't owned and must outlive the dock. textTemplate, kept as it is, is what a new text
     /// source shows.
-    Dock(App &app, const char *textTemplate, DeviceDialogs dialogs = {});
+    Dock(App &app, const char *textTemplate);
 
 protected:
     bool event(QEvent *event) override;
@@ -38,7 +36,6 @@ private:
 
     App &m_app;
     const char *const m_textTemplate;
-    const DeviceDialogs m_dialogs;
     // Null until the dock has been shown.
     QScrollArea *m_scrolled = nullptr;
     QWidget *m_page = nullptr; // scrolled by it

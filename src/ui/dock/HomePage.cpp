@@ -34,20 +34,18 @@ constexpr int pageMargin = 4;                    // pixels, as in OBS's own dock
 
 } // namespace
 
-HomePage::HomePage(App &app, const char *textTemplate, const DeviceDialogs &dialogs,
-                   QWidget *dialogParent, QWidget *parent)
+HomePage::HomePage(App &app, const char *textTemplate, QWidget *dialogParent, QWidget *parent)
     : QWidget(parent)
     , m_app(app)
 {
     new PageStyle(this);
-    addGroups(textTemplate, dialogs, dialogParent);
+    addGroups(textTemplate, dialogParent);
     connectServices();
     refreshAll();
     refreshUpdate();
 }
 
-void HomePage::addGroups(const char *textTemplate, const DeviceDialogs &dialogs,
-                         QWidget *dialogParent)
+void HomePage::addGroups(const char *textTemplate, QWidget *dialogParent)
 {
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(pageMargin, pageMargin, pageMargin, pageMargin);
@@ -60,7 +58,7 @@ void HomePage::addGroups(const char *textTemplate, const DeviceDialogs &dialogs,
     m_signedIn = add(new SignedInRow(m_app.portal(), this));
     m_scoreboard = add(new ScoreboardGroup(m_app, this));
     add(new SceneGroup(textTemplate, this));
-    m_devices = add(new DevicesGroup(m_app, dialogs, dialogParent, this));
+    m_devices = add(new DevicesGroup(m_app, dialogParent, this));
     m_server = add(new ServerGroup(m_app, this));
     m_footer = add(new UpdateFooter(m_app, this));
     column->addStretch();

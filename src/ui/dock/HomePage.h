@@ -3,8 +3,6 @@
 
 #pragma once
 
-#include "ui/dock/DeviceDialogs.h"
-
 #include <QTimer>
 #include <QWidget>
 
@@ -28,11 +26,10 @@ class HomePage final : public QWidget
 public:
     /// app isn't owned and must outlive the page. textTemplate is what a new text source shows. The
     /// dialogs become children of dialogParent.
-    HomePage(App &app, const char *textTemplate, const DeviceDialogs &dialogs,
-             QWidget *dialogParent, QWidget *parent);
+    HomePage(App &app, const char *textTemplate, QWidget *dialogParent, QWidget *parent);
 
 private:
-    void addGroups(const char *textTemplate, const DeviceDialogs &dialogs, QWidget *dialogParent);
+    void addGroups(const char *textTemplate, QWidget *dialogParent);
     void connectServices();
     void refreshAll();
     void refreshUpdate();

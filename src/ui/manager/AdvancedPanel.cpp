@@ -3,7 +3,7 @@
 
 #include "ui/manager/AdvancedPanel.h"
 
-#include "ui/manager/LogBox.h"
+#include "ui/widgets/LogBox.h"
 #include "ui/widgets/MessageLine.h"
 #include "ui/widgets/PageBuilders.h"
 #include "ui/widgets/ScrolledColumn.h"

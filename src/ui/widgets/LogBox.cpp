@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
-#include "ui/manager/LogBox.h"
+#include "ui/widgets/LogBox.h"
 
 #include <QTextCursor>
 
