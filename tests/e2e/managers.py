@@ -9,7 +9,7 @@ from obs_session import wait_until
 from setup import SetupWindow
 from setups import DEVICE, KNOWN, LIVE, OWN, cable, plugged_in
 from stage import Score, check
-from window import has
+from window import Window, has
 
 NEXT = "courtside 2027"
 OVER_NETWORK = status("Live from Main gym over your network")
@@ -217,3 +217,48 @@ def manager_closing(stage):
         setup.close()   # the computer stays the device's way to the update
         wait_until(lambda: sim.device(DEVICE)["admin"]["firmware"]["version"] != "2.4.0", timeout=60,
                    what="the update to come to its end")
+
+
+def manage_account(stage):
+    """A device reached through the account: online, late, offline, and with the dialog closed."""
+    with stage.venue(options=KNOWN) as sim, opened(stage, stage.home()) as (_, dock):
+        dock.wait_for("tallyforgeManageDevice", enabled=True)
+
+        def managing():
+            dock.click("tallyforgeManageDevice")
+            dialog = Window(dock.desktop, "tallyforgeManageDialog")
+            wait_until(dialog.is_open, what="the dialog about the device")
+            dialog.place(40, 480, 640)
+            return dialog
+
+        def asks(name, answer):
+            dialog.wait_for(name, enabled=True)
+            dialog.click(name)
+            if name == "tallyforgeRestartManaged":
+                wait_until(lambda: dialog.window("Restart device"), what="the question")
+                dialog.press("Restart device", "Yes")
+            dialog.wait_for_text("tallyforgeManageMessage", answer)
+        dialog = managing()
+        dialog.key("Return")
+        dialog.wait_for_text("tallyforgeManageMessage", "Status received.")
+        dialog.wait_for("tallyforgeManageOutput", plainText=has("fw_version: "))
+        dialog.pick("tallyforgeMaker", "NEVCO")
+        dialog.pick("tallyforgeSport", "Hockey")
+        asks("tallyforgeChangeScoreboard", "The device accepted the new scoreboard.")
+        check(sim.device(DEVICE)["admin"]["controller"]["sport"] == "hockey", "the device has it")
+        asks("tallyforgeCheckFirmware", "Update check finished.")
+        dialog.wait_for("tallyforgeManageOutput", plainText=has('"version": '))
+        path = f"/devices/{DEVICE}/cmd/"
+        sim.fault("portal", "slow", path=path, seconds=2)
+        asks("tallyforgeCheckStatus", "Asking the device…")
+        dialog.key("Escape")
+        wait_until(lambda: not dialog.is_open(), what="the dialog to close")
+        sim.clear("portal")
+        dialog = managing()
+        sim.fault("device", "offline")
+        asks("tallyforgeCheckStatus", has("The device did not answer."))
+        asks("tallyforgeRestartManaged", "The device is offline; it will restart when it reconnects.")
+        sim.clear("device")
+        wait_until(lambda: sim.device(DEVICE)["admin"]["restarts"] == 1, what="the restart")
+        wait_until(lambda: not sim.device(DEVICE)["admin"]["down"], what="the device to be back")
+        asks("tallyforgeRestartManaged", "Restart sent.")
