@@ -3,6 +3,7 @@
 
 #include "ui/manager/DeviceManager.h"
 
+#include "ui/manager/SettingsPanel.h"
 #include "ui/manager/StatusPanel.h"
 #include "ui/manager/WifiPanel.h"
 
@@ -19,6 +20,7 @@ DeviceManager::DeviceManager(DeviceSession *session, QWidget *parent)
     setAccessibleName(tr("Device settings and tools"));
     add(new StatusPanel(session, this), tr("Status"));
     add(new WifiPanel(session, this), tr("Wi-Fi"));
+    add(new SettingsPanel(session, this), tr("Settings"));
     connect(this, &QTabWidget::currentChanged, this, &DeviceManager::refreshPage);
 }
 
