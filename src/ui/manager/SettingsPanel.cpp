@@ -10,6 +10,7 @@
 #include "ui/widgets/ScrolledColumn.h"
 #include "ui/widgets/WrappingButton.h"
 
+#include <QScrollArea>
 #include <QVBoxLayout>
 
 #include <chrono>
@@ -179,10 +180,19 @@ QJsonObject SettingsPanel::values() const
     return QJsonObject::fromVariantHash(values);
 }
 
+// The line stands below the form, where a small window doesn't reach.
+void SettingsPanel::tellOfSaving(const QString &text, bool isError)
+{
+    setMessage(text, isError);
+    QTimer::singleShot(0, this, [this] { // when the line has its place
+        findChild<QScrollArea *>()->ensureWidgetVisible(messageLine());
+    });
+}
+
 void SettingsPanel::save()
 {
     if (!m_scoreboard->isComplete()) {
-        setMessage(tr("Choose the scoreboard's maker, model, sport and connection first."), true);
+        tellOfSaving(tr("Choose the scoreboard's maker, model, sport and connection first."), true);
         return;
     }
     m_reload.stop();
@@ -191,7 +201,7 @@ void SettingsPanel::save()
         form->markSent();
     }
     m_wirelessInput->markSent();
-    setMessage(tr("Saving…"), false);
+    tellOfSaving(tr("Saving…"), false);
     m_saveButton->setEnabled(!session()); // without a session there is no answer
     const QJsonObject sent = values();
     call(
@@ -204,7 +214,7 @@ void SettingsPanel::onSaved(const RpcResult &result, const QJsonObject &sent)
     m_loading.next();
     m_saveButton->setEnabled(true);
     if (!result.ok) {
-        setMessage(result.errorMessage, true);
+        tellOfSaving(result.errorMessage, true);
         return;
     }
     for (auto setting = sent.begin(); setting != sent.end(); ++setting) {
@@ -215,7 +225,7 @@ void SettingsPanel::onSaved(const RpcResult &result, const QJsonObject &sent)
     }
     m_scoreboard->markSaved(sent);
     m_wirelessInput->markSaved();
-    setMessage(tr("Saved. The device is switching to the new settings."), false);
+    tellOfSaving(tr("Saved. The device is switching to the new settings."), false);
     m_reload.start();
 }
 
