@@ -716,6 +716,10 @@ Type RESET to continue.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
+        <source>Settings</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <source>Security</source>
         <translation type="unfinished"></translation>
     </message>
@@ -1292,6 +1296,22 @@ Type RESET to continue.</source>
         <source>Pick a scoreboard above.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Maker</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Model</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Sport</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Connection</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>tallyforge::SecurityPanel</name>
@@ -1451,6 +1471,85 @@ Type RESET to continue.</source>
     </message>
     <message>
         <source>Connect to %1:%2 and read one JSON line per update. %3 connected.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::SettingsPanel</name>
+    <message>
+        <source>Save settings</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Connections</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Allow scoreboard changes over the network (controller config API)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Send live scores over the network (secure TCP, port 1010)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Send test data to the cloud</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Wireless output (send scores to a receiver)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Network ID (1-20)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Channel (1-10)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ethernet bridge output (send scores to a wired receiver)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Receiver</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>receiver address, e.g. tallyforge0042.local</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>TCP port</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cloud over USB (use this computer&apos;s internet)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Local port</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Loading…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The device did not list its controllers; scoreboard choices are unavailable.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Choose the scoreboard&apos;s maker, model, sport and connection first.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Saving…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Saved. The device is switching to the new settings.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -2132,6 +2231,49 @@ Continue?</source>
     </message>
     <message>
         <source>Set up a Tallyforge wireless receiver instead of Wi-Fi…</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::WirelessInputGroup</name>
+    <message>
+        <source>Wireless input</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Find the channel automatically</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Group</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Channel (0-79)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Channel</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>hex 0B-1A, blank = unchanged</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>PAN ID</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>hex 16-bit, blank = unchanged</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Wireless input (Xbee)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Wireless input (RM024)</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -718,6 +718,10 @@ Geben Sie RESET ein, um fortzufahren.</translation>
         <translation>WLAN</translation>
     </message>
     <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
         <source>Security</source>
         <translation>Sicherheit</translation>
     </message>
@@ -1295,6 +1299,22 @@ Geben Sie RESET ein, um fortzufahren.</translation>
         <source>Pick a scoreboard above.</source>
         <translation>Wählen Sie oben eine Anzeigetafel aus.</translation>
     </message>
+    <message>
+        <source>Maker</source>
+        <translation>Hersteller</translation>
+    </message>
+    <message>
+        <source>Model</source>
+        <translation>Modell</translation>
+    </message>
+    <message>
+        <source>Sport</source>
+        <translation>Sportart</translation>
+    </message>
+    <message>
+        <source>Connection</source>
+        <translation>Anschluss</translation>
+    </message>
 </context>
 <context>
     <name>tallyforge::SecurityPanel</name>
@@ -1455,6 +1475,85 @@ Geben Sie RESET ein, um fortzufahren.</translation>
     <message>
         <source>Connect to %1:%2 and read one JSON line per update. %3 connected.</source>
         <translation>Verbinden Sie sich mit %1:%2 und lesen Sie pro Änderung eine JSON-Zeile. %3 verbunden.</translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::SettingsPanel</name>
+    <message>
+        <source>Save settings</source>
+        <translation>Einstellungen speichern</translation>
+    </message>
+    <message>
+        <source>Connections</source>
+        <translation>Verbindungen</translation>
+    </message>
+    <message>
+        <source>Allow scoreboard changes over the network (controller config API)</source>
+        <translation>Wechsel der Anzeigetafel über das Netzwerk erlauben (Controller-Config-API)</translation>
+    </message>
+    <message>
+        <source>Send live scores over the network (secure TCP, port 1010)</source>
+        <translation>Spielstände über das Netzwerk senden (sicheres TCP, Port 1010)</translation>
+    </message>
+    <message>
+        <source>Send test data to the cloud</source>
+        <translation>Testdaten an die Cloud senden</translation>
+    </message>
+    <message>
+        <source>Wireless output (send scores to a receiver)</source>
+        <translation>Funkausgang (Spielstände an einen Empfänger senden)</translation>
+    </message>
+    <message>
+        <source>Network ID (1-20)</source>
+        <translation>Netzwerk-ID (1-20)</translation>
+    </message>
+    <message>
+        <source>Channel (1-10)</source>
+        <translation>Kanal (1-10)</translation>
+    </message>
+    <message>
+        <source>Ethernet bridge output (send scores to a wired receiver)</source>
+        <translation>Ethernet-Bridge-Ausgang (Spielstände an einen Empfänger am Kabel senden)</translation>
+    </message>
+    <message>
+        <source>Receiver</source>
+        <translation>Empfänger</translation>
+    </message>
+    <message>
+        <source>receiver address, e.g. tallyforge0042.local</source>
+        <translation>Adresse des Empfängers, z. B. tallyforge0042.local</translation>
+    </message>
+    <message>
+        <source>TCP port</source>
+        <translation>TCP-Port</translation>
+    </message>
+    <message>
+        <source>Cloud over USB (use this computer&apos;s internet)</source>
+        <translation>Cloud über USB (Internet dieses Computers benutzen)</translation>
+    </message>
+    <message>
+        <source>Local port</source>
+        <translation>Lokaler Port</translation>
+    </message>
+    <message>
+        <source>Loading…</source>
+        <translation>Wird geladen …</translation>
+    </message>
+    <message>
+        <source>The device did not list its controllers; scoreboard choices are unavailable.</source>
+        <translation>Das Gerät hat seine Anzeigetafeln nicht aufgelistet; die Auswahl ist nicht verfügbar.</translation>
+    </message>
+    <message>
+        <source>Choose the scoreboard&apos;s maker, model, sport and connection first.</source>
+        <translation>Wählen Sie zuerst Hersteller, Modell, Sportart und Anschluss der Anzeigetafel.</translation>
+    </message>
+    <message>
+        <source>Saving…</source>
+        <translation>Wird gespeichert …</translation>
+    </message>
+    <message>
+        <source>Saved. The device is switching to the new settings.</source>
+        <translation>Gespeichert. Das Gerät stellt auf die neuen Einstellungen um.</translation>
     </message>
 </context>
 <context>
@@ -2143,6 +2242,49 @@ Fortfahren?</translation>
     <message>
         <source>Set up a Tallyforge wireless receiver instead of Wi-Fi…</source>
         <translation>Tallyforge-Funkempfänger statt WLAN einrichten …</translation>
+    </message>
+</context>
+<context>
+    <name>tallyforge::WirelessInputGroup</name>
+    <message>
+        <source>Wireless input</source>
+        <translation>Funkeingang</translation>
+    </message>
+    <message>
+        <source>Find the channel automatically</source>
+        <translation>Kanal automatisch finden</translation>
+    </message>
+    <message>
+        <source>Group</source>
+        <translation>Gruppe</translation>
+    </message>
+    <message>
+        <source>Channel (0-79)</source>
+        <translation>Kanal (0-79)</translation>
+    </message>
+    <message>
+        <source>Channel</source>
+        <translation>Kanal</translation>
+    </message>
+    <message>
+        <source>hex 0B-1A, blank = unchanged</source>
+        <translation>hex 0B-1A, leer = unverändert</translation>
+    </message>
+    <message>
+        <source>PAN ID</source>
+        <translation>PAN-ID</translation>
+    </message>
+    <message>
+        <source>hex 16-bit, blank = unchanged</source>
+        <translation>hex 16 Bit, leer = unverändert</translation>
+    </message>
+    <message>
+        <source>Wireless input (Xbee)</source>
+        <translation>Funkeingang (Xbee)</translation>
+    </message>
+    <message>
+        <source>Wireless input (RM024)</source>
+        <translation>Funkeingang (RM024)</translation>
     </message>
 </context>
 </TS>

@@ -6,6 +6,7 @@
 #include "ui/manager/AdvancedPanel.h"
 #include "ui/manager/CloudPanel.h"
 #include "ui/manager/SecurityPanel.h"
+#include "ui/manager/SettingsPanel.h"
 #include "ui/manager/StatusPanel.h"
 #include "ui/manager/UpdatesPanel.h"
 #include "ui/manager/WifiPanel.h"
@@ -25,6 +26,7 @@ DeviceManager::DeviceManager(DeviceSession *session, SettingsStore &settings, QW
     setAccessibleName(tr("Device settings and tools"));
     add(tr("Status"), maker<StatusPanel>());
     add(tr("Wi-Fi"), maker<WifiPanel>());
+    add(tr("Settings"), maker<SettingsPanel>());
     add(tr("Security"), [this](QWidget *tab) { return makeSecurity(tab); });
     add(tr("Updates"), maker<UpdatesPanel>());
     add(tr("Cloud"),

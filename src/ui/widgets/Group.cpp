@@ -25,7 +25,11 @@ void Group::initStyleOption(QStyleOptionGroupBox *option) const
 {
     constexpr int margins = 8; // pixels, on both sides together
     QGroupBox::initStyleOption(option);
-    option->text = fontMetrics().elidedText(title(), Qt::ElideRight, width() - margins);
+    const int box = isCheckable()
+                        ? style()->pixelMetric(QStyle::PM_IndicatorWidth, option, this) +
+                              style()->pixelMetric(QStyle::PM_CheckBoxLabelSpacing, option, this)
+                        : 0;
+    option->text = fontMetrics().elidedText(title(), Qt::ElideRight, width() - margins - box);
 }
 
 } // namespace tallyforge

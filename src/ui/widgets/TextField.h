@@ -9,7 +9,7 @@ namespace tallyforge {
 
 /// An input for one line, which says by its placeholder alone what belongs into it. A screen reader
 /// gets that as its name, because not each of them reads placeholders out.
-class TextField final : public QLineEdit
+class TextField : public QLineEdit
 {
     Q_OBJECT
 

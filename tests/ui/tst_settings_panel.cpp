@@ -1,0 +1,259 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-FileCopyrightText: 2026 The Tallyforge developers
+
+// A device's settings, over a scripted one.
+
+#include "device/DeviceSession.h"
+#include "tests/support/ScriptedLink.h"
+#include "tests/support/SkippedTime.h"
+#include "ui/manager/SettingsPanel.h"
+
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QTest>
+
+using namespace tallyforge;
+using namespace tallyforge::test;
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+QVariantMap json(const QByteArray &text)
+{
+    return QJsonDocument::fromJson(text).object().toVariantMap();
+}
+
+const QByteArray list = R"(getControllerList {"controllers":[
+    {"manufacturer":"acme","model":"Z","sport":"polo","input_type":"rs232"}, 7, {"manufacturer":"Acme","sport":[]},
+    {"manufacturer":"Acme","model":"b","sport":"hockey","input_type":"wireless"},
+    {"manufacturer":"Acme","model":"B","sport":"hockey","input_type":"rs232"},
+    {"manufacturer":"Acme","model":"B","sport":"hockey","input_type":"wireless"},
+    {"manufacturer":"Acme","model":"B","sport":"judo","input_type":"&cable <b>"},
+    {"manufacturer":"vArSity","model":"V","sport":"polo","input_type":"wireless"},
+    {"manufacturer":"OES","model":"V","sport":"polo","input_type":"wireless"}]})";
+const QByteArray cable = R"({"manufacturer":"Acme","model":"B","sport":"hockey","input_type":"rs232"})";
+const QByteArray rm024 = R"({"manufacturer":"Acme","model":"B","sport":"hockey","input_type":"wireless"})";
+const QByteArray xbee = R"({"manufacturer":"vArSity","model":"V","sport":"polo","input_type":"wireless"})";
+const QByteArray defaults = R"({"http_endpoint_enabled":true,"mqtt_config_enabled":true,"tcp_feed_enabled":true,
+    "test_cloud_data_enabled":false,"wireless_output_enabled":false,"wireless_output_network_id":1,
+    "wireless_output_channel":1,"ethernet_bridge_output_enabled":false,"ethernet_bridge_peer_host":"",
+    "ethernet_bridge_port":1011,"usb_tunnel_enabled":false,"usb_tunnel_port":18883})";
+
+} // namespace
+
+class TestSettingsPanel : public QObject
+{
+    Q_OBJECT
+
+    ScriptedDevice m_device;
+    std::unique_ptr<DeviceSession> m_session;
+    std::unique_ptr<SettingsPanel> m_panel;
+
+    template <class Widget = QWidget> Widget *find(const QString &name)
+    {
+        return m_panel->findChild<Widget *>(u"tallyforge"_s + name);
+    }
+    void load(const QByteArray &config, const QByteArray &settings)
+    {
+        m_device.tell({list, "getControllerConfig " + config, "getSettings " + settings});
+        m_panel->refresh();
+    }
+    QWidget *input(const QString &key) { return find(u"Setting_"_s + key); }
+    QVariant value(const QString &key) { return input(key)->property("text"); }
+    void set(const QString &key, const QVariant &value)
+    {
+        const bool isText = value.typeId() == QMetaType::QString;
+        const char *number = value.typeId() == QMetaType::Bool ? "checked" : "value";
+        input(key)->setProperty(input(key)->inherits("QComboBox") ? "currentText" : isText ? "text" : number, value);
+        if (auto *box = qobject_cast<QComboBox *>(input(key))) {
+            Q_EMIT box->activated(box->currentIndex());
+        }
+    }
+    // What the four boxes offer; the current items have a "*".
+    QString offered()
+    {
+        QString all;
+        for (const QComboBox *box : m_panel->findChildren<QComboBox *>()) {
+            for (int i = 0; i < box->count(); ++i) {
+                all += box->itemText(i) + (i == box->currentIndex() ? u"* "_s : u" "_s);
+            }
+            all += u"| "_s;
+        }
+        return all;
+    }
+    QString message()
+    {
+        const auto *line = find<QLabel>(u"Message"_s);
+        return (line->styleSheet().isEmpty() ? QString() : u"!"_s) + line->text();
+    }
+    QVariantMap saved()
+    {
+        m_device.requests.clear();
+        find<QPushButton>(u"SaveSettings"_s)->click();
+        return json(m_device.requests.value(0).mid(11).toUtf8()); // after "setSettings"
+    }
+    // How many requests the device has got since it was told to save.
+    qsizetype requestsAfter(std::chrono::milliseconds time)
+    {
+        skippedTime += time;
+        QTest::qWait(1);
+        return m_device.requests.size() - 1;
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        m_device = {};
+        m_session = std::make_unique<DeviceSession>(new ScriptedLink(m_device), nullptr);
+        m_session->start({u"quietmoose"_s});
+        m_panel = std::make_unique<SettingsPanel>(m_session.get(), nullptr);
+        m_panel->show();
+    }
+
+    void save_data()
+    {
+        QTest::addColumn<QByteArrayList>("row"); // config, settings, typed, and in what the defaults differ then
+        const auto add = [](const char *name, const QByteArrayList &row) { QTest::newRow(name) << row; };
+        const QByteArray other = R"({"http_endpoint_enabled":false,"tcp_feed_enabled":false,
+            "test_cloud_data_enabled":true,"wireless_output_enabled":true,"wireless_output_network_id":20,
+            "wireless_output_channel":10,"ethernet_bridge_output_enabled":true,"ethernet_bridge_peer_host":"a.local",
+            "ethernet_bridge_port":65535,"usb_tunnel_enabled":true,"usb_tunnel_port":1})";
+        const QByteArray odd = R"({"http_endpoint_enabled":0,"tcp_feed_enabled":"false","usb_tunnel_enabled":1,
+            "wireless_output_network_id":"2","wireless_output_channel":1.5,"ethernet_bridge_peer_host":["a"],
+            "ethernet_bridge_port":null,"usb_tunnel_port":0})";
+        const QByteArray searching = R"({"wireless_auto_scan":true,"wireless_group":7,"wireless_channel":0})";
+        const QByteArray found = R"({"wireless_auto_scan":false,"wireless_group":255,"wireless_channel":40})";
+        const QByteArray told = R"({"xbee_channel":11,"xbee_pan_id":161})";
+        const QByteArray blank = R"({"xbee_channel":255,"xbee_pan_id":65535})";
+        add("all told", {cable, QByteArray(other).replace("{", "{\"mqtt_config_enabled\":false,"), "{}", other});
+        add("all typed", {cable, "{}", QByteArray(other).replace("a.local", "  a.local\t"), other});
+        add("odd", {cable, odd, "{}", R"({"usb_tunnel_port":1})"});
+        add("nothing about the form", {cable, R"({"wireless_group":7,"xbee_channel":11})", "{}", "{}"});
+        add("RM024", {rm024, "{}", "{}", QByteArray(searching).replace('7', '0')});
+        add("RM024 searching", {rm024, R"({"wireless_group":7,"wireless_channel":40})", "{}", searching});
+        add("RM024 typed", {rm024, R"({"wireless_channel":40})", found, found});
+        add("Xbee", {xbee, R"({"xbee_channel":"B"})", "{}", blank});
+        add("Xbee told", {xbee, told, "{}", told});
+        add("Xbee typed",
+            {xbee, "{}", R"({"xbee_channel":" 1a ","xbee_pan_id":"xyz"})", R"({"xbee_channel":26,"xbee_pan_id":0})"});
+        add("Xbee blank", {xbee, told, R"({"xbee_channel":" ","xbee_pan_id":""})", blank});
+    }
+    void save()
+    {
+        QFETCH(QByteArrayList, row);
+        load(row.at(0), row.at(1));
+        QCOMPARE(message(), QString());
+        const QVariantMap typed = json(row.at(2));
+        for (auto each = typed.begin(); each != typed.end(); ++each) {
+            set(each.key(), each.value());
+        }
+        const auto *radio = find<QGroupBox>(u"WirelessInput"_s);
+        const QString kind = row.at(0) == xbee ? u"(Xbee)"_s : u"(RM024)"_s;
+        QCOMPARE(radio->isVisible() ? radio->title().section(u' ', 2) : QString(), row.at(0) == cable ? u""_s : kind);
+        QCOMPARE(find(u"Xbee"_s)->isVisible(), row.at(0) == xbee);
+        QCOMPARE(input(u"wireless_channel"_s)->isEnabledTo(m_panel.get()),
+                 !input(u"wireless_auto_scan"_s)->property("checked").toBool());
+        QVariantMap expected = json(defaults);
+        expected.insert(json(row.at(0)));
+        expected.insert(json(row.at(3)));
+        QCOMPARE(saved(), expected);
+        QCOMPARE(message(), u"Saved. The device is switching to the new settings."_s);
+    }
+
+    void boxes()
+    {
+        load(R"({"manufacturer":"ACME","model":"B","sport":7})", "{}"); // in other letters it is another maker
+        QCOMPARE(offered(), u"Acme* OES acme vArSity | B* b | hockey* judo | rs232* wireless | "_s);
+        load(rm024, "{}");
+        set(u"sport"_s, u"judo"_s);
+        QCOMPARE(offered(), u"Acme* OES acme vArSity | B* b | hockey judo* | &cable <b>* | "_s);
+        set(u"manufacturer"_s, u"OES"_s);
+        QCOMPARE(offered(), u"Acme OES* acme vArSity | V* | polo* | wireless* | "_s);
+        set(u"xbee_channel"_s, u"C"_s);
+        load(rm024, R"({"xbee_channel":11,"xbee_pan_id":161})");
+        QCOMPARE(offered(), u"Acme OES* acme vArSity | V* | polo* | wireless* | "_s); // not saved yet, and not lost
+        QCOMPARE(value(u"xbee_channel"_s), u"C"_s);
+        QCOMPARE(value(u"xbee_pan_id"_s), u"00A1"_s);
+        set(u"manufacturer"_s, u"vArSity"_s);
+        QCOMPARE(value(u"xbee_channel"_s), u"B"_s);
+        set(u"manufacturer"_s, u"Acme"_s); // the device's own choice isn't taken up again
+        QCOMPARE(offered(), u"Acme* OES acme vArSity | B* b | hockey* judo | rs232* wireless | "_s);
+    }
+
+    void refusals()
+    {
+        m_device.tell(
+            {list, "getSettings timeout: Too late.", "getControllerList bad: No.", "getControllerConfig bad: No."});
+        m_panel->refresh();
+        QCOMPARE(message(), u"!Too late."_s);
+        m_panel->refresh();
+        QCOMPARE(message(), u"The device did not list its controllers; scoreboard choices are unavailable."_s);
+        QVERIFY(saved().isEmpty());
+        QCOMPARE(message(), u"!Choose the scoreboard's maker, model, sport and connection first."_s);
+        load(cable, "{}");
+        set(u"ethernet_bridge_peer_host"_s, u"not there"_s);
+        m_device.tell({"setSettings bad: Refused."});
+        QCOMPARE(saved().value(u"ethernet_bridge_peer_host"_s), u"not there"_s);
+        QCOMPARE(message(), u"!Refused."_s);
+        QCOMPARE(requestsAfter(2600ms), 0);
+        load(cable, R"({"ethernet_bridge_peer_host":"told","ethernet_bridge_port":9})");
+        QCOMPARE(value(u"ethernet_bridge_peer_host"_s), u"not there"_s);
+        QCOMPARE(saved().value(u"ethernet_bridge_port"_s), 9);
+    }
+
+    void reload()
+    {
+        load(xbee, "{}");
+        set(u"xbee_channel"_s, u"c"_s);
+        set(u"ethernet_bridge_port"_s, 5);
+        m_device.tell({"setSettings never"});
+        saved();
+        QCOMPARE(message(), u"Saving…"_s);
+        QVERIFY(!find(u"SaveSettings"_s)->isEnabled());
+        set(u"usb_tunnel_port"_s, 7); // not sent, so that it isn't saved either
+        m_device.answerHeld();
+        m_device.tell({list, "getControllerConfig " + cable, R"(getSettings {"xbee_channel":13,"usb_tunnel_port":8})"});
+        QCOMPARE(requestsAfter(2400ms), 0);
+        QCOMPARE(requestsAfter(200ms), 3);
+        QVariantMap expected = json(defaults);
+        expected.insert(json(cable));
+        expected.insert(u"usb_tunnel_port"_s, 7);
+        QCOMPARE(saved(), expected);
+        m_panel.reset();
+        QCOMPARE(requestsAfter(2600ms), 0);
+    }
+
+    // Of the session or the panel, before, while or after the device answers.
+    void deletion()
+    {
+        for (const QByteArray method : {"getControllerList", "getControllerConfig", "getSettings", "setSettings"}) {
+            const auto begin = [this, &method](const QByteArrayList &answers) {
+                init();
+                load(cable, "{}");
+                m_device.tell(answers);
+                m_device.onRequest = [this, method, dies = answers.isEmpty()](const QString &called) {
+                    if (dies && called == QString::fromLatin1(method)) {
+                        m_panel.reset();
+                    }
+                };
+                method == "setSettings" ? m_panel->save() : m_panel->refresh();
+            };
+            begin({method + " never", "getSettings never"});
+            m_session.reset();
+            QCOMPARE(message(), u"!Disconnected"_s);
+            QVERIFY(saved().isEmpty() && find(u"SaveSettings"_s)->isEnabled());
+            QCOMPARE(message(), u"!Not connected to a device."_s);
+            begin({method + " never"});
+            m_panel.reset();
+            m_device.answerHeld();
+            begin({});
+            QVERIFY(!m_panel);
+        }
+    }
+};
+
+QTEST_MAIN(TestSettingsPanel)
+#include "tst_settings_panel.moc"
