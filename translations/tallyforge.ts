@@ -640,6 +640,29 @@ Type RESET to continue.</source>
     </message>
 </context>
 <context>
+    <name>tallyforge::ControllerGroup</name>
+    <message>
+        <source>Scoreboard</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Maker</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Model</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Sport</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Connection</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>tallyforge::ControllerPage</name>
     <message>
         <source>Choose the scoreboard</source>
@@ -1294,22 +1317,6 @@ Type RESET to continue.</source>
     </message>
     <message>
         <source>Pick a scoreboard above.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Maker</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Model</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Sport</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Connection</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -642,6 +642,29 @@ Geben Sie RESET ein, um fortzufahren.</translation>
     </message>
 </context>
 <context>
+    <name>tallyforge::ControllerGroup</name>
+    <message>
+        <source>Scoreboard</source>
+        <translation>Anzeigetafel</translation>
+    </message>
+    <message>
+        <source>Maker</source>
+        <translation>Hersteller</translation>
+    </message>
+    <message>
+        <source>Model</source>
+        <translation>Modell</translation>
+    </message>
+    <message>
+        <source>Sport</source>
+        <translation>Sportart</translation>
+    </message>
+    <message>
+        <source>Connection</source>
+        <translation>Anschluss</translation>
+    </message>
+</context>
+<context>
     <name>tallyforge::ControllerPage</name>
     <message>
         <source>Choose the scoreboard</source>
@@ -1298,22 +1321,6 @@ Geben Sie RESET ein, um fortzufahren.</translation>
     <message>
         <source>Pick a scoreboard above.</source>
         <translation>Wählen Sie oben eine Anzeigetafel aus.</translation>
-    </message>
-    <message>
-        <source>Maker</source>
-        <translation>Hersteller</translation>
-    </message>
-    <message>
-        <source>Model</source>
-        <translation>Modell</translation>
-    </message>
-    <message>
-        <source>Sport</source>
-        <translation>Sportart</translation>
-    </message>
-    <message>
-        <source>Connection</source>
-        <translation>Anschluss</translation>
     </message>
 </context>
 <context>

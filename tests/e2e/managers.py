@@ -48,6 +48,49 @@ def reconnect(setup, sim, password=OWN):
     setup.wait_for("tallyforgeRefreshStatus")
 
 
+def setting(key):
+    return "tallyforgeSetting_" + key
+
+
+def save(setup):
+    setup.click("tallyforgeSaveSettings")
+    setup.wait_for_text("tallyforgeMessage", "Saved. The device is switching to the new settings.")
+    setup.wait_until_gone("tallyforgeMessage")   # it has been loaded anew
+
+
+def manager_settings(stage):
+    """Settings that are changed, refused and loaded again, with both kinds of radio."""
+    with cable(stage) as sim, managed(stage, sim) as (_, _, setup):
+        setup.show_tab("Settings")
+        setup.wait_for(setting("manufacturer"), currentText="daktronics")
+        setup.wait_until_gone("tallyforgeMessage")
+        setup.toggle(setting("test_cloud_data_enabled"))
+        setup.fill(setting("usb_tunnel_port"), "18884")
+        sim.fault("usb", "error", method="setSettings", message="Not now.")
+        setup.click("tallyforgeSaveSettings")
+        setup.wait_for_text("tallyforgeMessage", "Not now.")
+        check(setup.find(setting("usb_tunnel_port"))["text"] == "18884", "it stays as typed")
+        sim.clear("usb")
+        save(setup)
+        kept = sim.device(DEVICE)["admin"]["settings"]
+        check(kept["test_cloud_data_enabled"] and kept["usb_tunnel_port"] == 18884, f"kept {kept}")
+
+        for maker, radio, key, typed, sent in (
+                ("oes", "Wireless input (Xbee)", "xbee_pan_id", "a1", 0xA1),
+                ("daktronics", "Wireless input (RM024)", "wireless_group", "7", 7)):
+            setup.pick(setting("manufacturer"), maker)
+            setup.pick(setting("input_type"), "wireless")
+            setup.wait_for("tallyforgeWirelessInput", title=radio)
+            setup.fill(setting(key), typed)
+            save(setup)
+            kept = sim.device(DEVICE)["admin"]
+            check(kept["settings"][key] == sent, f"kept {kept['settings']}")
+            check(kept["controller"]["manufacturer"] == maker, f"reads {kept['controller']}")
+        setup.show_tab("Status")
+        setup.show_tab("Settings")
+        setup.wait_for(setting("wireless_group"), text="7")
+
+
 def manager_security(stage):
     """A new token under a live route over the network, and a new password that the account keeps."""
     with stage.venue(options=KNOWN) as sim:

@@ -31,7 +31,7 @@ SCENARIOS = {run.__name__: run for run in (
     docks.dock_scene, docks.dock_server, docks.dock_update, docks.dock_keyboard,
     docks.dock_narrow, setups.setup_first, setups.setup_live, setups.setup_network,
     setups.setup_receiver, setups.setup_bluetooth, setups.setup_unplugged, setups.setup_closing,
-    managers.manager_security, managers.manager_update, managers.manager_refused,
+    managers.manager_settings, managers.manager_security, managers.manager_update, managers.manager_refused,
     managers.manager_tools, managers.manager_closing,
     managers.manage_account)}
 

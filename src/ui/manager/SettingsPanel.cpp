@@ -3,7 +3,7 @@
 
 #include "ui/manager/SettingsPanel.h"
 
-#include "ui/manager/ScoreboardGroup.h"
+#include "ui/manager/ControllerGroup.h"
 #include "ui/manager/SettingsForm.h"
 #include "ui/manager/WirelessInputGroup.h"
 #include "ui/widgets/MessageLine.h"
@@ -33,7 +33,7 @@ SettingsPanel::SettingsPanel(DeviceSession *session, QWidget *parent)
     setObjectName(u"tallyforgeSettings"_s);
     QVBoxLayout *column = scrolledColumn(this);
     addConnections(column);
-    m_scoreboard = new ScoreboardGroup(column->parentWidget());
+    m_scoreboard = new ControllerGroup(column->parentWidget());
     column->addWidget(m_scoreboard);
     m_wirelessInput = new WirelessInputGroup(column->parentWidget());
     column->addWidget(m_wirelessInput);
@@ -50,7 +50,7 @@ SettingsPanel::SettingsPanel(DeviceSession *session, QWidget *parent)
     m_reload.setSingleShot(true);
     m_reload.setInterval(reloadDelay);
     connect(&m_reload, &QTimer::timeout, this, &SettingsPanel::refresh);
-    connect(m_scoreboard, &ScoreboardGroup::picked, this, [this] {
+    connect(m_scoreboard, &ControllerGroup::picked, this, [this] {
         m_wirelessInput->load(m_scoreboard->maker(), m_scoreboard->connection(), m_settings,
                               SettingsForm::Edits::Drop);
     });

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
-#include "ui/manager/ScoreboardGroup.h"
+#include "ui/manager/ControllerGroup.h"
 
 #include "ui/manager/SettingsForm.h"
 #include "ui/widgets/ElidingComboBox.h"
@@ -52,14 +52,14 @@ QJsonObject choiceIn(const QJsonObject &settings)
 
 } // namespace
 
-ScoreboardGroup::ScoreboardGroup(QWidget *parent)
+ControllerGroup::ControllerGroup(QWidget *parent)
     : Group(tr("Scoreboard"), parent)
 {
     setObjectName(u"tallyforgeSettingsScoreboard"_s);
     addBoxes();
 }
 
-void ScoreboardGroup::addBoxes()
+void ControllerGroup::addBoxes()
 {
     const std::array labels{tr("Maker"), tr("Model"), tr("Sport"), tr("Connection")};
     auto *rows = new QFormLayout;
@@ -75,7 +75,7 @@ void ScoreboardGroup::addBoxes()
     }
 }
 
-void ScoreboardGroup::load(const QJsonArray &controllers, const QJsonObject &config)
+void ControllerGroup::load(const QJsonArray &controllers, const QJsonObject &config)
 {
     m_controllers = controllers;
     m_device = choiceIn(config);
@@ -83,7 +83,7 @@ void ScoreboardGroup::load(const QJsonArray &controllers, const QJsonObject &con
 }
 
 // From this box down.
-void ScoreboardGroup::fill(std::size_t first, const QJsonObject &preferred)
+void ControllerGroup::fill(std::size_t first, const QJsonObject &preferred)
 {
     QJsonObject filters;
     for (std::size_t i = 0; i < m_boxes.size(); ++i) {
@@ -100,7 +100,7 @@ void ScoreboardGroup::fill(std::size_t first, const QJsonObject &preferred)
     }
 }
 
-void ScoreboardGroup::onActivated(std::size_t box)
+void ControllerGroup::onActivated(std::size_t box)
 {
     fill(box + 1, {});
     const QJsonObject chosen = choice();
@@ -108,7 +108,7 @@ void ScoreboardGroup::onActivated(std::size_t box)
     Q_EMIT picked();
 }
 
-QJsonObject ScoreboardGroup::choice() const
+QJsonObject ControllerGroup::choice() const
 {
     QJsonObject choice;
     for (std::size_t i = 0; i < m_boxes.size(); ++i) {
@@ -117,23 +117,23 @@ QJsonObject ScoreboardGroup::choice() const
     return choice;
 }
 
-bool ScoreboardGroup::isComplete() const
+bool ControllerGroup::isComplete() const
 {
     return std::ranges::none_of(m_boxes,
                                 [](const QComboBox *box) { return box->currentText().isEmpty(); });
 }
 
-QString ScoreboardGroup::maker() const
+QString ControllerGroup::maker() const
 {
     return m_boxes.front()->currentText();
 }
 
-QString ScoreboardGroup::connection() const
+QString ControllerGroup::connection() const
 {
     return m_boxes.back()->currentText();
 }
 
-void ScoreboardGroup::markSaved(const QJsonObject &settings)
+void ControllerGroup::markSaved(const QJsonObject &settings)
 {
     m_device = choiceIn(settings);
     if (choice() == m_device) {

@@ -17,12 +17,12 @@ namespace tallyforge {
 
 /// Picks the scoreboard that a device is wired to, out of the device's own list and in the device's
 /// own words. Each of the four boxes narrows those below it.
-class ScoreboardGroup final : public Group
+class ControllerGroup final : public Group
 {
     Q_OBJECT
 
 public:
-    explicit ScoreboardGroup(QWidget *parent);
+    explicit ControllerGroup(QWidget *parent);
 
     /// controllers is the device's list, config the scoreboard that it is set to. A choice of the
     /// user's that hasn't been saved stays, as far as the list has it.
