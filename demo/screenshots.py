@@ -26,7 +26,7 @@ sys.path.insert(0, str(REPOSITORY / "tests/e2e"))
 import docks    # noqa: E402: it has to be found first
 import update   # noqa: E402
 from dock import DOCK   # noqa: E402
-from setup_pictures import take_setup   # noqa: E402
+from setup_pictures import take_account, take_pages, take_setup   # noqa: E402
 from stage import Stage       # noqa: E402
 from window import has   # noqa: E402
 
@@ -45,14 +45,18 @@ class Look:
     theme: str
     scale: int = 1
     options: tuple = ()
+    language: str = "en-US"
 
 
 LOOKS = {"dark": Look("Yami.Original"), "light": Look("Yami.Light"), "classic": Look("Yami.Classic"),
-         "double": Look("Yami.Original", scale=2), "mirrored": Look("Yami.Original", options=("-reverse",))}
+         "double": Look("Yami.Original", scale=2), "mirrored": Look("Yami.Original", options=("-reverse",)),
+         "german": Look("Yami.Original", language="de-DE")}
 TEXTS_SHOW = {   # docs/images: of which look and state
     "dock-signed-out": ("dark", "signed-out-wide"), "dock-live": ("dark", "live-wide"),
     "dock-update": ("dark", "update-available-wide"), "dock-light": ("light", "live-wide"),
-    **{f"setup-{page}": ("dark", page) for page in ("cable", "wifi", "all-set", "status", "receiver")}}
+    **{f"setup-{page}": ("dark", page) for page in ("cable", "wifi", "all-set", "status", "receiver",
+                                                    "settings", "new-token", "installing")},
+    "account": ("dark", "account")}
 
 
 class Camera:
@@ -255,7 +259,8 @@ def take_look(built, name, look):
     with tempfile.TemporaryDirectory(prefix="tallyforge-screenshots-") as folder, \
             Xvfb(f"{width}x{height}") as screen:
         stage = Stage(built, Path(folder), screen)
-        for take in (take_all, take_setup):
+        is_english = look.language.startswith("en")
+        for take in (take_all, take_setup, take_account) if is_english else (take_pages,):
             take(stage, look, OUTPUT / name)
 
 

@@ -94,6 +94,14 @@ class SetupWindow(Window):
     def show_tab(self, title):
         self.desktop.click_item("QTabBar", title)
 
+    def show_tab_at(self, index):
+        """In whatever language the tabs are."""
+        self.show_tab(self.tabs()[index])
+
+    def tabs(self):
+        return next([item["text"] for item in widget["items"]] for widget in self.look()
+                    if widget["class"] == "QTabBar")
+
     def answer(self, title, button):
         """Answers the question whose title begins so."""
         wait_until(lambda: self.window(title), what=f"the question {title}")

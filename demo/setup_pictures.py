@@ -1,30 +1,37 @@
 # SPDX-License-Identifier: GPL-2.0-or-later
 # SPDX-FileCopyrightText: 2026 The Tallyforge developers
-"""Pictures of the dialog that sets a device up, page by page."""
+"""Pictures of the dialogs about devices, page by page."""
 
 import subprocess
 
 import docks
 import setups
+from obs_session import wait_until
 from setup import SETUP, SetupWindow
-from window import has
+from window import Window, has
 
+MANAGE = "tallyforgeManageDialog"
 DEVICE, OTHER = "TF-1001", "TF-1002"
 VENUE = (f"{DEVICE}=Main gym", f"{OTHER}=Pool")
 OPTIONS = (*setups.NEW_DEVICE, "--receiver", OTHER, "--pace", "5")
+ROOM = 40, 500, 600   # from the left, width, height
+TABS = {"status-tab": "tallyforgeDeviceScoreboard", "wifi-tab": "tallyforgeMessage",
+        "settings": "tallyforgeSaveSettings", "security": "tallyforgeNewToken",
+        "updates": "tallyforgeChipVersion", "cloud": "tallyforgeDeviceId",
+        "advanced": "tallyforgeFactoryReset"}
 SCORES = {"home_score": 58, "away_score": 61, "period": 4, "clock": "2:07"}
 
 
 class Camera:
-    def __init__(self, screen, setup, folder):
-        self._screen, self._setup, self._folder = screen, setup, folder
+    def __init__(self, screen, window, folder, root=SETUP):
+        self._screen, self._window, self._folder, self._root = screen, window, folder, root
         self._count = 0
 
     def take(self, state):
         self._count += 1
-        path = self._folder / f"setup-{self._count:02}-{state}.png"
+        path = self._folder / f"dialog-{self._count:02}-{state}.png"
         path.parent.mkdir(parents=True, exist_ok=True)
-        x, y, width, height = self._setup.find(SETUP)["rect"]
+        x, y, width, height = self._window.find(self._root)["rect"]
         self._screen.screenshot(path)
         subprocess.run(["convert", path, "-crop", f"{width}x{height}+{x}+{y}", "+repage", path],
                        check=True)
@@ -64,9 +71,30 @@ def manager(sim, setup, camera):
     setup.click("tallyforgeRunNetworkTest")
     setup.wait_for("tallyforgeRunNetworkTest", enabled=True)
     camera.take("network-test")
-    setup.show_tab("Wi-Fi")
-    setup.wait_for_text("tallyforgeMessage", has("found"))
-    camera.take("wifi-tab")
+    sim.call("/usb/pipe", {"device": DEVICE, "send": 4096})
+    tabs(setup, camera)
+    setup.show_tab("Security")
+    setup.click("tallyforgeShowPasskey")
+    setup.ask_then("tallyforgeNewToken", "New access token")
+    setup.wait_for_text("tallyforgeMessage", has("Copy the token now"))
+    camera.take("new-token")
+    setup.show_tab("Updates")
+    setup.click("tallyforgeCheckUpdate")
+    setup.wait_for_text("tallyforgeMessage", has("is available"))
+    setup.ask_then("tallyforgeInstallUpdate", "Install update")
+    setup.wait_for_text("tallyforgeFirmwareStatus",
+                        lambda text: "Downloading" in text and not text.endswith(" 0%"))
+    camera.take("installing")
+
+
+def tabs(setup, camera):
+    """Each tab, in any language."""
+    for index, (name, loaded) in enumerate(TABS.items()):
+        setup.show_tab_at(index)
+        setup.wait_for(loaded)
+        if name == "settings":
+            setup.wait_until_gone("tallyforgeMessage")
+        camera.take(name)
 
 
 def lost(sim, setup, camera):
@@ -95,8 +123,49 @@ def take_setup(stage, look, folder):
         home.choose_theme("com.obsproject." + look.theme)
         with docks.opened(stage, home, options=look.options) as (_, dock):
             setup = SetupWindow(dock)
-            setup.open((40 * look.scale, 500 * look.scale, 600 * look.scale))
+            setup.open([pixels * look.scale for pixels in ROOM])
             camera = Camera(stage.screen, setup, folder)
             for part in (new_device, manager, lost, receiver):
                 part(sim, setup, camera)
+            setup.close()
+
+
+def take_account(stage, look, folder):
+    """The dialog about a device of the account."""
+    with stage.venue(DEVICE + "=Main gym") as sim:
+        home = stage.home()
+        home.choose_theme("com.obsproject." + look.theme)
+        with docks.opened(stage, home, options=look.options) as (_, dock):
+            dock.click("tallyforgeManageDevice")
+            dialog = Window(dock.desktop, MANAGE)
+            wait_until(dialog.is_open, what="the dialog about the device")
+            dialog.place(*(pixels * look.scale for pixels in (40, 440, 520)))
+            dialog.click("tallyforgeCheckStatus")
+            dialog.wait_for_text("tallyforgeManageMessage", "Status received.")
+            Camera(stage.screen, dialog, folder, MANAGE).take("account")
+
+
+def take_pages(stage, look, folder):
+    """The dialog's pages in another language: nothing here knows what they say."""
+    with stage.venue(*VENUE, options=OPTIONS) as sim:
+        home = stage.home(language=look.language)
+        home.choose_theme("com.obsproject." + look.theme)
+        with docks.opened(stage, home, options=look.options) as (_, dock):
+            setup = SetupWindow(dock)
+            setup.open(ROOM)
+            camera = Camera(stage.screen, setup, folder)
+            setup.choose_device(next(item["text"] for item in setup.find("tallyforgeDeviceList")["items"]
+                                     if sim.usb_port.rpartition("/")[2] in item["text"]))
+            camera.take("cable")
+            setup.connect()
+            setup.wait_for("tallyforgeNewPassword", focus=True)
+            camera.take("new-password")
+            setup.set_password(setups.OWN)
+            setup.wait_for("tallyforgeScanNetworks", enabled=True)
+            for page, way_on in (("wifi", "tallyforgeSkipWifi"), ("scoreboard", "tallyforgeSkipController"),
+                                 ("all-set", "tallyforgeMoreSettings")):
+                setup.wait_for(way_on)
+                camera.take(page)
+                setup.click(way_on)
+            tabs(setup, camera)
             setup.close()

@@ -262,7 +262,7 @@
     </message>
     <message>
         <source>Reset admin password to the factory password…</source>
-        <translation>Admin-Passwort auf das Werkspasswort zurücksetzen …</translation>
+        <translation>Administratorpasswort auf das Werkspasswort zurücksetzen …</translation>
     </message>
     <message>
         <source>Factory reset…</source>
@@ -282,11 +282,11 @@
     </message>
     <message>
         <source>Reset admin password</source>
-        <translation>Admin-Passwort zurücksetzen</translation>
+        <translation>Administratorpasswort zurücksetzen</translation>
     </message>
     <message>
         <source>Set the admin password back to the factory password? You will be asked to choose a new one next time.</source>
-        <translation>Das Admin-Passwort auf das Werkspasswort zurücksetzen? Beim nächsten Mal werden Sie aufgefordert, ein neues zu wählen.</translation>
+        <translation>Das Administratorpasswort auf das Werkspasswort zurücksetzen? Beim nächsten Mal werden Sie aufgefordert, ein neues zu wählen.</translation>
     </message>
     <message>
         <source>Password reset.</source>
@@ -758,7 +758,7 @@ Geben Sie RESET ein, um fortzufahren.</translation>
     </message>
     <message>
         <source>Advanced</source>
-        <translation>Erweitert</translation>
+        <translation>Extras</translation>
     </message>
 </context>
 <context>
@@ -1371,7 +1371,7 @@ Geben Sie RESET ein, um fortzufahren.</translation>
     </message>
     <message>
         <source>Admin password</source>
-        <translation>Admin-Passwort</translation>
+        <translation>Administratorpasswort</translation>
     </message>
     <message>
         <source>Current password</source>
@@ -1638,7 +1638,7 @@ Geben Sie RESET ein, um fortzufahren.</translation>
     </message>
     <message>
         <source>Only the live-score cloud link travels over the cable. This device downloads firmware itself, so it needs Wi-Fi or Ethernet for updates (or update its firmware over Wi-Fi once).</source>
-        <translation>Nur die Cloud-Verbindung für Live-Spielstände läuft über das Kabel. Dieses Gerät lädt Firmware selbst herunter und braucht daher für Aktualisierungen WLAN oder Ethernet (oder aktualisieren Sie seine Firmware einmal über WLAN).</translation>
+        <translation>Nur die Cloud-Verbindung für Live-Spielstände läuft über das Kabel. Dieses Gerät lädt Firmware selbst herunter und braucht daher für Updates WLAN oder Ethernet (oder aktualisieren Sie seine Firmware einmal über WLAN).</translation>
     </message>
     <message>
         <source> (downloading now: %1 received)</source>
@@ -1646,7 +1646,7 @@ Geben Sie RESET ein, um fortzufahren.</translation>
     </message>
     <message>
         <source>Firmware updates for a device with no Wi-Fi or Ethernet also download through this computer%1.</source>
-        <translation>Auch Firmware-Aktualisierungen für ein Gerät ohne WLAN oder Ethernet werden über diesen Computer heruntergeladen%1.</translation>
+        <translation>Auch Firmware-Updates für ein Gerät ohne WLAN oder Ethernet werden über diesen Computer heruntergeladen%1.</translation>
     </message>
     <message>
         <source>Share this computer&apos;s internet connection</source>

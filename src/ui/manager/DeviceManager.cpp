@@ -12,6 +12,7 @@
 #include "ui/manager/WifiPanel.h"
 
 #include <QSignalBlocker>
+#include <QTabBar>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -24,6 +25,11 @@ DeviceManager::DeviceManager(DeviceSession *session, SettingsStore &settings, QW
 {
     setObjectName(u"tallyforgeManager"_s);
     setAccessibleName(tr("Device settings and tools"));
+    // No tab is out of view: OBS's themes are lavish with room, and long titles may lose letters.
+    tabBar()->setStyleSheet(
+        u"QTabBar::tab { min-width: 0px; padding-left: 4px; padding-right: 4px; }"_s);
+    setUsesScrollButtons(false);
+    setElideMode(Qt::ElideRight);
     add(tr("Status"), maker<StatusPanel>());
     add(tr("Wi-Fi"), maker<WifiPanel>());
     add(tr("Settings"), maker<SettingsPanel>());

@@ -106,6 +106,7 @@ void SecurityPanel::refresh()
             }
             const QString fingerprint = result.result.value("tls_fingerprint"_L1).toString();
             m_fingerprint->setText(fingerprint);
+            m_fingerprint->setCursorPosition(0); // where it is read from
             // The device tells nobody a token that it has made before.
             if (m_token->text().isEmpty() &&
                 result.result.value("api_token_configured"_L1).toBool()) {

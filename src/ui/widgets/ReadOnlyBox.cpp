@@ -22,6 +22,11 @@ ReadOnlyBox::ReadOnlyBox(const QString &name, int height, QWidget *parent)
     setAccessibleName(name);
 }
 
+QSize ReadOnlyBox::sizeHint() const
+{
+    return {QPlainTextEdit::sizeHint().width(), minimumHeight()};
+}
+
 void ReadOnlyBox::showText(const QString &text)
 {
     const QString old = toPlainText();

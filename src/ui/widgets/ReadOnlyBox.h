@@ -16,6 +16,8 @@ public:
     /// name is what a screen reader calls it; height is the least one, in pixels.
     ReadOnlyBox(const QString &name, int height, QWidget *parent);
 
+    /// No higher than it must be: an area that scrolls would take the usual height for needed.
+    [[nodiscard]] QSize sizeHint() const override;
     /// Replaces only the part that differs, so that the place in view stays, and so does what the
     /// user has selected outside that part.
     void showText(const QString &text);
