@@ -33,8 +33,8 @@ SettingsPanel::SettingsPanel(DeviceSession *session, QWidget *parent)
     setObjectName(u"tallyforgeSettings"_s);
     QVBoxLayout *column = scrolledColumn(this);
     addConnections(column);
-    m_scoreboard = new ControllerGroup(column->parentWidget());
-    column->addWidget(m_scoreboard);
+    m_controller = new ControllerGroup(column->parentWidget());
+    column->addWidget(m_controller);
     m_wirelessInput = new WirelessInputGroup(column->parentWidget());
     column->addWidget(m_wirelessInput);
     addWirelessOutput(column);
@@ -50,8 +50,8 @@ SettingsPanel::SettingsPanel(DeviceSession *session, QWidget *parent)
     m_reload.setSingleShot(true);
     m_reload.setInterval(reloadDelay);
     connect(&m_reload, &QTimer::timeout, this, &SettingsPanel::refresh);
-    connect(m_scoreboard, &ControllerGroup::picked, this, [this] {
-        m_wirelessInput->load(m_scoreboard->maker(), m_scoreboard->connection(), m_settings,
+    connect(m_controller, &ControllerGroup::picked, this, [this] {
+        m_wirelessInput->load(m_controller->maker(), m_controller->connection(), m_settings,
                               SettingsForm::Edits::Drop);
     });
     connect(m_saveButton, &QPushButton::clicked, this, &SettingsPanel::save);
@@ -160,8 +160,8 @@ void SettingsPanel::showAll(const QJsonArray &controllers, const QJsonObject &co
     for (SettingsForm *form : std::as_const(m_forms)) {
         form->load(m_settings, SettingsForm::Edits::Keep);
     }
-    m_scoreboard->load(controllers, config);
-    m_wirelessInput->load(m_scoreboard->maker(), m_scoreboard->connection(), m_settings,
+    m_controller->load(controllers, config);
+    m_wirelessInput->load(m_controller->maker(), m_controller->connection(), m_settings,
                           SettingsForm::Edits::Keep);
     setMessage(controllers.isEmpty() ? tr("The device did not list its controllers; scoreboard "
                                           "choices are unavailable.")
@@ -172,7 +172,7 @@ void SettingsPanel::showAll(const QJsonArray &controllers, const QJsonObject &co
 QJsonObject SettingsPanel::values() const
 {
     QVariantHash values{{u"mqtt_config_enabled"_s, true}}; // nobody switches the cloud's own off
-    values.insert(m_scoreboard->choice().toVariantHash());
+    values.insert(m_controller->choice().toVariantHash());
     values.insert(m_wirelessInput->values().toVariantHash());
     for (const SettingsForm *form : m_forms) {
         values.insert(form->values().toVariantHash());
@@ -191,7 +191,7 @@ void SettingsPanel::tellOfSaving(const QString &text, bool isError)
 
 void SettingsPanel::save()
 {
-    if (!m_scoreboard->isComplete()) {
+    if (!m_controller->isComplete()) {
         tellOfSaving(tr("Choose the scoreboard's maker, model, sport and connection first."), true);
         return;
     }
@@ -223,7 +223,7 @@ void SettingsPanel::onSaved(const RpcResult &result, const QJsonObject &sent)
     for (SettingsForm *form : std::as_const(m_forms)) {
         form->markSaved();
     }
-    m_scoreboard->markSaved(sent);
+    m_controller->markSaved(sent);
     m_wirelessInput->markSaved();
     tellOfSaving(tr("Saved. The device is switching to the new settings."), false);
     m_reload.start();

@@ -51,7 +51,7 @@ private:
     void onSaved(const RpcResult &result, const QJsonObject &sent);
 
     QList<SettingsForm *> m_forms; // all but the radio's
-    ControllerGroup *m_scoreboard = nullptr;
+    ControllerGroup *m_controller = nullptr;
     WirelessInputGroup *m_wirelessInput = nullptr;
     QPushButton *m_saveButton = nullptr;
     QJsonObject m_settings; // as last loaded or saved
