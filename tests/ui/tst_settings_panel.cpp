@@ -3,16 +3,10 @@
 
 // A device's settings, over a scripted one.
 
-#include "device/DeviceSession.h"
-#include "tests/support/ScriptedLink.h"
-#include "tests/support/SkippedTime.h"
+#include "tests/ui/PanelFixture.h"
 #include "ui/manager/SettingsPanel.h"
 
-#include <QComboBox>
 #include <QGroupBox>
-#include <QLabel>
-#include <QPushButton>
-#include <QTest>
 
 using namespace tallyforge;
 using namespace tallyforge::test;
@@ -21,12 +15,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-QVariantMap json(const QByteArray &text)
-{
-    return QJsonDocument::fromJson(text).object().toVariantMap();
-}
-
-const QByteArray list = R"(getControllerList {"controllers":[
+constexpr auto list = R"(getControllerList {"controllers":[
     {"manufacturer":"acme","model":"Z","sport":"polo","input_type":"rs232"}, 7, {"manufacturer":"Acme","sport":[]},
     {"manufacturer":"Acme","model":"b","sport":"hockey","input_type":"wireless"},
     {"manufacturer":"Acme","model":"B","sport":"hockey","input_type":"rs232"},
@@ -34,35 +23,27 @@ const QByteArray list = R"(getControllerList {"controllers":[
     {"manufacturer":"Acme","model":"B","sport":"judo","input_type":"&cable <b>"},
     {"manufacturer":"vArSity","model":"V","sport":"polo","input_type":"wireless"},
     {"manufacturer":"OES","model":"V","sport":"polo","input_type":"wireless"}]})";
-const QByteArray cable = R"({"manufacturer":"Acme","model":"B","sport":"hockey","input_type":"rs232"})";
-const QByteArray rm024 = R"({"manufacturer":"Acme","model":"B","sport":"hockey","input_type":"wireless"})";
-const QByteArray xbee = R"({"manufacturer":"vArSity","model":"V","sport":"polo","input_type":"wireless"})";
-const QByteArray defaults = R"({"http_endpoint_enabled":true,"mqtt_config_enabled":true,"tcp_feed_enabled":true,
+constexpr auto cable = R"({"manufacturer":"Acme","model":"B","sport":"hockey","input_type":"rs232"})";
+constexpr auto rm024 = R"({"manufacturer":"Acme","model":"B","sport":"hockey","input_type":"wireless"})";
+constexpr auto xbee = R"({"manufacturer":"vArSity","model":"V","sport":"polo","input_type":"wireless"})";
+constexpr auto defaults = R"({"http_endpoint_enabled":true,"mqtt_config_enabled":true,"tcp_feed_enabled":true,
     "test_cloud_data_enabled":false,"wireless_output_enabled":false,"wireless_output_network_id":1,
     "wireless_output_channel":1,"ethernet_bridge_output_enabled":false,"ethernet_bridge_peer_host":"",
     "ethernet_bridge_port":1011,"usb_tunnel_enabled":false,"usb_tunnel_port":18883})";
 
 } // namespace
 
-class TestSettingsPanel : public QObject
+class TestSettingsPanel : public QObject, PanelFixture
 {
     Q_OBJECT
 
-    ScriptedDevice m_device;
-    std::unique_ptr<DeviceSession> m_session;
-    std::unique_ptr<SettingsPanel> m_panel;
-
-    template <class Widget = QWidget> Widget *find(const QString &name)
-    {
-        return m_panel->findChild<Widget *>(u"tallyforge"_s + name);
-    }
     void load(const QByteArray &config, const QByteArray &settings)
     {
         m_device.tell({list, "getControllerConfig " + config, "getSettings " + settings});
-        m_panel->refresh();
+        panel()->refresh();
     }
+    SettingsPanel *panel() { return static_cast<SettingsPanel *>(m_panel.get()); }
     QWidget *input(const QString &key) { return find(u"Setting_"_s + key); }
-    QVariant value(const QString &key) { return input(key)->property("text"); }
     void set(const QString &key, const QVariant &value)
     {
         const bool isText = value.typeId() == QMetaType::QString;
@@ -76,7 +57,8 @@ class TestSettingsPanel : public QObject
     QString offered()
     {
         QString all;
-        for (const QComboBox *box : m_panel->findChildren<QComboBox *>()) {
+        const QList<QComboBox *> boxes = m_panel->findChildren<QComboBox *>();
+        for (const QComboBox *box : boxes) {
             for (int i = 0; i < box->count(); ++i) {
                 all += box->itemText(i) + (i == box->currentIndex() ? u"* "_s : u" "_s);
             }
@@ -84,33 +66,24 @@ class TestSettingsPanel : public QObject
         }
         return all;
     }
-    QString message()
-    {
-        const auto *line = find<QLabel>(u"Message"_s);
-        return (line->styleSheet().isEmpty() ? QString() : u"!"_s) + line->text();
-    }
     QVariantMap saved()
     {
         m_device.requests.clear();
-        find<QPushButton>(u"SaveSettings"_s)->click();
-        return json(m_device.requests.value(0).mid(11).toUtf8()); // after "setSettings"
+        press(u"SaveSettings"_s);
+        return json(m_device.requests.value(0).mid(11).toUtf8()).toVariantMap(); // after "setSettings"
     }
     // How many requests the device has got since it was told to save.
     qsizetype requestsAfter(std::chrono::milliseconds time)
     {
-        skippedTime += time;
-        QTest::qWait(1);
+        skip(time);
         return m_device.requests.size() - 1;
     }
 
 private Q_SLOTS:
     void init()
     {
-        m_device = {};
-        m_session = std::make_unique<DeviceSession>(new ScriptedLink(m_device), nullptr);
-        m_session->start({u"quietmoose"_s});
-        m_panel = std::make_unique<SettingsPanel>(m_session.get(), nullptr);
-        m_panel->show();
+        begin();
+        show<SettingsPanel>();
     }
 
     void save_data()
@@ -146,7 +119,7 @@ private Q_SLOTS:
         QFETCH(QByteArrayList, row);
         load(row.at(0), row.at(1));
         QCOMPARE(message(), QString());
-        const QVariantMap typed = json(row.at(2));
+        const QVariantMap typed = json(row.at(2)).toVariantMap();
         for (auto each = typed.begin(); each != typed.end(); ++each) {
             set(each.key(), each.value());
         }
@@ -156,9 +129,9 @@ private Q_SLOTS:
         QCOMPARE(find(u"Xbee"_s)->isVisible(), row.at(0) == xbee);
         QCOMPARE(input(u"wireless_channel"_s)->isEnabledTo(m_panel.get()),
                  !input(u"wireless_auto_scan"_s)->property("checked").toBool());
-        QVariantMap expected = json(defaults);
-        expected.insert(json(row.at(0)));
-        expected.insert(json(row.at(3)));
+        QVariantMap expected = json(defaults).toVariantMap();
+        expected.insert(json(row.at(0)).toVariantMap());
+        expected.insert(json(row.at(3)).toVariantMap());
         QCOMPARE(saved(), expected);
         QCOMPARE(message(), u"Saved. The device is switching to the new settings."_s);
     }
@@ -175,10 +148,10 @@ private Q_SLOTS:
         set(u"xbee_channel"_s, u"C"_s);
         load(rm024, R"({"xbee_channel":11,"xbee_pan_id":161})");
         QCOMPARE(offered(), u"Acme OES* acme vArSity | V* | polo* | wireless* | "_s); // not saved yet, and not lost
-        QCOMPARE(value(u"xbee_channel"_s), u"C"_s);
-        QCOMPARE(value(u"xbee_pan_id"_s), u"00A1"_s);
+        QCOMPARE(text(u"Setting_xbee_channel"_s), u"C"_s);
+        QCOMPARE(text(u"Setting_xbee_pan_id"_s), u"00A1"_s);
         set(u"manufacturer"_s, u"vArSity"_s);
-        QCOMPARE(value(u"xbee_channel"_s), u"B"_s);
+        QCOMPARE(text(u"Setting_xbee_channel"_s), u"B"_s);
         set(u"manufacturer"_s, u"Acme"_s); // the device's own choice isn't taken up again
         QCOMPARE(offered(), u"Acme* OES acme vArSity | B* b | hockey* judo | rs232* wireless | "_s);
     }
@@ -187,9 +160,9 @@ private Q_SLOTS:
     {
         m_device.tell(
             {list, "getSettings timeout: Too late.", "getControllerList bad: No.", "getControllerConfig bad: No."});
-        m_panel->refresh();
+        panel()->refresh();
         QCOMPARE(message(), u"!Too late."_s);
-        m_panel->refresh();
+        panel()->refresh();
         QCOMPARE(message(), u"The device did not list its controllers; scoreboard choices are unavailable."_s);
         QVERIFY(saved().isEmpty());
         QCOMPARE(message(), u"!Choose the scoreboard's maker, model, sport and connection first."_s);
@@ -200,7 +173,7 @@ private Q_SLOTS:
         QCOMPARE(message(), u"!Refused."_s);
         QCOMPARE(requestsAfter(2600ms), 0);
         load(cable, R"({"ethernet_bridge_peer_host":"told","ethernet_bridge_port":9})");
-        QCOMPARE(value(u"ethernet_bridge_peer_host"_s), u"not there"_s);
+        QCOMPARE(text(u"Setting_ethernet_bridge_peer_host"_s), u"not there"_s);
         QCOMPARE(saved().value(u"ethernet_bridge_port"_s), 9);
     }
 
@@ -215,11 +188,12 @@ private Q_SLOTS:
         QVERIFY(!find(u"SaveSettings"_s)->isEnabled());
         set(u"usb_tunnel_port"_s, 7); // not sent, so that it isn't saved either
         m_device.answerHeld();
-        m_device.tell({list, "getControllerConfig " + cable, R"(getSettings {"xbee_channel":13,"usb_tunnel_port":8})"});
-        QCOMPARE(requestsAfter(2400ms), 0);
-        QCOMPARE(requestsAfter(200ms), 3);
-        QVariantMap expected = json(defaults);
-        expected.insert(json(cable));
+        m_device.tell({list, QByteArray("getControllerConfig ") + cable,
+                       R"(getSettings {"xbee_channel":13,"usb_tunnel_port":8})"});
+        QCOMPARE(requestsAfter(2300ms), 0);
+        QCOMPARE(requestsAfter(400ms), 3);
+        QVariantMap expected = json(defaults).toVariantMap();
+        expected.insert(json(cable).toVariantMap());
         expected.insert(u"usb_tunnel_port"_s, 7);
         QCOMPARE(saved(), expected);
         m_panel.reset();
@@ -229,8 +203,9 @@ private Q_SLOTS:
     // Of the session or the panel, before, while or after the device answers.
     void deletion()
     {
-        for (const QByteArray method : {"getControllerList", "getControllerConfig", "getSettings", "setSettings"}) {
-            const auto begin = [this, &method](const QByteArrayList &answers) {
+        const QByteArrayList methods{"getControllerList", "getControllerConfig", "getSettings", "setSettings"};
+        for (const QByteArray &method : methods) {
+            const auto ask = [this, &method](const QByteArrayList &answers) {
                 init();
                 load(cable, "{}");
                 m_device.tell(answers);
@@ -239,17 +214,17 @@ private Q_SLOTS:
                         m_panel.reset();
                     }
                 };
-                method == "setSettings" ? m_panel->save() : m_panel->refresh();
+                method == "setSettings" ? panel()->save() : panel()->refresh();
             };
-            begin({method + " never", "getSettings never"});
+            ask({method + " never", "getSettings never"});
             m_session.reset();
             QCOMPARE(message(), u"!Disconnected"_s);
             QVERIFY(saved().isEmpty() && find(u"SaveSettings"_s)->isEnabled());
             QCOMPARE(message(), u"!Not connected to a device."_s);
-            begin({method + " never"});
+            ask({method + " never"});
             m_panel.reset();
             m_device.answerHeld();
-            begin({});
+            ask({});
             QVERIFY(!m_panel);
         }
     }
