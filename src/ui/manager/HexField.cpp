@@ -17,6 +17,7 @@ HexField::HexField(const QString &name, const QString &placeholder, int unchange
     , m_unchanged(unchanged)
     , m_digits(digits)
 {
+    connect(this, &QLineEdit::textChanged, this, &HexField::numberChanged);
 }
 
 int HexField::number() const

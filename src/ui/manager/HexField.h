@@ -12,7 +12,7 @@ namespace tallyforge {
 class HexField final : public TextField
 {
     Q_OBJECT
-    Q_PROPERTY(int number READ number WRITE setNumber USER true)
+    Q_PROPERTY(int number READ number WRITE setNumber NOTIFY numberChanged USER true)
 
 public:
     /// digits is the least number of digits shown.
@@ -21,6 +21,9 @@ public:
 
     [[nodiscard]] int number() const;
     void setNumber(int number);
+
+Q_SIGNALS:
+    void numberChanged();
 
 private:
     const int m_unchanged;
