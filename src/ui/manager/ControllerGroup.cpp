@@ -26,7 +26,7 @@ QStringList valuesOf(QLatin1StringView key, const QJsonArray &controllers,
                      const QJsonObject &filters)
 {
     QSet<QString> values;
-    for (const QJsonValue &controller : controllers) {
+    for (const QJsonValueConstRef controller : controllers) {
         const QString value = controller[key].toString();
         bool fits = !value.isEmpty();
         for (auto filter = filters.begin(); fits && filter != filters.end(); ++filter) {
