@@ -3,6 +3,7 @@
 """How long the setup dialog holds the main thread of a real OBS, page by page, while scores arrive."""
 
 import time
+from functools import partial
 
 import desktop
 import obs_cost
@@ -12,7 +13,8 @@ from figures import Heading, Row, high, median
 from obs_session import ObsSession
 from setup import SetupWindow
 
-WALKS, HELD_MILLISECONDS, SHOWN_SECONDS = 20, 16, 0.7
+WALKS, HELD_MILLISECONDS, SHOWN_SECONDS, TAB_SECONDS = 20, 16, 0.7, 0.4
+TABS = "Status", "Wi-Fi", "Settings", "Security", "Updates", "Cloud", "Advanced"
 NETWORKS, CONTROLLERS = 200, 500
 FACTORY = "quietmoose"
 
@@ -26,27 +28,38 @@ def prepare(simulator, device_id):
     """A device that lets the dialog in and is on no network yet, with long lists."""
     networks = [{"ssid": f"Network {n}", "rssi": -40 - n % 50} for n in range(NETWORKS)]
     simulator.call("/admin", {"device": device_id, "password": FACTORY, "must_change_password": False,
-                              "joined": "", "networks": networks, "controllers": scoreboards()})
+                              "joined": "", "networks": networks, "controllers": scoreboards(),
+                              "log_bytes": 1 << 20})
     simulator.call("/pace", {"pace": 50})
 
 
-def walk(setup):
+def connect(setup, port):
+    """To the device on this port, of several."""
+    setup.choose_device(next(item["text"] for item in setup.find("tallyforgeDeviceList")["items"]
+                             if port in item["text"]))
+    setup.connect()
+
+
+def walk(setup, port):
     """Gives, by step, how long the main thread left a question without an answer, in milliseconds."""
     steps = {
         "opening it": setup.open,
-        f"to the Wi-Fi page with {NETWORKS} networks": setup.connect,
+        f"to the Wi-Fi page with {NETWORKS} networks": partial(connect, setup, port),
         f"to the scoreboards, {CONTROLLERS} of them": lambda: setup.click("tallyforgeSkipWifi"),
         "to the summary": lambda: setup.click("tallyforgeSkipController"),
         "to the settings and tools": lambda: setup.click("tallyforgeMoreSettings"),
-        "to another tab": lambda: setup.show_tab("Wi-Fi"),
-        "back to the choice of a device": lambda: setup.click("tallyforgeDisconnect"),
     }
+    tabs = {f"to the tab {tab} for the first time": partial(setup.show_tab, tab) for tab in TABS[1:]}
+    tabs["the device's log"] = lambda: setup.click("tallyforgeShowLog")
+    tabs |= {f"to the tab {tab} again": partial(setup.show_tab, tab) for tab in TABS}
+    end = {"back to the choice of a device": lambda: setup.click("tallyforgeDisconnect")}
     longest = {}
-    for name, go in steps.items():
-        with held(setup) as waits:
-            go()
-            time.sleep(SHOWN_SECONDS)
-        longest[name] = max(waits)
+    for part, seconds in ((steps, SHOWN_SECONDS), (tabs, TAB_SECONDS), (end, SHOWN_SECONDS)):
+        for name, go in part.items():
+            with held(setup) as waits:
+                go()
+                time.sleep(seconds)
+            longest[name] = max(waits)
     setup.close()
     return longest
 
@@ -64,7 +77,7 @@ def measure(build, folder, simulator, device_id, screen):
         with held(dock) as nothing:
             time.sleep(SHOWN_SECONDS)
         with changes(simulator, device_id):
-            walks = [walk(SetupWindow(dock)) for _ in range(WALKS)]
+            walks = [walk(SetupWindow(dock), simulator.usb_port.rpartition("/")[2]) for _ in range(WALKS)]
     rows = [Heading("The setup dialog, with ten changes a second: main thread held, at worst in each walk"),
             Row("nothing: what asking costs", "ms", [median(nothing)])]
     for name in walks[0]:

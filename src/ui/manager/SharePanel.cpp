@@ -100,6 +100,7 @@ void SharePanel::setLink(UsbLink *link, bool receiverMode)
     }
     link->cloud()->setEnabled(m_settings.shareConnection());
     connect(link, &UsbLink::tunnelChanged, this, &SharePanel::update, Qt::UniqueConnection);
+    connect(link, &QObject::destroyed, this, &SharePanel::update, Qt::UniqueConnection);
     update();
 }
 

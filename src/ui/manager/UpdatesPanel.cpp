@@ -124,16 +124,15 @@ void UpdatesPanel::refresh()
 void UpdatesPanel::check()
 {
     setMessage(tr("Checking…"), false);
-    call(
-        u"otaCheck"_s, {},
-        [this](const RpcResult &result) {
-            if (result.ok) {
-                onCheck(result.result);
-            } else {
-                setMessage(result.errorMessage, true);
-            }
-        },
-        checkMs);
+    m_checked.next();
+    call(u"otaCheck"_s, {}, m_checked.guard([this](const RpcResult &result) {
+        if (result.ok) {
+            onCheck(result.result);
+        } else {
+            setMessage(result.errorMessage, true);
+        }
+    }),
+         checkMs);
 }
 
 // An answer can offer an update and tell of an error at once.
@@ -157,6 +156,7 @@ void UpdatesPanel::install()
     const QString what =
         m_offered.isEmpty() ? tr("the latest firmware") : tr("version %1").arg(m_offered);
     confirm(tr("Install update"), tr("Install %1 and restart the device now?").arg(what), [this] {
+        m_checked.next(); // a late answer must not offer the installation once more
         m_check->setEnabled(false);
         m_install->setEnabled(false);
         setMessage(tr("Starting the update…"), false);

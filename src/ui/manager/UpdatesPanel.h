@@ -39,7 +39,8 @@ private:
     QPushButton *m_install = nullptr;
     UpdateGroup *m_chip = nullptr;
     QPushButton *m_updateChip = nullptr;
-    QString m_offered; // the newest version that a check has found, empty for none
+    Generation m_checked; // begins with each check, and ends with an installation
+    QString m_offered;    // the newest version that a check has found, empty for none
     AnswerPoll *m_pollFirmware = nullptr;
     AnswerPoll *m_pollChip = nullptr;
 };

@@ -38,6 +38,13 @@ DeviceManager *ManagerPage::install(DeviceSession *session, const QString &title
     return m_manager;
 }
 
+void ManagerPage::refresh()
+{
+    if (m_manager) {
+        m_manager->showPage(m_manager->currentIndex());
+    }
+}
+
 void ManagerPage::dropManager()
 {
     if (m_manager) {

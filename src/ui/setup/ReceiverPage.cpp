@@ -117,7 +117,9 @@ void ReceiverPage::showPaired(const QString &newKey)
         showStatus(newKeyText(newKey));
         m_key->setText(newKey);
     }
-    announce(m_status, m_status->text(), false);
+    if (newKey.isEmpty()) { // nobody needs to hear a key
+        announce(m_status, m_status->text(), false);
+    }
 }
 
 } // namespace tallyforge

@@ -180,6 +180,9 @@ void SetupDialog::onReady()
     if (m_wasReady) {
         if (page() == SignIn) {
             showPage(m_lastStep);
+            if (m_lastStep == Manager) {
+                managerPage()->refresh(); // the device may tell something else after a restart
+            }
         }
         return;
     }

@@ -37,9 +37,11 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override
     {
         if (event->type() == QEvent::KeyPress) {
-            const int key = static_cast<const QKeyEvent *>(event)->key();
-            if (key == Qt::Key_Return || key == Qt::Key_Enter) {
-                m_button->click();
+            const auto *press = static_cast<const QKeyEvent *>(event);
+            if (press->key() == Qt::Key_Return || press->key() == Qt::Key_Enter) {
+                if (!press->isAutoRepeat()) {
+                    m_button->click();
+                }
                 return true;
             }
         }
