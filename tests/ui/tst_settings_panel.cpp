@@ -183,11 +183,15 @@ private Q_SLOTS:
         set(u"xbee_channel"_s, u"c"_s);
         set(u"ethernet_bridge_port"_s, 5);
         m_device.tell({"setSettings never"});
+        QVERIFY(QTest::qWaitForWindowActive(m_panel.get()));
+        find(u"SaveSettings"_s)->setFocus();
         saved();
         QCOMPARE(message(), u"Saving…"_s);
         QVERIFY(!find(u"SaveSettings"_s)->isEnabled());
         set(u"usb_tunnel_port"_s, 7); // not sent, so that it isn't saved either
         m_device.answerHeld();
+        QVERIFY(find(u"SaveSettings"_s)->hasFocus());
+        QCOMPARE(text(u"Setting_xbee_channel"_s), u"C"_s);
         m_device.tell({list, QByteArray("getControllerConfig ") + cable,
                        R"(getSettings {"xbee_channel":13,"usb_tunnel_port":8})"});
         QCOMPARE(requestsAfter(2300ms), 0);

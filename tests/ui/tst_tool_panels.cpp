@@ -35,7 +35,7 @@ class TestToolPanels : public QObject, PanelFixture
         m_device.tell({reply});
         m_device.requests.clear();
         press(button);
-        confirm(answer, title + u" – D1"_s);
+        confirm(answer, title + u" – "_s + m_session->deviceId());
     }
 
 private Q_SLOTS:
@@ -231,13 +231,15 @@ private Q_SLOTS:
         find<QLineEdit>(u"DeviceId"_s)->clear();
         QTest::keyClicks(find(u"DeviceId"_s), u" D2 "_s);
         m_device.answerHeld(); // after the first letters
-        m_device.tell({"setDeviceId taken: In use.", "setDeviceId {}", "getStatus x: No."});
+        m_device.tell(
+            {"setDeviceId taken: In use.", "setDeviceId {}", "getStatus x: No.", R"(getStatus {"device_id":"D2"})"});
         QTest::keyClick(find(u"DeviceId"_s), Qt::Key_Return);
         QCOMPARE(message(), u"!In use."_s);
         QCOMPARE(text(u"DeviceId"_s), u" D2 "_s);
         press(u"SaveDeviceId"_s);
         QCOMPARE(message(), u"Saved."_s);
-        QCOMPARE(m_device.requests.last(2), (QStringList{u"setDeviceId{\"device_id\":\"D2\"}"_s, u"getStatus{}"_s}));
+        QCOMPARE(m_device.requests.filter(u"setDeviceId"_s).constLast(), u"setDeviceId{\"device_id\":\"D2\"}"_s);
+        QCOMPARE(m_session->deviceId(), u"D2"_s); // which the next title shows
         QVERIFY(text(u"CloudStatus"_s).isEmpty());
         asks(u"ForgetCloud"_s, QMessageBox::Yes, u"Forget cloud sign-in"_s, "clearMqttConfig {}");
         QCOMPARE(message(), u"Done. The device no longer has cloud credentials."_s);
@@ -263,7 +265,8 @@ private Q_SLOTS:
         QCOMPARE(message(), QString());
         press(u"ShowLog"_s);
         QCOMPARE(message(), u"!No log."_s);
-        const QByteArray lines = QByteArray(99, 'x').append("\\n").repeated(2000) + QByteArray(9000, 'y');
+        const QByteArray lines =
+            QByteArray(4000, 'x') + "\\n" + QByteArray(99, 'x').append("\\n").repeated(1999) + QByteArray(9000, 'y');
         m_device.tell({"getLogs {\"logs\":\"" + lines + "\"}"});
         press(u"ShowLog"_s);
         QTRY_VERIFY(box(u"Log"_s).endsWith(u"yy"_s));

@@ -131,18 +131,12 @@ void ManageDialog::setBusy(bool busy)
 ManageDialog::Answer ManageDialog::begin(const QString &busyText, const Answer &onSuccess)
 {
     setMessage(busyText, false);
-    // A button that is switched off gives the focus away, and gets it back.
-    const QPointer<QWidget> pressed = focusWidget();
     setBusy(true);
-    const QPointer<QWidget> next = focusWidget();
-    return [self = QPointer(this), pressed, next, onSuccess](const PortalResult &result) {
+    return [self = QPointer(this), onSuccess](const PortalResult &result) {
         if (!self) {
             return;
         }
         self->setBusy(false);
-        if (pressed && self->focusWidget() == next) {
-            pressed->setFocus();
-        }
         if (result.ok) {
             onSuccess(result);
         } else {

@@ -37,6 +37,7 @@ QComboBox *ScoreboardForm::addBox(QFormLayout *rows, const QString &name, const 
 {
     auto *box = new ElidingComboBox(this);
     box->setObjectName(name);
+    box->setAccessibleName(label);
     rows->addRow(label, box);
     return box;
 }

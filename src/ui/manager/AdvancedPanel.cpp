@@ -68,25 +68,25 @@ void AdvancedPanel::restart()
     }
     session()->reboot([self = QPointer(this)](bool ok, const QString &error) {
         if (self) {
-            self->setMessage(ok ? tr("Restarting…") : error, !ok);
+            self->tell(ok ? tr("Restarting…") : error, !ok);
         }
     });
 }
 
 void AdvancedPanel::readLog()
 {
-    setMessage(tr("Reading the log…"), false);
+    tell(tr("Reading the log…"), false);
     call(
         u"getLogs"_s, {},
         [this](const RpcResult &result) {
             if (!result.ok) {
-                setMessage(result.errorMessage, true);
+                tell(result.errorMessage, true);
                 return;
             }
             const QString logs = result.result.value("logs"_L1).toString();
             m_log->showLog(logs.isEmpty() ? QString::fromUtf8(QJsonDocument(result.result).toJson())
                                           : logs);
-            setMessage({}, false);
+            tell({}, false);
         },
         logMs);
 }
@@ -118,7 +118,7 @@ void AdvancedPanel::callConfirmed(const QString &method, const QString &done)
     call(
         method, {{u"confirm"_s, true}},
         [this, done](const RpcResult &result) {
-            setMessage(result.ok ? done : result.errorMessage, !result.ok);
+            tell(result.ok ? done : result.errorMessage, !result.ok);
         },
         answerMs);
 }

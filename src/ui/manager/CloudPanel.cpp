@@ -66,6 +66,11 @@ void CloudPanel::addDeviceId(QBoxLayout *column)
 void CloudPanel::refresh()
 {
     m_deviceId->setModified(false);
+    load();
+}
+
+void CloudPanel::load()
+{
     call(u"getStatus"_s, {}, [this](const RpcResult &result) { showStatus(result); }, answerMs);
 }
 
@@ -94,25 +99,39 @@ void CloudPanel::saveDeviceId()
     if (id.isEmpty()) {
         return;
     }
+    m_deviceId->setModified(false);
     call(
         u"setDeviceId"_s, {{u"device_id"_s, id}},
         [this](const RpcResult &result) {
-            setMessage(result.ok ? tr("Saved.") : result.errorMessage, !result.ok);
+            tell(result.ok ? tr("Saved.") : result.errorMessage, !result.ok);
             if (result.ok) {
-                refresh();
+                load();
+                readDeviceId();
             }
         },
         answerMs);
 }
 
+// The session's own, which titles show.
+void CloudPanel::readDeviceId()
+{
+    if (session() != nullptr) {
+        session()->refreshStatus([self = QPointer(this)](bool ok, const QString &) {
+            if (ok && self) {
+                Q_EMIT self->deviceIdChanged();
+            }
+        });
+    }
+}
+
 void CloudPanel::askToForget()
 {
     const auto onAnswer = [this](const RpcResult &result) {
-        setMessage(result.ok ? tr("Done. The device no longer has cloud credentials.")
-                             : result.errorMessage,
-                   !result.ok);
+        tell(result.ok ? tr("Done. The device no longer has cloud credentials.")
+                       : result.errorMessage,
+             !result.ok);
         if (result.ok) {
-            refresh();
+            load();
         }
     };
     confirm(tr("Forget cloud sign-in"),

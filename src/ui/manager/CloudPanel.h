@@ -23,11 +23,17 @@ public:
 
     void refresh() override;
 
+Q_SIGNALS:
+    /// The session knows the ID that the device has been given.
+    void deviceIdChanged();
+
 private:
     void addShare(QBoxLayout *column, SettingsStore &settings);
     void addDeviceId(QBoxLayout *column);
+    void load();
     void showStatus(const RpcResult &result);
     void saveDeviceId();
+    void readDeviceId();
     void askToForget();
 
     ThemedLabel *m_status = nullptr;

@@ -41,6 +41,19 @@ QStringList valuesOf(QLatin1StringView key, const QJsonArray &controllers,
     return sorted;
 }
 
+// The same choice is left alone, because the user may have its list open.
+void offer(QComboBox *box, const QStringList &texts)
+{
+    QStringList present;
+    for (int i = 0; i < box->count(); ++i) {
+        present.append(box->itemText(i));
+    }
+    if (present != texts) {
+        box->clear();
+        box->addItems(texts);
+    }
+}
+
 QJsonObject choiceIn(const QJsonObject &settings)
 {
     QJsonObject choice;
@@ -90,8 +103,7 @@ void ControllerGroup::fill(std::size_t first, const QJsonObject &preferred)
         QComboBox *box = m_boxes.at(i);
         const QLatin1StringView key = keys.at(i);
         if (i >= first) {
-            box->clear();
-            box->addItems(valuesOf(key, m_controllers, filters));
+            offer(box, valuesOf(key, m_controllers, filters));
             const int place = box->findText(preferred.value(key).toString(),
                                             Qt::MatchExactly | Qt::MatchCaseSensitive);
             box->setCurrentIndex(std::max(place, box->count() > 0 ? 0 : -1));

@@ -37,6 +37,7 @@ ControllerPanel::ControllerPanel(DeviceSession *session, QWidget *parent)
     const auto addBox = [rows, page](const QString &name, const QString &label) {
         auto *box = new ElidingComboBox(page);
         box->setObjectName(name);
+        box->setAccessibleName(label);
         rows->addRow(label, box);
         return box;
     };
@@ -184,17 +185,17 @@ void ControllerPanel::save()
     const ControllerChoice choice = picked();
     if (!session() || choice.manufacturer.isEmpty() || choice.model.isEmpty() ||
         choice.sport.isEmpty() || choice.inputType.isEmpty()) {
-        setMessage(tr("Choose the manufacturer, model, sport and input type first."), true);
+        tell(tr("Choose the manufacturer, model, sport and input type first."), true);
         return;
     }
-    setMessage(tr("Saving…"), false);
+    tell(tr("Saving…"), false);
     m_saveButton->setEnabled(false);
     session()->setController(choice, [self = QPointer(this)](bool ok, const QString &error) {
         if (!self) {
             return;
         }
         self->m_saveButton->setEnabled(true);
-        self->setMessage(ok ? tr("Saved.") : error, !ok);
+        self->tell(ok ? tr("Saved.") : error, !ok);
         if (ok) {
             Q_EMIT self->saved();
         }

@@ -35,8 +35,7 @@ DeviceManager::DeviceManager(DeviceSession *session, SettingsStore &settings, QW
     add(tr("Settings"), maker<SettingsPanel>());
     add(tr("Security"), [this](QWidget *tab) { return makeSecurity(tab); });
     add(tr("Updates"), maker<UpdatesPanel>());
-    add(tr("Cloud"),
-        [this, &settings](QWidget *tab) { return new CloudPanel(m_session, settings, tab); });
+    add(tr("Cloud"), [this, &settings](QWidget *tab) { return makeCloud(settings, tab); });
     add(tr("Advanced"), maker<AdvancedPanel>());
     connect(this, &QTabWidget::currentChanged, this, &DeviceManager::refreshPage);
 }
@@ -51,6 +50,13 @@ PanelBase *DeviceManager::makeSecurity(QWidget *parent)
     auto *panel = new SecurityPanel(m_session, parent);
     connect(panel, &SecurityPanel::apiToken, this, &DeviceManager::apiToken);
     connect(panel, &SecurityPanel::passwordChanged, this, &DeviceManager::passwordChanged);
+    return panel;
+}
+
+PanelBase *DeviceManager::makeCloud(SettingsStore &settings, QWidget *parent)
+{
+    auto *panel = new CloudPanel(m_session, settings, parent);
+    connect(panel, &CloudPanel::deviceIdChanged, this, &DeviceManager::deviceIdChanged);
     return panel;
 }
 

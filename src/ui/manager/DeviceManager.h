@@ -32,6 +32,8 @@ Q_SIGNALS:
     /// See SecurityPanel. Both are secrets.
     void apiToken(const QString &token);
     void passwordChanged(const QString &password);
+    /// See CloudPanel.
+    void deviceIdChanged();
 
 private:
     using Maker = std::function<PanelBase *(QWidget *parent)>;
@@ -39,6 +41,7 @@ private:
     void add(const QString &title, const Maker &make);
     template <class Panel> Maker maker();
     PanelBase *makeSecurity(QWidget *parent);
+    PanelBase *makeCloud(SettingsStore &settings, QWidget *parent);
     void refreshPage(int index);
 
     const QPointer<DeviceSession> m_session;

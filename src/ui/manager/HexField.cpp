@@ -28,9 +28,13 @@ int HexField::number() const
 
 void HexField::setNumber(int number)
 {
-    setText(number == m_unchanged
-                ? QString()
-                : QString::number(number, base).toUpper().rightJustified(m_digits, u'0'));
+    const QString digits =
+        number == m_unchanged
+            ? QString()
+            : QString::number(number, base).toUpper().rightJustified(m_digits, u'0');
+    if (digits != text()) { // else the cursor stays
+        setText(digits);
+    }
 }
 
 } // namespace tallyforge

@@ -5,6 +5,9 @@
 
 #include "ui/widgets/MessageLine.h"
 
+#include <QScrollArea>
+#include <QTimer>
+
 using namespace Qt::StringLiterals;
 
 namespace tallyforge {
@@ -24,10 +27,24 @@ void PanelBase::setMessage(const QString &text, bool error)
     m_message->tell(text, error);
 }
 
+void PanelBase::tell(const QString &text, bool error)
+{
+    setMessage(text, error);
+    QTimer::singleShot(0, m_message, [this] { // when the line has its place
+        QWidget *above = m_message->parentWidget();
+        while (above != nullptr && qobject_cast<QScrollArea *>(above) == nullptr) {
+            above = above->parentWidget();
+        }
+        if (above != nullptr && !m_message->text().isEmpty()) {
+            static_cast<QScrollArea *>(above)->ensureWidgetVisible(m_message);
+        }
+    });
+}
+
 bool PanelBase::checkSession()
 {
     if (!m_session) {
-        setMessage(tr("Not connected to a device."), true);
+        tell(tr("Not connected to a device."), true);
     }
     return !m_session.isNull();
 }

@@ -30,6 +30,9 @@ public:
 
 protected:
     void setMessage(const QString &text, bool error);
+    /// The same for what a press of a button brings: the line comes into view, because it may stand
+    /// below what a small window shows.
+    void tell(const QString &text, bool error);
     /// Whether there still is a session; if not, the panel says so.
     [[nodiscard]] bool checkSession();
     /// Calls a method of the device. The callback comes unless the panel has gone; without a

@@ -88,12 +88,12 @@ void SecurityPanel::addPassword(QBoxLayout *column)
     m_next =
         addField(rows, u"tallyforgeNextPassword"_s, tr("New password (at least 8 characters)"));
     m_repeated = addField(rows, u"tallyforgeNextPasswordAgain"_s, tr("New password again"));
-    QPushButton *change = addButton(rows, u"tallyforgeChangePassword"_s, tr("Change password"));
+    m_change = addButton(rows, u"tallyforgeChangePassword"_s, tr("Change password"));
     for (TextField *field : {m_current, m_next, m_repeated}) {
         field->setEchoMode(QLineEdit::Password);
-        pressOnReturn(field, change);
+        pressOnReturn(field, m_change);
     }
-    connect(change, &QPushButton::clicked, this, &SecurityPanel::changePassword);
+    connect(m_change, &QPushButton::clicked, this, &SecurityPanel::changePassword);
 }
 
 void SecurityPanel::refresh()
@@ -121,12 +121,12 @@ void SecurityPanel::makeToken()
     const auto onAnswer = [this](const RpcResult &result) {
         const QString token = result.result.value("token"_L1).toString();
         if (!result.ok) {
-            setMessage(result.errorMessage, true);
+            tell(result.errorMessage, true);
         } else if (token.isEmpty()) {
-            setMessage(tr("The device did not return a token."), true);
+            tell(tr("The device did not return a token."), true);
         } else {
             m_token->setText(token);
-            setMessage(tr("Copy the token now – it is not shown again."), false);
+            tell(tr("Copy the token now – it is not shown again."), false);
             Q_EMIT apiToken(token);
         }
     };
@@ -152,12 +152,12 @@ void SecurityPanel::showPasskey()
         [this](const RpcResult &result) {
             const QString passkey = result.result.value("passkey"_L1).toString();
             if (!result.ok) {
-                setMessage(result.errorMessage, true);
+                tell(result.errorMessage, true);
             } else if (passkey.isEmpty()) {
-                setMessage(tr("The device did not return a passkey."), true);
+                tell(tr("The device did not return a passkey."), true);
             } else {
                 m_passkey->setText(passkey);
-                setMessage({}, false);
+                tell({}, false);
             }
         },
         answerMs);
@@ -168,31 +168,33 @@ void SecurityPanel::changePassword()
     const QString current = m_current->text();
     const QString next = m_next->text();
     if (current.isEmpty() || next.isEmpty()) {
-        setMessage(tr("Fill in the current and new password."), true);
+        tell(tr("Fill in the current and new password."), true);
         return;
     }
     if (next != m_repeated->text()) {
-        setMessage(tr("The two new passwords do not match."), true);
+        tell(tr("The two new passwords do not match."), true);
         return;
     }
     if (!isGoodPassword(next)) {
-        setMessage(tr("Use at least 8 characters, and not the factory password."), true);
+        tell(tr("Use at least 8 characters, and not the factory password."), true);
         return;
     }
+    m_change->setEnabled(!session()); // without a session there is no answer
     call(
         u"changePassword"_s,
         {{u"current_password"_s, current},
          {u"new_password"_s, next},
          {u"confirm_password"_s, m_repeated->text()}},
         [this, next](const RpcResult &result) {
+            m_change->setEnabled(true);
             if (!result.ok) {
-                setMessage(result.errorMessage, true);
+                tell(result.errorMessage, true);
                 return;
             }
             for (TextField *field : {m_current, m_next, m_repeated}) {
                 field->clear();
             }
-            setMessage(tr("Password changed."), false);
+            tell(tr("Password changed."), false);
             Q_EMIT passwordChanged(next);
         },
         answerMs);

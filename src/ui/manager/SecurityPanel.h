@@ -5,7 +5,7 @@
 
 #include "ui/manager/PanelBase.h"
 
-class QLineEdit;
+class QPushButton;
 
 namespace tallyforge {
 
@@ -44,6 +44,7 @@ private:
     TextField *m_current = nullptr;
     TextField *m_next = nullptr;
     TextField *m_repeated = nullptr;
+    QPushButton *m_change = nullptr;
 };
 
 } // namespace tallyforge

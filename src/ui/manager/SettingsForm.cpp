@@ -22,11 +22,16 @@ QVariant valueOf(const QWidget *input)
     return input->metaObject()->userProperty().read(input);
 }
 
+void write(QWidget *input, const QVariant &value)
+{
+    input->metaObject()->userProperty().write(input, value);
+}
+
 // Leaves an input alone that shows the value already: its text and cursor stay.
 void setValue(QWidget *input, const QVariant &value)
 {
     if (valueOf(input) != value) {
-        input->metaObject()->userProperty().write(input, value);
+        write(input, value);
     }
 }
 
@@ -141,6 +146,9 @@ void SettingsForm::markSaved()
 {
     for (Input &input : m_inputs) {
         input.known = input.sent;
+        if (input.sent.typeId() == QMetaType::Int && valueOf(input.widget) == input.sent) {
+            write(input.widget, input.sent); // the device's number, however it was typed
+        }
     }
 }
 

@@ -10,7 +10,6 @@
 #include "ui/widgets/ScrolledColumn.h"
 #include "ui/widgets/WrappingButton.h"
 
-#include <QScrollArea>
 #include <QVBoxLayout>
 
 #include <chrono>
@@ -180,19 +179,10 @@ QJsonObject SettingsPanel::values() const
     return QJsonObject::fromVariantHash(values);
 }
 
-// The line stands below the form, where a small window doesn't reach.
-void SettingsPanel::tellOfSaving(const QString &text, bool isError)
-{
-    setMessage(text, isError);
-    QTimer::singleShot(0, this, [this] { // when the line has its place
-        findChild<QScrollArea *>()->ensureWidgetVisible(messageLine());
-    });
-}
-
 void SettingsPanel::save()
 {
     if (!m_controller->isComplete()) {
-        tellOfSaving(tr("Choose the scoreboard's maker, model, sport and connection first."), true);
+        tell(tr("Choose the scoreboard's maker, model, sport and connection first."), true);
         return;
     }
     m_reload.stop();
@@ -201,7 +191,7 @@ void SettingsPanel::save()
         form->markSent();
     }
     m_wirelessInput->markSent();
-    tellOfSaving(tr("Saving…"), false);
+    tell(tr("Saving…"), false);
     m_saveButton->setEnabled(!session()); // without a session there is no answer
     const QJsonObject sent = values();
     call(
@@ -214,7 +204,7 @@ void SettingsPanel::onSaved(const RpcResult &result, const QJsonObject &sent)
     m_loading.next();
     m_saveButton->setEnabled(true);
     if (!result.ok) {
-        tellOfSaving(result.errorMessage, true);
+        tell(result.errorMessage, true);
         return;
     }
     for (auto setting = sent.begin(); setting != sent.end(); ++setting) {
@@ -225,7 +215,7 @@ void SettingsPanel::onSaved(const RpcResult &result, const QJsonObject &sent)
     }
     m_controller->markSaved(sent);
     m_wirelessInput->markSaved();
-    tellOfSaving(tr("Saved. The device is switching to the new settings."), false);
+    tell(tr("Saved. The device is switching to the new settings."), false);
     m_reload.start();
 }
 

@@ -47,7 +47,6 @@ private:
     void loadSettings(const QJsonArray &controllers, const QJsonObject &config);
     void showAll(const QJsonArray &controllers, const QJsonObject &config);
     [[nodiscard]] QJsonObject values() const;
-    void tellOfSaving(const QString &text, bool isError);
     void onSaved(const RpcResult &result, const QJsonObject &sent);
 
     QList<SettingsForm *> m_forms; // all but the radio's

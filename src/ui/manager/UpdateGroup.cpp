@@ -51,8 +51,10 @@ void UpdateGroup::showVersion(const QString &running)
     m_version->showText(tr("Running: %1").arg(running));
 }
 
-void UpdateGroup::showBar()
+void UpdateGroup::begin()
 {
+    m_bar->setValue(0);
+    showStatus({});
     m_bar->show();
 }
 

@@ -24,7 +24,8 @@ public:
     /// Adds a button below those that are there.
     QPushButton *addButton(const QString &name, const QString &text);
     void showVersion(const QString &running);
-    void showBar();
+    /// Shows an empty bar, and nothing of an update before.
+    void begin();
     /// done and total are amounts of data from outside; without a total nothing is done. Returns
     /// the percentage that the bar then shows, from 0 to 100.
     int showProgress(double done, double total);

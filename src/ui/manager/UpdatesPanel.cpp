@@ -116,20 +116,21 @@ void UpdatesPanel::refresh()
                     result.result.value("running_version"_L1).toString(tr("unknown"));
                 m_chip->showVersion(result.result.value("c6_running_version"_L1).toString(older));
             }
-            m_chip->setVisible(result.ok); // not every device has one
+            // Not every device has one; one that is being updated may not answer.
+            m_chip->setVisible(result.ok || !m_updateChip->isEnabled());
         },
         answerMs);
 }
 
 void UpdatesPanel::check()
 {
-    setMessage(tr("Checking…"), false);
+    tell(tr("Checking…"), false);
     m_checked.next();
     call(u"otaCheck"_s, {}, m_checked.guard([this](const RpcResult &result) {
         if (result.ok) {
             onCheck(result.result);
         } else {
-            setMessage(result.errorMessage, true);
+            tell(result.errorMessage, true);
         }
     }),
          checkMs);
@@ -144,10 +145,9 @@ void UpdatesPanel::onCheck(const QJsonObject &answer)
     m_offered = isOffered ? answer.value("version"_L1).toString() : QString();
     m_install->setEnabled(isOffered);
     if (!error.isEmpty()) {
-        setMessage(tr("Error: %1").arg(error), true);
+        tell(tr("Error: %1").arg(error), true);
     } else {
-        setMessage(isOffered ? tr("Version %1 is available.").arg(m_offered) : tr("Up to date."),
-                   false);
+        tell(isOffered ? tr("Version %1 is available.").arg(m_offered) : tr("Up to date."), false);
     }
 }
 
@@ -159,15 +159,15 @@ void UpdatesPanel::install()
         m_checked.next(); // a late answer must not offer the installation once more
         m_check->setEnabled(false);
         m_install->setEnabled(false);
-        setMessage(tr("Starting the update…"), false);
+        tell(tr("Starting the update…"), false);
         const bool isAsked = call(
             u"otaApply"_s, {},
             [this](const RpcResult &result) {
                 if (result.ok) {
-                    m_firmware->showBar();
+                    m_firmware->begin();
                     m_pollFirmware->start();
                 } else {
-                    setMessage(result.errorMessage, true);
+                    tell(result.errorMessage, true);
                     m_check->setEnabled(true);
                 }
             },
@@ -209,7 +209,7 @@ void UpdatesPanel::updateChip()
                     u"c6OtaApply"_s, {{u"source"_s, u"partition"_s}, {u"force"_s, false}},
                     [this](const RpcResult &result) {
                         if (result.ok) {
-                            m_chip->showBar();
+                            m_chip->begin();
                             m_pollChip->start();
                         } else {
                             m_chip->showStatus(result.errorMessage);

@@ -108,14 +108,14 @@ void WifiPanel::apply()
     }
     const QString network = m_networks->network();
     if (network.isEmpty()) {
-        setMessage(tr("Choose or type a network name first."), true);
+        tell(tr("Choose or type a network name first."), true);
         return;
     }
-    setMessage(tr("Sending the network to the device…"), false);
+    tell(tr("Sending the network to the device…"), false);
     m_networks->setJoining(true);
     const auto progress = [self = QPointer(this)](const QString &text) {
         if (self) {
-            self->setMessage(text, false);
+            self->tell(text, false);
         }
     };
     const auto done = [self = QPointer(this)](bool ok, const QString &text) {
@@ -123,7 +123,7 @@ void WifiPanel::apply()
             return;
         }
         self->m_networks->setJoining(false);
-        self->setMessage(text, !ok);
+        self->tell(text, !ok);
         if (ok) {
             Q_EMIT self->joined(self->session() ? self->session()->wifiIp() : QString());
         }
@@ -145,8 +145,7 @@ void WifiPanel::linkAction()
         const QString address = m_wireless->address();
         const QString key = m_wireless->key();
         if (address.isEmpty()) {
-            setMessage(tr("Enter the receiver's address first. It is printed on the receiver."),
-                       true);
+            tell(tr("Enter the receiver's address first. It is printed on the receiver."), true);
         } else {
             askToTransmit(address, key, key.isEmpty());
         }
@@ -168,14 +167,14 @@ void WifiPanel::stopTransmitter()
         return;
     }
     m_wireless->setBusy(true);
-    setMessage(tr("Switching off the wireless transmitter…"), false);
+    tell(tr("Switching off the wireless transmitter…"), false);
     session()->disableEspNowSender([self = QPointer(this)](bool ok, const QString &error) {
         if (!self) {
             return;
         }
         self->m_wireless->setBusy(false);
         if (!ok) {
-            self->setMessage(error, true);
+            self->tell(error, true);
             return;
         }
         self->m_wireless->hideForRestart(false);
@@ -199,7 +198,7 @@ void WifiPanel::transmit(const QString &address, const QString &key, bool genera
         return;
     }
     m_wireless->setBusy(true);
-    setMessage(tr("Switching to the wireless receiver…"), false);
+    tell(tr("Switching to the wireless receiver…"), false);
     const auto done = [self = QPointer(this)](bool ok, const QString &error,
                                               const QString &newKey) {
         if (!self) {
@@ -207,7 +206,7 @@ void WifiPanel::transmit(const QString &address, const QString &key, bool genera
         }
         self->m_wireless->setBusy(false);
         if (!ok) {
-            self->setMessage(error, true);
+            self->tell(error, true);
             return;
         }
         self->m_wireless->hideForRestart(true);

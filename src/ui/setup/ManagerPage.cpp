@@ -31,11 +31,16 @@ ManagerPage::ManagerPage(SettingsStore &settings, QWidget *parent)
 DeviceManager *ManagerPage::install(DeviceSession *session, const QString &title)
 {
     dropManager();
-    setTitleText(m_title, title);
+    setDevice(title);
     m_manager = new DeviceManager(session, m_settings, content());
     m_place->addWidget(m_manager);
     setFirstField(m_manager);
     return m_manager;
+}
+
+void ManagerPage::setDevice(const QString &title)
+{
+    setTitleText(m_title, title);
 }
 
 void ManagerPage::refresh()

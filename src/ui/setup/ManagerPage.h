@@ -26,6 +26,8 @@ public:
 
     /// Makes the manager anew, on its first tab. The session isn't owned.
     DeviceManager *install(DeviceSession *session, const QString &title);
+    /// The device has another name from now on.
+    void setDevice(const QString &title);
     /// Loads the tab in view anew.
     void refresh();
     /// Takes the manager away, because its session goes.

@@ -265,6 +265,8 @@ void SetupDialog::openManager()
         DeviceManager *manager = managerPage()->install(m_held.get(), deviceName());
         connect(manager, &DeviceManager::apiToken, this, &SetupDialog::rememberToken);
         connect(manager, &DeviceManager::passwordChanged, this, &SetupDialog::rememberPassword);
+        connect(manager, &DeviceManager::deviceIdChanged, m_manager,
+                [this] { m_manager->setDevice(deviceName()); });
         showPage(Manager);
         manager->showPage(0);
     }

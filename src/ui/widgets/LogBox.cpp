@@ -5,6 +5,8 @@
 
 #include <QTextCursor>
 
+#include <algorithm>
+
 namespace tallyforge {
 
 namespace {
@@ -29,8 +31,13 @@ void LogBox::showLog(const QString &text)
 
 bool LogBox::addPiece()
 {
-    const QStringView piece = QStringView(m_text).sliced(m_shown).left(pieceLength);
-    const bool isLast = m_shown + piece.size() == m_text.size();
+    const QStringView rest = QStringView(m_text).sliced(m_shown);
+    qsizetype length = std::min(pieceLength, rest.size());
+    if (length < rest.size() && (rest[length] == u'\n' || rest[length].isLowSurrogate())) {
+        ++length; // belongs to what stands before it
+    }
+    const QStringView piece = rest.left(length);
+    const bool isLast = length == rest.size();
     const qsizetype lineEnd = isLast ? -1 : piece.lastIndexOf(u'\n');
     const QStringView lines = piece.left(lineEnd < 0 ? piece.size() : lineEnd + 1);
     QTextCursor end(document());

@@ -7,13 +7,15 @@
 
 #include <QCheckBox>
 #include <QEvent>
+#include <QPointer>
 #include <QPushButton>
 #include <QStyleOptionButton>
 
 namespace tallyforge {
 
 /// A button whose text is wrapped where it doesn't fit, so that it asks for no more width than its
-/// longest word. The style draws it as it draws any other.
+/// longest word. The style draws it as it draws any other. When it is switched off under the focus,
+/// it takes the focus back once it is on again, unless the user has moved it meanwhile.
 template <class Button, QStyle::ContentsType contents> class Wrapping final : public Button
 {
 public:
@@ -43,6 +45,14 @@ protected:
         if (event->type() == QEvent::Polish || event->type() == QEvent::StyleChange) {
             this->setMaximumHeight(QWIDGETSIZE_MAX); // OBS's themes allow for one line
         }
+        if (event->type() == QEvent::FocusOut && !this->isEnabled()) {
+            m_focused = this->window()->focusWidget();
+        } else if (event->type() == QEvent::EnabledChange && this->isEnabled() && m_focused) {
+            if (m_focused == this->window()->focusWidget()) {
+                this->setFocus();
+            }
+            m_focused.clear();
+        }
         return done;
     }
     // Decides how much is drawn, and where a check box takes a click.
@@ -66,6 +76,8 @@ private:
         return this->style()->sizeFromContents(contents, &option, probe, this).width() -
                probe.width();
     }
+
+    QPointer<QWidget> m_focused; // in its place
 };
 
 using WrappingButton = Wrapping<QPushButton, QStyle::CT_PushButton>;
