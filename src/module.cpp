@@ -8,6 +8,7 @@
 #include "plugin/LibobsApi.h"
 #include "plugin/Log.h"
 #include "plugin/Translation.h"
+#include "plugin/WebSocketVendor.h"
 #include "sources/sources.h"
 #include "ui/dock/DockRegistration.h"
 
@@ -21,6 +22,8 @@
 
 #include <dlfcn.h>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -28,6 +31,8 @@ namespace {
 obs_module_t *obs_module_pointer = nullptr;
 
 QTranslator *translation = nullptr;
+
+tallyforge::WebSocketVendor *vendor = nullptr;
 
 // A bundle carries Qt plug-ins of its own, the TLS backend among them, without which HTTPS fails.
 void registerBundledQtPlugins()
@@ -116,9 +121,17 @@ bool obs_module_load(void)
     return true;
 }
 
+// obs-websocket is loaded by now, if OBS has it.
+void obs_module_post_load(void)
+{
+    using namespace tallyforge;
+    vendor = new WebSocketVendor(*App::get());
+}
+
 void obs_module_unload(void)
 {
     using namespace tallyforge;
+    delete std::exchange(vendor, nullptr);
     dock_unregister();
     BleBridge::instance()->shutdown();
     App::shutdown();

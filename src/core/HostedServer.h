@@ -6,6 +6,7 @@
 #include "common/SlicedWork.h"
 #include "core/HostedClient.h"
 #include "core/HostedListener.h"
+#include "core/HostedRequest.h"
 
 #include <QJsonObject>
 #include <QList>
@@ -16,7 +17,6 @@
 namespace tallyforge {
 
 class LiveData;
-struct HostedRequest;
 
 /// Offers the live data to other programs as lines of JSON on a TCP port (docs/tcp-protocol.md):
 /// pushes a snapshot to each when it comes and whenever the data change, and answers requests. It
@@ -46,6 +46,9 @@ public:
     /// The reply to a request that can't be met.
     [[nodiscard]] static QJsonObject failure(const QString &error);
 
+    /// The whole reply to any request but "get".
+    [[nodiscard]] QJsonObject reply(const HostedRequest &request) const;
+
     void setCommandHandler(const CommandHandler &handler) { m_commandHandler = handler; }
 
     [[nodiscard]] bool isListening() const { return m_tcpServer.isListening(); }
@@ -67,7 +70,6 @@ private:
     void send(HostedClient *client, const QByteArray &bytes);
     void sendJson(HostedClient *client, const QJsonObject &object);
     void handleLine(HostedClient *client, const QByteArray &line);
-    [[nodiscard]] QJsonObject reply(const HostedRequest &request) const;
     [[nodiscard]] QByteArray snapshot() const;
 
     const HostedClient::Timing m_timing;

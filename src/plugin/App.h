@@ -78,6 +78,9 @@ public:
     /// disconnected by it.
     void applyServerSettings();
 
+    /// What other programs are told of how the live data come.
+    [[nodiscard]] QJsonObject statusForPrograms() const { return m_commands.state(); }
+
     /// Looks for a newer version of the plug-in; with manual false only if the user wants that.
     void checkForUpdates(bool manual);
 

@@ -46,6 +46,11 @@ QJsonObject ProgramCommands::answer(const QString &op, const QJsonObject &reques
 QJsonObject ProgramCommands::status()
 {
     followWaiting(); // an earlier "use" shows in the answer
+    return state();
+}
+
+QJsonObject ProgramCommands::state() const
+{
     const PortalClient &portal = m_app.portal();
     const SourceManager &sources = *m_app.sources();
     return {

@@ -28,6 +28,8 @@ public:
 
     /// The reply to a request; an unknown command gives the error "unknown_op".
     [[nodiscard]] QJsonObject answer(const QString &op, const QJsonObject &request);
+    /// What "status" tells now, even if a choice waits.
+    [[nodiscard]] QJsonObject state() const;
     /// Forgets a choice that still waits, because the user has chosen since.
     void forgetChoice() { m_waiting.reset(); }
 

@@ -26,7 +26,7 @@ SKIPPED = 77
 SCENARIOS = {run.__name__: run for run in (
     scenarios.cloud, scenarios.lan, scenarios.vanished, scenarios.choice, scenarios.style,
     scenarios.many, scenarios.closing, scenarios.untrusted, graphics.page, graphics.properties,
-    graphics.refresh, language.german, server.used, update.update, update.update_refused,
+    graphics.refresh, language.german, server.used, server.remote, update.update, update.update_refused,
     update.update_killed, update.update_closed, docks.dock_sign_in, docks.dock_choice,
     docks.dock_scene, docks.dock_server, docks.dock_update, docks.dock_keyboard,
     docks.dock_narrow, setups.setup_first, setups.setup_live, setups.setup_network,

@@ -2,6 +2,7 @@
 # SPDX-FileCopyrightText: 2026 The Tallyforge developers
 """What must hold for other programs that speak to the plug-in in a real OBS."""
 
+import contextlib
 import json
 import socket
 import subprocess
@@ -13,10 +14,12 @@ from stage import Score, check
 PORT = 9001
 
 
+EXAMPLES = REPOSITORY / "docs/examples"
+
+
 def ask(*arguments):
     """What the example program prints: it is one that a user would start."""
-    script = REPOSITORY / "docs/examples/ask.py"
-    return subprocess.run([sys.executable, str(script), *arguments], timeout=30, check=True,
+    return subprocess.run([sys.executable, str(EXAMPLES / "ask.py"), *arguments], timeout=30, check=True,
                           stdout=subprocess.PIPE, text=True).stdout
 
 
@@ -49,3 +52,44 @@ def used(stage):
                 reader.sendall(b"status\n")
                 status = next(line for line in lines if "ok" in line)
                 check(status["device"] == "TF-1002" and status["live"], f"the status: {status}")
+
+
+def remote(stage):
+    """The same through obs-websocket: the examples, each request as on the port, and late questions."""
+    with stage.venue("TF-1001=Main gym", "TF-1002=Pool") as sim:
+        home = stage.home({"selected_device": "TF-1001", "server_enabled": True})
+        with stage.obs(home) as obs:
+            obs.wait_for_status("Live from TF-1001")
+
+            def vendor(op, **data):
+                return obs.request("CallVendorRequest", vendorName="tallyforge", requestType=op,
+                                   requestData=data)["responseData"]
+
+            def port(op, **data):
+                with socket.create_connection(("127.0.0.1", PORT), timeout=30) as server:
+                    server.sendall(json.dumps({"op": op} | data).encode() + b"\n")
+                    lines = map(json.loads, server.makefile(encoding="utf-8"))
+                    first = next(lines)   # a snapshot, like the answer to "get"
+                    return first if op == "get" else next(line for line in lines if "ok" in line)
+            for op, data in (("status", {}), ("devices", {}), ("use", {"device": "TF-9"}), ("use", {})):
+                check(vendor(op, **data) == port(op, **data), f"{op} {data}: {vendor(op, **data)}")
+            with follower() as lines:
+                next(lines)
+                for device, score in (("TF-1002", 17), ("TF-1001", 18)):
+                    sim.set(device, {"home_score": score, "away_score": 2})
+                    choose = ["node", str(EXAMPLES / "obs_ask.mjs"), device]
+                    subprocess.run(choose, timeout=30, check=True)
+                    check(vendor("status")["device"] == device, "the choice shows at once")
+                    check(f"{score} : 2\n" in lines, f"the score of {device} comes as an event")
+                    check(vendor("get")["fields"] == port("get")["fields"], "the scores")
+
+
+@contextlib.contextmanager
+def follower():
+    """The lines of the example that waits for events."""
+    with subprocess.Popen([sys.executable, str(EXAMPLES / "obs_follow.py")], stdout=subprocess.PIPE,
+                          text=True) as process:
+        try:
+            yield iter(process.stdout)
+        finally:
+            process.kill()
