@@ -26,7 +26,7 @@ class ObsHome:
     """Each scene collection has a single scene: with two or more, OBS 32.2 by itself, without any
     plug-in of a user's, leaks memory or crashes at the end of about every third run."""
 
-    def __init__(self, folder, scene="Scene", language="en-US"):
+    def __init__(self, folder, scene="Scene", language="en-US", frame_rate=60):
         self.folder = Path(folder)
         self.output = self.folder / "obs-output.txt"   # what OBS prints, with the levels
         self.config = self.folder / ".config/obs-studio"
@@ -43,7 +43,7 @@ class ObsHome:
         self._write("basic/profiles/Untitled/basic.ini", _ini(
             General={"Name": "Untitled"},
             Video={"BaseCX": CANVAS[0], "BaseCY": CANVAS[1], "OutputCX": CANVAS[0],
-                   "OutputCY": CANVAS[1], "FPSCommon": 60}))
+                   "OutputCY": CANVAS[1], "FPSCommon": frame_rate}))
         self._write("plugin_config/obs-websocket/config.json", json.dumps(WEBSOCKET))
         self.write_collection("Untitled", scene)
 

@@ -15,6 +15,7 @@ from simulator import Simulator
 FONT = {"face": "DejaVu Sans", "style": "Bold", "size": 48, "flags": 1}
 LIVE, PLAIN = "tallyforge_text", "text_ft2_source_v2"
 CLOSING_SECONDS = 2
+FRAME_RATE = 20   # two OBS at once, drawn by the processor, leave little of it for anything else
 
 
 def check(truth, what):
@@ -43,7 +44,7 @@ class Stage:
 
     def home(self, settings=None, mode=0o600, **options):
         """A fresh home with a sign-in that is still good."""
-        home = ObsHome(self.new_folder("home"), **options)
+        home = ObsHome(self.new_folder("home"), frame_rate=FRAME_RATE, **options)
         home.install(self.built.plugin)
         home.install(self.built.browser, "browser-standin")
         home.write_session(self.sim.cookie)
