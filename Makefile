@@ -4,7 +4,7 @@
 # Every target but install and clean works inside a sandbox that scripts/sandbox.sh sets up.
 .NOTPARALLEL:
 .DEFAULT_GOAL := help
-.PHONY: help demo test screenshots bench asan fuzz format translations check shell install package clean
+.PHONY: help demo test screenshots bench asan fuzz faults format translations check shell install package clean
 sandbox := scripts/sandbox.sh
 
 # A screen of one's own is used unless HEADLESS says otherwise.
@@ -31,6 +31,9 @@ asan: ## Run the tests that need no OBS with address and undefined-behaviour san
 
 fuzz: ## Feed random bytes to all parsers (FUZZ_SECONDS=30 for each)
 	@$(sandbox) sh -c 'scripts/build.sh fuzz && exec scripts/fuzz.sh'
+
+faults: ## Plant faults in a copy, one at a time, and say which tests notice (ONLY=word, RESUME=1)
+	@$(sandbox) python3 scripts/plant_faults.py $(if $(RESUME),--resume) $(ONLY)
 
 format: ## Put all C++ into the house's format
 	@$(sandbox) scripts/format.sh
