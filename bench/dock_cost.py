@@ -39,26 +39,6 @@ def changes(simulator, device):
         thread.join()
 
 
-@contextlib.contextmanager
-def held(dock):
-    """Gives a list that in the end holds how long OBS's main thread left each of many questions
-    without an answer meanwhile, in milliseconds."""
-    over, waits = threading.Event(), []
-
-    def ask():
-        while not over.is_set():
-            begin = time.monotonic()
-            dock.look("none of this name")
-            waits.append((time.monotonic() - begin) * 1000)
-    thread = threading.Thread(target=ask)
-    thread.start()
-    try:
-        yield waits
-    finally:
-        over.set()
-        thread.join()
-
-
 def starts(home, simulator, device_id, env, use):
     """Starts OBS some times; gives what each module took to load, and what use() returned."""
     loads, results = [], []
@@ -75,10 +55,10 @@ def open_and_close(dock):
     """How long the main thread is held by opening the dock for the first time and for the second."""
     longest = []
     for _ in range(2):
-        with held(dock) as waits:
+        with dock.desktop.watch_main_thread() as held:
             dock.choose("Docks", "Tallyforge")
             time.sleep(SHOWN_SECONDS)
-        longest.append(max(waits))
+        longest.append(max(held["waited"]))
         dock.close()
     return longest
 

@@ -2,18 +2,20 @@
 # SPDX-FileCopyrightText: 2026 The Tallyforge developers
 """How long the setup dialog holds the main thread of a real OBS, page by page, while scores arrive."""
 
+import os
 import time
 from functools import partial
 
 import desktop
 import obs_cost
 from dock import Dock
-from dock_cost import changes, held
+from dock_cost import changes
 from figures import Heading, Row, high, median
 from obs_session import ObsSession
 from setup import SetupWindow
 
-WALKS, HELD_MILLISECONDS, SHOWN_SECONDS, TAB_SECONDS = 20, 16, 0.7, 0.4
+WALKS = int(os.environ.get("BENCH_WALKS", 20))
+HELD_MILLISECONDS, SHOWN_SECONDS, TAB_SECONDS = 16, 0.7, 0.4
 TABS = "Status", "Wi-Fi", "Settings", "Security", "Updates", "Cloud", "Advanced"
 NETWORKS, CONTROLLERS = 200, 500
 FACTORY = "quietmoose"
@@ -41,8 +43,10 @@ def connect(setup, port):
 
 
 def walk(setup, port):
-    """Gives, by step, how long the main thread left a question without an answer, in milliseconds."""
+    """Gives, by step, the longest time that the main thread was held and the most that it worked on
+    end, in milliseconds."""
     steps = {
+        "nothing": lambda: None,
         "opening it": setup.open,
         f"to the Wi-Fi page with {NETWORKS} networks": partial(connect, setup, port),
         f"to the scoreboards, {CONTROLLERS} of them": lambda: setup.click("tallyforgeSkipWifi"),
@@ -56,10 +60,10 @@ def walk(setup, port):
     longest = {}
     for part, seconds in ((steps, SHOWN_SECONDS), (tabs, TAB_SECONDS), (end, SHOWN_SECONDS)):
         for name, go in part.items():
-            with held(setup) as waits:
+            with setup.desktop.watch_main_thread() as held:
                 go()
                 time.sleep(seconds)
-            longest[name] = max(waits)
+            longest[name] = max(held["waited"]), max(held["used"])
     setup.close()
     return longest
 
@@ -74,13 +78,11 @@ def measure(build, folder, simulator, device_id, screen):
     with ObsSession(home, env) as obs:
         obs.wait_for_status(f"Live from {simulator.devices[device_id]['nickname']} over your network")
         dock.open()
-        with held(dock) as nothing:
-            time.sleep(SHOWN_SECONDS)
         with changes(simulator, device_id):
             walks = [walk(SetupWindow(dock), simulator.usb_port.rpartition("/")[2]) for _ in range(WALKS)]
-    rows = [Heading("The setup dialog, with ten changes a second: main thread held, at worst in each walk"),
-            Row("nothing: what asking costs", "ms", [median(nothing)])]
+    rows = [Heading("The setup dialog, with ten changes a second: main thread held, at worst in each walk")]
     for name in walks[0]:
-        waits = [each[name] for each in walks]
-        rows.append(Row(name, "ms", waits, f"< {HELD_MILLISECONDS} (95 %)", high(waits) < HELD_MILLISECONDS))
+        held, used = zip(*(each[name] for each in walks))
+        rows += [Row(name, "ms", held, f"< {HELD_MILLISECONDS} (95 %)", high(held) < HELD_MILLISECONDS),
+                 Row("    processor time in it", "ms", used)]
     return rows
