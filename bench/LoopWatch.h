@@ -21,7 +21,8 @@
 namespace tallyforge::bench {
 
 /// Knocks at the event loop a thousand times a second, as a user would, and notes how long each
-/// knock waits until the main thread comes to it, and the processor time of the main thread meanwhile.
+/// knock waits until the main thread comes to it, and the processor time of the main thread
+/// meanwhile.
 class LoopWatch
 {
 public:

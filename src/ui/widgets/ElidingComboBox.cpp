@@ -5,6 +5,7 @@
 
 #include <QAbstractItemView>
 #include <QEvent>
+#include <QResizeEvent>
 #include <QStyleOptionComboBox>
 #include <QStylePainter>
 
@@ -50,9 +51,11 @@ void ElidingComboBox::changeEvent(QEvent *event)
 {
     const bool isForList =
         event->type() == QEvent::StyleChange || event->type() == QEvent::FontChange;
-    if (isForList && !m_hasList && !isEditable()) {
+    if (isForList && !m_hasList) {
         QWidget::changeEvent(event); // NOLINT(bugprone-parent-virtual-call)
         updateGeometry();
+        QResizeEvent same(size(), size()); // which gives the field of an editable box its place
+        resizeEvent(&same);
     } else {
         QComboBox::changeEvent(event);
     }

@@ -10,8 +10,9 @@
 namespace tallyforge {
 
 /// A combo box that never grows with its items: names that don't fit lose their middle. Its list,
-/// which takes four times as long to make as the box, is made when the user first opens it, unless
-/// the box is editable.
+/// which takes four times as long to make as the box, is made when the user first opens it. A box
+/// in which the user can type gets its field by setLineEdit(), because setEditable() makes the
+/// list.
 class ElidingComboBox final : public PassingWheel<QComboBox>
 {
     Q_OBJECT
