@@ -53,7 +53,8 @@ class Desktop:
     def watch_main_thread(self):
         """Gives a dictionary that in the end holds milliseconds, without those that it took to answer
         questions: "waited", how long each of a thousand knocks a second waited until OBS's main
-        thread came to them, and "used", the processor time between two of these moments."""
+        thread came to them, "used", the processor time between two of these moments, and "shown", how old
+        each of the times was that the only live text came to show."""
         held = {}
         self._ask(watch=True)
         yield held

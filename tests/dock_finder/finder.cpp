@@ -7,9 +7,11 @@
 // "*" for all windows; with "measure" each widget also tells the least size that it needs, for which
 // Qt may redraw it. The answer holds "widgets", the visible ones from the root on down, and "heard".
 // "watch": true begins to note how long the main thread is held, without these answers; with
-// "watch": false the answer holds the milliseconds: "waited" and "used", see LoopWatch.
+// "watch": false the answer holds the milliseconds: "waited" and "used", see LoopWatch, and "shown",
+// see ShownAges.
 
 #include "bench/LoopWatch.h"
+#include "bench/ShownAges.h"
 #include "tests/dock_finder/Heard.h"
 #include "tests/dock_finder/Items.h"
 
@@ -100,11 +102,14 @@ private:
             answer.insert(u"widgets"_s, look(root));
         }
         if (wish[u"watch"_s].toBool()) {
+            m_shown.emplace();
             m_watch.emplace().beginOwnWork();
         } else if (m_watch && wish.contains(u"watch"_s)) {
             answer.insert(u"waited"_s, m_watch->waited());
             answer.insert(u"used"_s, m_watch->used());
+            answer.insert(u"shown"_s, m_shown->found());
             m_watch.reset();
+            m_shown.reset();
         }
         return answer;
     }
@@ -173,6 +178,7 @@ private:
     QLocalServer m_server;
     Heard m_heard;
     std::optional<tallyforge::bench::LoopWatch> m_watch;
+    std::optional<tallyforge::bench::ShownAges> m_shown;
     bool m_measures = false;
     QHash<const QObject *, int> m_paints; // of each widget so far
 };
