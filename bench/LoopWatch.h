@@ -7,8 +7,10 @@
 #include <QObject>
 #include <QSocketNotifier>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <ctime>
 #include <optional>
 #include <thread>
 #include <utility>
@@ -19,7 +21,8 @@
 namespace tallyforge::bench {
 
 /// Knocks at the event loop a thousand times a second, as a user would, and notes how long each
-/// knock waits until the main thread comes to it.
+/// knock waits until the main thread comes to it, and the processor time of the main thread
+/// meanwhile.
 class LoopWatch
 {
 public:
@@ -34,8 +37,9 @@ public:
                              qint64 knocked[512] = {};
                              const ssize_t size = read(m_pipe[0], knocked, sizeof knocked);
                              for (ssize_t i = 0; i * ssize_t(sizeof(qint64)) < size; ++i) {
-                                 m_waited.append(double(now() - knocked[i]) / 1e6);
+                                 m_waited.append(double(waitedSince(knocked[i])) / 1e6);
                              }
+                             noteUsed();
                          });
         m_knocking = std::thread([this] {
             for (; !m_ending; std::this_thread::sleep_for(std::chrono::milliseconds(1))) {
@@ -57,6 +61,20 @@ public:
 
     /// Milliseconds.
     [[nodiscard]] QJsonArray waited() const { return m_waited; }
+    /// Milliseconds of processor time between two moments at which the loop came to the knocks.
+    [[nodiscard]] QJsonArray used() const { return m_used; }
+
+    /// Work of the measurement's own, which neither figure holds: one at a time.
+    void beginOwnWork()
+    {
+        m_ownBegin = now();
+        m_ownUsed -= processorTime();
+    }
+    void endOwnWork()
+    {
+        m_ownEnd = now();
+        m_ownUsed += processorTime();
+    }
 
 private:
     static qint64 now()
@@ -64,11 +82,33 @@ private:
         return std::chrono::nanoseconds(std::chrono::steady_clock::now().time_since_epoch())
             .count();
     }
+    static qint64 processorTime()
+    {
+        timespec used{};
+        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &used);
+        return used.tv_sec * 1'000'000'000LL + used.tv_nsec;
+    }
+    qint64 waitedSince(qint64 knock) const
+    {
+        return now() - knock - std::max(0LL, m_ownEnd - std::max(m_ownBegin, knock));
+    }
+    void noteUsed()
+    {
+        const qint64 used = processorTime();
+        m_used.append(double(used - m_usedBefore - m_ownUsed) / 1e6);
+        m_usedBefore = used;
+        m_ownUsed = 0;
+    }
 
     int m_pipe[2] = {};
     std::optional<QSocketNotifier> m_notifier;
     QObject m_context;
     QJsonArray m_waited;
+    QJsonArray m_used;
+    qint64 m_usedBefore = processorTime(); // these four in nanoseconds
+    qint64 m_ownUsed = 0;
+    qint64 m_ownBegin = 0; // of the latest work of its own
+    qint64 m_ownEnd = 0;
     std::atomic<bool> m_ending = false;
     std::thread m_knocking;
 };

@@ -21,39 +21,19 @@ STARTS, SHOWN_SECONDS, HELD_MILLISECONDS = 5, 1, 50
 
 @contextlib.contextmanager
 def changes(simulator, device):
-    """Meanwhile the score changes ten times a second."""
+    """Meanwhile the score changes ten times a second; the clock shows when that was sent."""
     over = threading.Event()
 
     def flow():
         due, count = time.monotonic(), 0
         while not over.wait(max(0, due - time.monotonic())):
             count += 1
-            simulator.set(device, {"home_score": count % 100, "clock": f"{count // 60}:{count % 60:02}"})
+            simulator.set(device, {"home_score": count % 100, "clock": str(time.monotonic_ns())})
             due += 1 / CHANGES_PER_SECOND
     thread = threading.Thread(target=flow)
     thread.start()
     try:
         yield
-    finally:
-        over.set()
-        thread.join()
-
-
-@contextlib.contextmanager
-def held(dock):
-    """Gives a list that in the end holds how long OBS's main thread left each of many questions
-    without an answer meanwhile, in milliseconds."""
-    over, waits = threading.Event(), []
-
-    def ask():
-        while not over.is_set():
-            begin = time.monotonic()
-            dock.look("none of this name")
-            waits.append((time.monotonic() - begin) * 1000)
-    thread = threading.Thread(target=ask)
-    thread.start()
-    try:
-        yield waits
     finally:
         over.set()
         thread.join()
@@ -75,10 +55,10 @@ def open_and_close(dock):
     """How long the main thread is held by opening the dock for the first time and for the second."""
     longest = []
     for _ in range(2):
-        with held(dock) as waits:
+        with dock.desktop.watch_main_thread() as held:
             dock.choose("Docks", "Tallyforge")
             time.sleep(SHOWN_SECONDS)
-        longest.append(max(waits))
+        longest.append(max(held["waited"]))
         dock.close()
     return longest
 

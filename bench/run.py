@@ -126,7 +126,7 @@ def measure_all(build, folder, only):
                 build / "bench/bench-update_download", folder),
             "the dock (about 4 minutes)": lambda: dock_cost.measure(
                 build, folder, simulator, DEVICE, screen),
-            "the setup dialog (about 3 minutes)": lambda: setup_cost.measure(
+            "the setup dialog (about 6 minutes)": lambda: setup_cost.measure(
                 build, folder, simulator, DEVICE, screen),
             "costs in a real OBS (about 3 minutes)": obs,
         }

@@ -2,6 +2,7 @@
 # SPDX-FileCopyrightText: 2026 The Tallyforge developers
 """What a running OBS shows on a screen, and a mouse and a keyboard that see that OBS has heard them."""
 
+import contextlib
 import json
 import socket
 
@@ -32,11 +33,11 @@ class Desktop:
         self._finder = str(finder)
         self.clicks = self.texts = 0   # that were made and typed
 
-    def _ask(self, root, measured=False):
+    def _ask(self, root="", measured=False, **more):
         with socket.socket(socket.AF_UNIX) as client:
             client.settimeout(30)
             client.connect(self._finder)
-            client.sendall(json.dumps({"root": root, "measure": measured}).encode() + b"\n")
+            client.sendall(json.dumps({"root": root, "measure": measured} | more).encode() + b"\n")
             answer = b"".join(iter(lambda: client.recv(1 << 16), b""))
         return json.loads(answer)
 
@@ -46,7 +47,18 @@ class Desktop:
         return self._ask(root, measured)["widgets"]
 
     def _heard(self):
-        return self._ask("")["heard"]
+        return self._ask()["heard"]
+
+    @contextlib.contextmanager
+    def watch_main_thread(self):
+        """Gives a dictionary that in the end holds milliseconds, without those that it took to answer
+        questions: "waited", how long each of a thousand knocks a second waited until OBS's main
+        thread came to them, "used", the processor time between two of these moments, and "shown", how old
+        each of the times was that the only live text came to show."""
+        held = {}
+        self._ask(watch=True)
+        yield held
+        held.update(self._ask(watch=False))
 
     def _use(self, kind, count, *words):
         """Uses the mouse or the keyboard; returns what OBS has heard once all of it has arrived.

@@ -6,7 +6,12 @@
 // DOCK_FINDER_SOCKET names sends one line, a JSON object: "root" is the object name of a widget, or
 // "*" for all windows; with "measure" each widget also tells the least size that it needs, for which
 // Qt may redraw it. The answer holds "widgets", the visible ones from the root on down, and "heard".
+// "watch": true begins to note how long the main thread is held, without these answers; with
+// "watch": false the answer holds the milliseconds: "waited" and "used", see LoopWatch, and "shown",
+// see ShownAges.
 
+#include "bench/LoopWatch.h"
+#include "bench/ShownAges.h"
 #include "tests/dock_finder/Heard.h"
 #include "tests/dock_finder/Items.h"
 
@@ -20,6 +25,8 @@
 #include <QLocalServer>
 #include <QLocalSocket>
 #include <QWidget>
+
+#include <optional>
 
 #include <obs-module.h>
 
@@ -74,14 +81,37 @@ private:
         connect(client, &QLocalSocket::disconnected, client, &QObject::deleteLater);
         connect(client, &QLocalSocket::readyRead, this, [this, client] {
             if (client->canReadLine()) {
+                if (m_watch) {
+                    m_watch->beginOwnWork();
+                }
                 const QJsonObject wish = QJsonDocument::fromJson(client->readLine()).object();
-                m_measures = wish[u"measure"_s].toBool();
-                const QJsonObject answer{{u"widgets"_s, look(wish[u"root"_s].toString())},
-                                         {u"heard"_s, m_heard.told()}};
-                client->write(QJsonDocument(answer).toJson(QJsonDocument::Compact));
+                client->write(QJsonDocument(answer(wish)).toJson(QJsonDocument::Compact));
                 client->disconnectFromServer();
+                if (m_watch) {
+                    m_watch->endOwnWork();
+                }
             }
         });
+    }
+
+    QJsonObject answer(const QJsonObject &wish)
+    {
+        QJsonObject answer{{u"heard"_s, m_heard.told()}};
+        m_measures = wish[u"measure"_s].toBool();
+        if (const QString root = wish[u"root"_s].toString(); !root.isEmpty()) {
+            answer.insert(u"widgets"_s, look(root));
+        }
+        if (wish[u"watch"_s].toBool()) {
+            m_shown.emplace();
+            m_watch.emplace().beginOwnWork();
+        } else if (m_watch && wish.contains(u"watch"_s)) {
+            answer.insert(u"waited"_s, m_watch->waited());
+            answer.insert(u"used"_s, m_watch->used());
+            answer.insert(u"shown"_s, m_shown->found());
+            m_watch.reset();
+            m_shown.reset();
+        }
+        return answer;
     }
 
     QJsonArray look(const QString &root) const
@@ -147,6 +177,8 @@ private:
 
     QLocalServer m_server;
     Heard m_heard;
+    std::optional<tallyforge::bench::LoopWatch> m_watch;
+    std::optional<tallyforge::bench::ShownAges> m_shown;
     bool m_measures = false;
     QHash<const QObject *, int> m_paints; // of each widget so far
 };

@@ -498,7 +498,7 @@ private Q_SLOTS:
             press(u"SetUpDevice"_s);
             QCOMPARE(m_dock->findChildren<QDialog *>().size(), 1);
             const QPointer dialog = find<QDialog>(u"SetupDialog"_s);
-            QVERIFY(dialog->isVisible() && dialog->parent() == m_dock.get());
+            QTRY_VERIFY(dialog->isVisible() && dialog->parent() == m_dock.get());
             QTest::keyClick(dialog, Qt::Key_Escape);
             QTRY_VERIFY(!dialog);
         }

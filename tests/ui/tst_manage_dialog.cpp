@@ -55,6 +55,7 @@ class TestManageDialog : public QObject
         if (auto *question = find<QMessageBox>(u"Question"_s)) {
             question->button(QMessageBox::Yes)->click();
             question->setObjectName(QString()); // it goes later
+            QCoreApplication::sendPostedEvents();
         }
         return message();
     }
@@ -142,6 +143,7 @@ private Q_SLOTS:
         auto *question = find<QMessageBox>(u"Question"_s);
         QCOMPARE(question->text(), u"Restart D 1 now? Live scores pause for about a minute."_s);
         QTest::keyClick(question, Qt::Key_Return);
+        QCoreApplication::sendPostedEvents();
         QVERIFY(isIdle() && m_portal->requests.size() == requests);
     }
 

@@ -358,7 +358,7 @@ private Q_SLOTS:
         show<WifiPanel>()->refresh();
         press(u"WirelessAction"_s);
         find<QMessageBox>(u"Question"_s)->button(QMessageBox::Yes)->click();
-        QVERIFY(!m_panel && m_device.requests.filter(u"setEspNow"_s).size() == 1);
+        QTRY_VERIFY(!m_panel && m_device.requests.filter(u"setEspNow"_s).size() == 1);
         m_device.onRequest = {};
         auto *controllers = show<ControllerPanel>();
         m_device.tell(

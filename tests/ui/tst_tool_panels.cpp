@@ -72,7 +72,7 @@ private Q_SLOTS:
         m_device.tell({R"(ensureApiToken {"token":"t2"})"});
         press(u"NewToken"_s);
         find<QMessageBox>(u"Question"_s)->button(QMessageBox::Yes)->click();
-        QVERIFY(!m_panel);
+        QTRY_VERIFY(!m_panel);
     }
 
     void passkey()
@@ -259,9 +259,9 @@ private Q_SLOTS:
         m_device.tell({R"(getLogs {"logs":"one\ntwo"})", R"(getLogs {"logs":"","n":1})", "getLogs x: No log."});
         show<AdvancedPanel>();
         press(u"ShowLog"_s);
-        QCOMPARE(box(u"Log"_s), u"one\ntwo"_s);
+        QTRY_COMPARE(box(u"Log"_s), u"one\ntwo"_s);
         press(u"ShowLog"_s);
-        QCOMPARE(box(u"Log"_s), u"{\n    \"logs\": \"\",\n    \"n\": 1\n}\n"_s);
+        QTRY_COMPARE(box(u"Log"_s), u"{\n    \"logs\": \"\",\n    \"n\": 1\n}\n"_s);
         QCOMPARE(message(), QString());
         press(u"ShowLog"_s);
         QCOMPARE(message(), u"!No log."_s);
@@ -315,8 +315,8 @@ private Q_SLOTS:
                 if (auto *question = m_panel ? find<QMessageBox>(u"Question"_s) : nullptr) {
                     question->button(QMessageBox::Yes)->click();
                 }
-                QVERIFY2(!m_panel == withSession, button);
-                QVERIFY2(withSession || message() == u"!Not connected to a device."_s, button);
+                QTRY_VERIFY2(!m_panel == withSession, button);
+                QTRY_VERIFY2(withSession || message() == u"!Not connected to a device."_s, button);
                 QVERIFY2(withSession || find(name == "InstallUpdate"_L1 ? u"CheckUpdate"_s : name)->isEnabled(),
                          button);
             }

@@ -9,6 +9,7 @@
 #include "ui/widgets/ThemedLabel.h"
 #include "ui/widgets/WrappingButton.h"
 
+#include <QTimer>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -65,9 +66,12 @@ void DevicesGroup::openSetup()
     if (!m_setupDialog) {
         m_setupDialog = new SetupDialog(m_app, m_dialogParent);
     }
-    m_setupDialog->show();
-    m_setupDialog->raise();
-    m_setupDialog->activateWindow();
+    // A turn of its own, because to make the dialog takes a while.
+    QTimer::singleShot(0, m_setupDialog, [dialog = m_setupDialog.data()] {
+        dialog->show();
+        dialog->raise();
+        dialog->activateWindow();
+    });
 }
 
 void DevicesGroup::openManage()

@@ -11,9 +11,12 @@
 #include "ui/manager/UpdatesPanel.h"
 #include "ui/manager/WifiPanel.h"
 
+#include <QPushButton>
 #include <QSignalBlocker>
 #include <QTabBar>
 #include <QVBoxLayout>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -38,6 +41,8 @@ DeviceManager::DeviceManager(DeviceSession *session, SettingsStore &settings, QW
     add(tr("Cloud"), [this, &settings](QWidget *tab) { return makeCloud(settings, tab); });
     add(tr("Advanced"), maker<AdvancedPanel>());
     connect(this, &QTabWidget::currentChanged, this, &DeviceManager::refreshPage);
+    connect(&m_idle, &QTimer::timeout, this, &DeviceManager::makeAhead);
+    m_idle.start(0);
 }
 
 template <class Panel> DeviceManager::Maker DeviceManager::maker()
@@ -83,13 +88,59 @@ void DeviceManager::refreshPage(int index)
     if (index < 0 || index >= m_panels.size()) {
         return;
     }
+    makePanel(index);
+    m_panels.at(index)->refresh();
+}
+
+void DeviceManager::makePanel(int index)
+{
     if (m_panels.at(index) == nullptr) {
         PanelBase *panel = m_makers.at(index)(widget(index));
         m_panels[index] = panel;
         widget(index)->layout()->addWidget(panel);
         panel->show(); // the layout would show it in the next turn only
     }
-    m_panels.at(index)->refresh();
+}
+
+// Qt polishes and measures hidden panels as well, so that little is left to do on the visit.
+void DeviceManager::makeAhead()
+{
+    const qsizetype next = m_panels.indexOf(nullptr);
+    if (next < 0) {
+        m_idle.stop();
+        return;
+    }
+    QPushButton *inUse = nullptr;
+    const QList<QPushButton *> buttons = window()->findChildren<QPushButton *>();
+    for (QPushButton *button : buttons) {
+        if (button->isDefault() && button->isVisible()) {
+            inUse = button;
+        }
+    }
+    makePanel(int(next));
+    if (inUse != nullptr) {
+        inUse->setDefault(true); // the new panel's may have become it
+    }
+}
+
+void DeviceManager::leave()
+{
+    hide();
+    m_idle.disconnect(this);
+    connect(&m_idle, &QTimer::timeout, this, &DeviceManager::dropNext);
+    m_idle.start(0);
+}
+
+void DeviceManager::dropNext()
+{
+    for (PanelBase *&panel : m_panels) {
+        if (panel != nullptr) {
+            delete std::exchange(panel, nullptr);
+            return;
+        }
+    }
+    m_idle.stop();
+    deleteLater();
 }
 
 } // namespace tallyforge

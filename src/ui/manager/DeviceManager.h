@@ -6,6 +6,7 @@
 #include <QList>
 #include <QPointer>
 #include <QTabWidget>
+#include <QTimer>
 
 #include <functional>
 
@@ -15,8 +16,9 @@ class DeviceSession;
 class PanelBase;
 class SettingsStore;
 
-/// The tabs about one connected device. Each visit to a tab loads it anew; a tab's panel is made on
-/// the first visit, so that opening them all at once doesn't hold OBS up.
+/// The tabs about one connected device. Each visit to a tab loads it anew. The tabs' panels are
+/// made one after the other when OBS has nothing else to do, or on the first visit if that comes
+/// earlier.
 class DeviceManager final : public QTabWidget
 {
     Q_OBJECT
@@ -27,6 +29,8 @@ public:
 
     /// Goes to a tab and loads it, also when it was in view already.
     void showPage(int index);
+    /// Takes itself out of view and deletes itself, bit by bit. Nobody may use it any more.
+    void leave();
 
 Q_SIGNALS:
     /// See SecurityPanel. Both are secrets.
@@ -43,10 +47,14 @@ private:
     PanelBase *makeSecurity(QWidget *parent);
     PanelBase *makeCloud(SettingsStore &settings, QWidget *parent);
     void refreshPage(int index);
+    void makePanel(int index);
+    void makeAhead();
+    void dropNext();
 
     const QPointer<DeviceSession> m_session;
     QList<Maker> m_makers; // these two are in the tabs' order
     QList<PanelBase *> m_panels;
+    QTimer m_idle; // a turn of the event loop for each piece of work
 };
 
 } // namespace tallyforge

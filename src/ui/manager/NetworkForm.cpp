@@ -25,7 +25,7 @@ NetworkForm::NetworkForm(QWidget *parent)
     setObjectName(u"tallyforgeNetworks"_s);
     m_network->setObjectName(u"tallyforgeNetwork"_s);
     m_network->setAccessibleName(tr("Network name"));
-    m_network->setEditable(true);
+    m_network->setLineEdit(new QLineEdit(m_network));
     m_network->setInsertPolicy(QComboBox::NoInsert);
     m_network->setCompleter(nullptr); // it would make a scanned name of a typed one
     m_network->lineEdit()->setPlaceholderText(tr("Network name"));

@@ -28,13 +28,24 @@ ManagerPage::ManagerPage(SettingsStore &settings, QWidget *parent)
     column()->addLayout(m_place, 1);
 }
 
+void ManagerPage::prepare(DeviceSession *session)
+{
+    if (!m_manager) {
+        m_manager = new DeviceManager(session, m_settings, content());
+        m_place->addWidget(m_manager);
+        setFirstField(m_manager);
+        m_isPrepared = true;
+    }
+}
+
 DeviceManager *ManagerPage::install(DeviceSession *session, const QString &title)
 {
-    dropManager();
+    if (!m_isPrepared) {
+        dropManager();
+        prepare(session);
+    }
+    m_isPrepared = false;
     setDevice(title);
-    m_manager = new DeviceManager(session, m_settings, content());
-    m_place->addWidget(m_manager);
-    setFirstField(m_manager);
     return m_manager;
 }
 
@@ -54,10 +65,10 @@ void ManagerPage::dropManager()
 {
     if (m_manager) {
         m_place->removeWidget(m_manager);
-        m_manager->hide();
-        m_manager->deleteLater();
+        m_manager->leave();
         m_manager.clear();
     }
+    m_isPrepared = false;
 }
 
 } // namespace tallyforge

@@ -24,6 +24,8 @@ public:
     /// The settings aren't owned and must outlive the page.
     ManagerPage(SettingsStore &settings, QWidget *parent);
 
+    /// Makes a manager that install() is to take, unless there is one. The session isn't owned.
+    void prepare(DeviceSession *session);
     /// Makes the manager anew, on its first tab. The session isn't owned.
     DeviceManager *install(DeviceSession *session, const QString &title);
     /// The device has another name from now on.
@@ -42,6 +44,7 @@ private:
     QLabel *m_title = nullptr;
     QVBoxLayout *m_place = nullptr;
     QPointer<DeviceManager> m_manager;
+    bool m_isPrepared = false; // and has never been in view
 };
 
 } // namespace tallyforge

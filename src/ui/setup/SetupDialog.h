@@ -11,6 +11,7 @@
 
 #include <QDialog>
 #include <QPointer>
+#include <QTimer>
 
 class QStackedWidget;
 
@@ -54,8 +55,11 @@ public:
     SetupDialog(App &app, Carriers carriers, QWidget *parent);
     ~SetupDialog() override;
 
+protected:
+    void showEvent(QShowEvent *event) override;
+
 private:
-    // The pages, each made when it is first needed.
+    // The pages, each made when OBS has nothing else to do, or when it is needed earlier.
     template <class Made> Made *fill(Page place, Made *page);
     SignInPage *signInPage();
     WifiPage *wifiPage();
@@ -63,6 +67,7 @@ private:
     ReceiverPage *receiverPage();
     DonePage *donePage();
     ManagerPage *managerPage();
+    void makeAhead();
     void showPage(Page page);
     [[nodiscard]] Page page() const;
 
@@ -101,7 +106,7 @@ private:
     const Carriers m_carriers;
     QStackedWidget *m_pages = nullptr;
     ConnectPage *m_connect = nullptr;
-    // Null until they're needed.
+    // Null until they're needed, or made ahead.
     SignInPage *m_signIn = nullptr;
     WifiPage *m_wifi = nullptr;
     ControllerPage *m_controller = nullptr;
@@ -110,6 +115,7 @@ private:
     DonePage *m_done = nullptr;
     Completion *m_completion = nullptr;
     ManagerPage *m_manager = nullptr;
+    QTimer m_idle; // a turn of the event loop for each piece of work
 
     HeldSession m_held;
     DeviceChoice m_choice;     // that led to the session

@@ -19,7 +19,6 @@
 
 #include <QScreen>
 #include <QStackedWidget>
-#include <QTimer>
 #include <QVBoxLayout>
 
 #include <chrono>
@@ -67,6 +66,36 @@ SetupDialog::SetupDialog(App &app, Carriers carriers, QWidget *parent)
     connect(m_connect, &ConnectPage::connectRequested, this, &SetupDialog::beginConnect);
     m_connect->enter();
     QTimer::singleShot(0, m_connect, &ConnectPage::scan);
+    connect(&m_idle, &QTimer::timeout, this, &SetupDialog::makeAhead);
+}
+
+void SetupDialog::showEvent(QShowEvent *event)
+{
+    QDialog::showEvent(event);
+    m_idle.start(0);
+}
+
+// What the user is likely to need next; a receiver's page is rare.
+void SetupDialog::makeAhead()
+{
+    if (!m_app) {
+        m_idle.stop();
+    } else if (m_signIn == nullptr) {
+        signInPage();
+    } else if (m_wifi == nullptr) {
+        wifiPage();
+    } else if (m_controller == nullptr) {
+        controllerPage();
+    } else if (m_done == nullptr) {
+        donePage();
+    } else if (m_manager == nullptr) {
+        managerPage();
+    } else {
+        m_idle.stop();
+        if (m_held.get() != nullptr && page() == Done) {
+            m_manager->prepare(m_held.get());
+        }
+    }
 }
 
 // Puts a page in the place of the empty one that has kept it.
@@ -255,6 +284,7 @@ void SetupDialog::showDone()
             donePage();
             m_completion->show(m_choice.label);
             showPage(Done);
+            m_idle.start(0);
         }
     }));
 }

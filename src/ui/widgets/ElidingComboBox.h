@@ -9,7 +9,10 @@
 
 namespace tallyforge {
 
-/// A combo box that never grows with its items: names that don't fit lose their middle.
+/// A combo box that never grows with its items: names that don't fit lose their middle. Its list,
+/// which takes four times as long to make as the box, is made when the user first opens it. A box
+/// in which the user can type gets its field by setLineEdit(), because setEditable() makes the
+/// list.
 class ElidingComboBox final : public PassingWheel<QComboBox>
 {
     Q_OBJECT
@@ -17,8 +20,17 @@ class ElidingComboBox final : public PassingWheel<QComboBox>
 public:
     explicit ElidingComboBox(QWidget *parent);
 
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+    void showPopup() override;
+
 protected:
+    void changeEvent(QEvent *event) override;
     void initStyleOption(QStyleOptionComboBox *option) const override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    bool m_hasList = false;
 };
 
 } // namespace tallyforge

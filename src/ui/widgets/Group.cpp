@@ -6,6 +6,8 @@
 #include <QStyleOptionGroupBox>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace tallyforge {
 
 Group::Group(const QString &title, QWidget *parent)
@@ -29,7 +31,17 @@ void Group::initStyleOption(QStyleOptionGroupBox *option) const
                         ? style()->pixelMetric(QStyle::PM_IndicatorWidth, option, this) +
                               style()->pixelMetric(QStyle::PM_CheckBoxLabelSpacing, option, this)
                         : 0;
-    option->text = fontMetrics().elidedText(title(), Qt::ElideRight, width() - margins - box);
+    option->text = elided(width() - margins - box);
+}
+
+QString Group::elided(int width) const
+{
+    std::tuple wanted(title(), font(), width);
+    if (m_elidedFor != wanted) {
+        m_elided = fontMetrics().elidedText(title(), Qt::ElideRight, width);
+        m_elidedFor = std::move(wanted);
+    }
+    return m_elided;
 }
 
 } // namespace tallyforge

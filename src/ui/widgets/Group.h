@@ -3,7 +3,10 @@
 
 #pragma once
 
+#include <QFont>
 #include <QGroupBox>
+
+#include <tuple>
 
 class QVBoxLayout;
 
@@ -24,7 +27,13 @@ protected:
     void initStyleOption(QStyleOptionGroupBox *option) const override;
 
 private:
-    QVBoxLayout *const m_column; // of the group
+    [[nodiscard]] QString elided(int width) const;
+
+    // The style asks twenty times for the same text while a page is made, also from within the
+    // layout's constructor.
+    mutable QString m_elided;
+    mutable std::tuple<QString, QFont, int> m_elidedFor; // title, font, width
+    QVBoxLayout *const m_column;                         // of the group
 };
 
 } // namespace tallyforge

@@ -9,6 +9,12 @@
 using namespace Qt::StringLiterals;
 
 namespace tallyforge {
+namespace {
+
+// The answer may lead to the end of the parent, and so of the box, which must not be in use then.
+constexpr auto afterwards = Qt::QueuedConnection;
+
+} // namespace
 
 void askToConfirm(QWidget *parent, const QString &title, const QString &text,
                   const std::function<void()> &yes, Severity severity)
@@ -22,11 +28,14 @@ void askToConfirm(QWidget *parent, const QString &title, const QString &text,
     box->setTextFormat(Qt::PlainText);
     box->setDefaultButton(no);
     box->setEscapeButton(no);
-    QObject::connect(box, &QMessageBox::finished, parent, [yes](int button) {
-        if (button == QMessageBox::Yes) {
-            yes();
-        }
-    });
+    QObject::connect(
+        box, &QMessageBox::finished, parent,
+        [yes](int button) {
+            if (button == QMessageBox::Yes) {
+                yes();
+            }
+        },
+        afterwards);
     box->open();
 }
 
@@ -38,7 +47,7 @@ void askForText(QWidget *parent, const QString &title, const QString &label,
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setWindowTitle(title);
     box->setLabelText(label);
-    QObject::connect(box, &QInputDialog::textValueSelected, parent, accepted);
+    QObject::connect(box, &QInputDialog::textValueSelected, parent, accepted, afterwards);
     box->open();
 }
 

@@ -16,7 +16,8 @@ enum class Severity {
 };
 
 /// Asks the user whether something is to be done, in a box that stands before parent's window while
-/// OBS goes on. yes is called if the user agrees and parent still lives. Return and Escape mean no.
+/// OBS goes on. yes is called in the event loop's next turn if the user agrees and parent lives
+/// until then. Return and Escape mean no.
 void askToConfirm(QWidget *parent, const QString &title, const QString &text,
                   const std::function<void()> &yes, Severity severity = Severity::Usual);
 /// Asks the user for a line of text in the same way; accepted is called with it, perhaps empty.
