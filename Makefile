@@ -32,8 +32,8 @@ asan: ## Run the tests that need no OBS with address and undefined-behaviour san
 fuzz: ## Feed random bytes to all parsers (FUZZ_SECONDS=30 for each)
 	@$(sandbox) sh -c 'scripts/build.sh fuzz && exec scripts/fuzz.sh'
 
-faults: ## Plant faults in a copy, one at a time, and say which tests notice (ONLY=word, RESUME=1)
-	@$(sandbox) python3 scripts/plant_faults.py $(if $(RESUME),--resume) $(ONLY)
+faults: ## Plant faults in a copy, one at a time, and say which tests notice (ONLY=word, RESUME=1, ALONE=1: without OBS)
+	@$(sandbox) python3 scripts/plant_faults.py $(if $(RESUME),--resume) $(if $(ALONE),--alone) $(ONLY)
 
 format: ## Put all C++ into the house's format
 	@$(sandbox) scripts/format.sh
