@@ -83,14 +83,14 @@ private:
         connect(client, &QLocalSocket::disconnected, client, &QObject::deleteLater);
         connect(client, &QLocalSocket::readyRead, this, [this, client] {
             if (client->canReadLine()) {
-                if (m_watch) {
-                    m_watch->beginOwnWork();
+                if (m_watched) {
+                    m_watched->loop.beginOwnWork();
                 }
                 const QJsonObject wish = QJsonDocument::fromJson(client->readLine()).object();
                 client->write(QJsonDocument(answer(wish)).toJson(QJsonDocument::Compact));
                 client->disconnectFromServer();
-                if (m_watch) {
-                    m_watch->endOwnWork();
+                if (m_watched) {
+                    m_watched->loop.endOwnWork();
                 }
             }
         });
@@ -104,14 +104,12 @@ private:
             answer.insert(u"widgets"_s, look(root));
         }
         if (wish[u"watch"_s].toBool()) {
-            m_shown.emplace();
-            m_watch.emplace().beginOwnWork();
-        } else if (m_watch && wish.contains(u"watch"_s)) {
-            answer.insert(u"waited"_s, m_watch->waited());
-            answer.insert(u"used"_s, m_watch->used());
-            answer.insert(u"shown"_s, m_shown->found());
-            m_watch.reset();
-            m_shown.reset();
+            m_watched.emplace().loop.beginOwnWork();
+        } else if (m_watched && wish.contains(u"watch"_s)) {
+            answer.insert(u"waited"_s, m_watched->loop.waited());
+            answer.insert(u"used"_s, m_watched->loop.used());
+            answer.insert(u"shown"_s, m_watched->shown.found());
+            m_watched.reset();
         }
         return answer;
     }
@@ -179,8 +177,12 @@ private:
 
     QLocalServer m_server;
     Heard m_heard;
-    std::optional<tallyforge::bench::LoopWatch> m_watch;
-    std::optional<tallyforge::bench::ShownAges> m_shown;
+    struct Watched
+    {
+        tallyforge::bench::ShownAges shown;
+        tallyforge::bench::LoopWatch loop;
+    };
+    std::optional<Watched> m_watched;
     bool m_measures = false;
     QHash<const QObject *, int> m_paints; // of each widget so far
 };

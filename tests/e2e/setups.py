@@ -230,8 +230,10 @@ def setup_receiver(stage):
         setup.connect()
         setup.use_key("too short")
         setup.wait_for("tallyforgePairingRefusal")
-        sim.call("/usb/receiver", {"restarts": True})
+        sim.call("/usb/receiver", {"restarts": False})   # it would be back before it is looked at
         setup.make_key()
+        setup.wait_for_text("tallyforgePairingKey", lambda key: len(key) == 32)
+        sim.fault("usb", "unplug")
         setup.wait_for_text("tallyforgeSetupMessage", has("New pairing key (write this down"))
         setup.close()
 
