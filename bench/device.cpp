@@ -47,9 +47,7 @@ class Asker
 public:
     void open(DeviceLink *link, const QString &password)
     {
-        DeviceSession::Timing timing;
-        timing.poll = std::chrono::hours(1); // nothing is asked but by order
-        m_session = std::make_unique<DeviceSession>(link, timing, nullptr);
+        m_session = std::make_unique<DeviceSession>(link, nullptr);
         QObject::connect(
             m_session.get(), &DeviceSession::stateChanged, m_session.get(),
             [](DeviceSession::State state, const QString &detail) {
@@ -65,7 +63,7 @@ public:
         m_helper = std::make_unique<bench::HelperThread>(writePayload, delay, m_latest);
         m_bridge = std::make_unique<BleBridge>();
         m_bridge->setHelperPath(m_helper->path());
-        open(new BleLink(m_bridge.get(), u"id"_s, {}, {}, nullptr), u"any"_s);
+        open(new BleLink(m_bridge.get(), u"id"_s, {}, nullptr), u"any"_s);
     }
 
     void openBare(const QString &carrier, const QString &where, const QString &password)

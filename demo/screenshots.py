@@ -265,8 +265,7 @@ def take_look(built, name, look):
 
 
 def built_in(build):
-    names = {"plugin": "tallyforge-obs", "browser": "browser-standin", "driver": "updater-driver",
-             "finder": "dock-finder"}
+    names = {"plugin": "tallyforge-obs", "browser": "browser-standin", "finder": "dock-finder"}
     folders = {key: build / "plugins" / name for key, name in names.items()}
     return SimpleNamespace(**folders, next=build / "next")
 

@@ -54,7 +54,7 @@ TESTS = {
     "src/ui/manager": (DIALOGS, SETUP_RUNS),
     "src/ui/setup": ("tst_setup_dialog", SETUP_RUNS),
     "src/updater": ("tst_update_manifest tst_bundle_installer tst_installation_crash tst_plugin_updater "
-                    "tst_staged_package", "update.* dock_update"),
+                    "tst_staged_package", "update.*"),
     "helper": ("bluetooth_helper tst_ble_bridge", "setup_bluetooth"),
 }
 

@@ -7,6 +7,7 @@
 
 #include <QTimer>
 
+#include <chrono>
 #include <utility>
 
 namespace tallyforge {
@@ -14,13 +15,14 @@ namespace tallyforge {
 namespace {
 
 constexpr qsizetype maxBufferedBytes = 65536;
+// How long a connection that is to end may still take to carry what is queued.
+constexpr std::chrono::milliseconds drainLimit{5000};
 constexpr qsizetype flushedAtOnce = 262144; // bytes, so that nobody waits long for a full queue
 
 } // namespace
 
-HostedClient::HostedClient(qintptr descriptor, const Timing &timing, QObject *parent)
+HostedClient::HostedClient(qintptr descriptor, QObject *parent)
     : QObject(parent)
-    , m_timing(timing)
     , m_socket(descriptor)
     , m_readNotice(m_socket.descriptor(), QSocketNotifier::Read)
     , m_writeNotice(m_socket.descriptor(), QSocketNotifier::Write)
@@ -125,7 +127,7 @@ void HostedClient::close()
         end();
         return;
     }
-    QTimer::singleShot(m_timing.drain, this, &HostedClient::end);
+    QTimer::singleShot(drainLimit, this, &HostedClient::end);
 }
 
 void HostedClient::end()

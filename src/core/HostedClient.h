@@ -10,7 +10,6 @@
 #include <QObject>
 #include <QSocketNotifier>
 
-#include <chrono>
 #include <optional>
 
 namespace tallyforge {
@@ -23,16 +22,8 @@ class HostedClient final : public QObject
     Q_OBJECT
 
 public:
-    struct Timing
-    {
-        /// How long a connection that is to end may still take to carry what is queued.
-        std::chrono::milliseconds drain{5000};
-        /// How long the server accepts nobody after the system has refused a connection.
-        std::chrono::milliseconds rest{1000};
-    };
-
     /// Takes the descriptor of a connected socket over.
-    HostedClient(qintptr descriptor, const Timing &timing, QObject *parent);
+    HostedClient(qintptr descriptor, QObject *parent);
 
     /// The next line without white space around it, which may be empty; nothing when no whole line
     /// has come. Finds out whether the program has left.
@@ -60,7 +51,6 @@ private:
     void onWritable();
     void end();
 
-    const Timing m_timing;
     platform::StreamSocket m_socket;
     QSocketNotifier m_readNotice;
     QSocketNotifier m_writeNotice; // on while the system has no room

@@ -18,17 +18,11 @@ using namespace Qt::StringLiterals;
 namespace tallyforge {
 
 HostedServer::HostedServer(LiveData *live, QObject *parent)
-    : HostedServer(live, HostedClient::Timing(), parent)
-{
-}
-
-HostedServer::HostedServer(LiveData *live, const HostedClient::Timing &timing, QObject *parent)
     : QObject(parent)
-    , m_timing(timing)
     , m_live(live)
 {
     connect(&m_tcpServer, &HostedListener::arrived, &m_work, &SlicedWork::go);
-    platform::keepAccepting(&m_tcpServer, m_timing.rest);
+    platform::keepAccepting(&m_tcpServer);
     connect(m_live, &LiveData::changed, this, &HostedServer::broadcast);
 }
 
@@ -76,7 +70,7 @@ bool HostedServer::takeConnection()
         platform::StreamSocket(*descriptor).close();
         return true;
     }
-    auto *client = new HostedClient(*descriptor, m_timing, this);
+    auto *client = new HostedClient(*descriptor, this);
     m_clients.append(client);
     connect(client, &HostedClient::readable, this, [this, client] {
         m_asking.append(client);

@@ -34,7 +34,6 @@ public:
 
     /// live isn't owned and must outlive the server.
     explicit HostedServer(LiveData *live, QObject *parent = nullptr);
-    HostedServer(LiveData *live, const HostedClient::Timing &timing, QObject *parent);
     ~HostedServer() override;
 
     /// Starts over on another port, and for this computer alone unless the network is allowed. On
@@ -72,7 +71,6 @@ private:
     void handleLine(HostedClient *client, const QByteArray &line);
     [[nodiscard]] QByteArray snapshot() const;
 
-    const HostedClient::Timing m_timing;
     LiveData *const m_live;
     HostedListener m_tcpServer;
     QList<HostedClient *> m_clients; // children, in the order of their coming

@@ -10,6 +10,7 @@
 
 #include <QSignalBlocker>
 
+#include <chrono>
 #include <tuple>
 #include <utility>
 
@@ -19,24 +20,19 @@ namespace tallyforge {
 
 namespace {
 
-constexpr int failuresUntilSlow = 6;
+constexpr std::chrono::milliseconds poll{1000}; // between two polls of the portal
+constexpr std::chrono::milliseconds slowPoll{5000};
+constexpr int failuresUntilSlow = 6; // in a row
 
 } // namespace
 
 SourceManager::SourceManager(PortalClient *portal, LiveData *live, QObject *parent)
-    : SourceManager(portal, live, Timing{}, parent)
-{
-}
-
-SourceManager::SourceManager(PortalClient *portal, LiveData *live, const Timing &timing,
-                             QObject *parent)
     : QObject(parent)
-    , m_timing(timing)
     , m_portal(portal)
     , m_live(live)
     , m_feed(new TlsFeed(this))
 {
-    m_pollTimer.setInterval(m_timing.poll);
+    m_pollTimer.setInterval(poll);
     connect(&m_pollTimer, &QTimer::timeout, this, &SourceManager::pollCloud);
     connect(m_portal, &PortalClient::signedInChanged, this, &SourceManager::onSignedInChanged);
     connect(m_feed, &TlsFeed::envelope, this, &SourceManager::onFeedEnvelope);
@@ -180,7 +176,7 @@ void SourceManager::onCloudReply(const PortalResult &result)
         return;
     }
     m_failCount = 0;
-    setPollInterval(m_timing.poll);
+    setPollInterval(poll);
     if (result.data.value("type"_L1).toString() == "pending"_L1) {
         setStatus(false, tr("%1 has not sent any scoreboard data yet.").arg(m_label));
         return;
@@ -200,7 +196,7 @@ void SourceManager::onCloudFailure(const PortalResult &result)
     if (result.code == "device_not_found_or_not_owned"_L1) {
         m_pollTimer.stop();
     } else if (m_failCount >= failuresUntilSlow) {
-        setPollInterval(m_timing.slowPoll);
+        setPollInterval(slowPoll);
     }
     setStatus(false, result.message);
 }

@@ -37,15 +37,8 @@ public:
     };
     Q_ENUM(Mode)
 
-    struct Timing
-    {
-        std::chrono::milliseconds poll{1000};     ///< between two polls of the portal
-        std::chrono::milliseconds slowPoll{5000}; ///< the same from the sixth failure in a row
-    };
-
     /// None of the services is owned; all must outlive the manager.
     SourceManager(PortalClient *portal, LiveData *live, QObject *parent);
-    SourceManager(PortalClient *portal, LiveData *live, const Timing &timing, QObject *parent);
     ~SourceManager() override;
 
     /// Follows a device of the account through the portal.
@@ -102,7 +95,6 @@ private:
     void onSessionEnvelope(const QJsonObject &envelope);
     void onSessionStateChanged(DeviceSession::State state, const QString &message);
 
-    const Timing m_timing;
     PortalClient *const m_portal;
     LiveData *const m_live;
     Mode m_mode = Mode::None;

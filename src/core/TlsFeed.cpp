@@ -9,6 +9,7 @@
 #include <QSslSocket>
 
 #include <algorithm>
+#include <chrono>
 #include <optional>
 #include <utility>
 
@@ -20,18 +21,16 @@ namespace {
 
 // The bytes that are read ahead; the rest stays with the system while lines wait.
 constexpr qint64 readBufferSize = 16384;
+constexpr std::chrono::milliseconds attempt{10000}; // from the first packet to "auth_ok"
+constexpr std::chrono::milliseconds firstBackoff{
+    1000}; // before the first retry; doubles from there
+constexpr std::chrono::milliseconds maxBackoff{15000};
 
 } // namespace
 
 TlsFeed::TlsFeed(QObject *parent)
-    : TlsFeed(Timing{}, parent)
-{
-}
-
-TlsFeed::TlsFeed(const Timing &timing, QObject *parent)
     : QObject(parent)
-    , m_timing(timing)
-    , m_backoff(timing.firstBackoff)
+    , m_backoff(firstBackoff)
 {
     m_reconnectTimer.setSingleShot(true);
     connect(&m_reconnectTimer, &QTimer::timeout, this, &TlsFeed::openSocket);
@@ -51,7 +50,7 @@ void TlsFeed::connectTo(const QString &host, quint16 port, const QString &token)
     m_port = port == 0 ? defaultPort : port;
     m_token = token;
     m_lastError.clear();
-    m_backoff = m_timing.firstBackoff;
+    m_backoff = firstBackoff;
     openSocket();
 }
 
@@ -110,7 +109,7 @@ void TlsFeed::openSocket()
     connect(m_socket, &QSslSocket::errorOccurred, this, &TlsFeed::onError);
     connect(m_socket, &QSslSocket::disconnected, this, &TlsFeed::onDisconnected);
 
-    m_attemptTimer.start(m_timing.attempt);
+    m_attemptTimer.start(attempt);
     m_socket->connectToHostEncrypted(m_host, m_port, QIODevice::ReadWrite,
                                      QAbstractSocket::AnyIPProtocol);
 }
@@ -164,7 +163,7 @@ void TlsFeed::handleFirstMessage(const QString &type)
     m_attemptTimer.stop();
     if (type == "auth_ok"_L1) {
         m_state = State::Live;
-        m_backoff = m_timing.firstBackoff;
+        m_backoff = firstBackoff;
         if (!m_isEnding) {
             m_lastError.clear();
         }
@@ -223,7 +222,7 @@ void TlsFeed::endAttempt()
     m_state = State::Waiting;
     m_attemptTimer.stop();
     m_reconnectTimer.start(m_backoff);
-    m_backoff = std::min(m_backoff * 2, m_timing.maxBackoff);
+    m_backoff = std::min(m_backoff * 2, maxBackoff);
     if (isNews) {
         const QString reason = m_lastError; // a slot may start over with another device
         Q_EMIT connectedChanged(false, reason);

@@ -27,16 +27,7 @@ class TlsFeed final : public QObject
     Q_OBJECT
 
 public:
-    struct Timing
-    {
-        std::chrono::milliseconds attempt{10000}; ///< from the first packet to "auth_ok"
-        std::chrono::milliseconds firstBackoff{
-            1000}; ///< before the first retry; doubles from there
-        std::chrono::milliseconds maxBackoff{15000};
-    };
-
     explicit TlsFeed(QObject *parent = nullptr);
-    TlsFeed(const Timing &timing, QObject *parent);
     ~TlsFeed() override;
 
     static constexpr quint16 defaultPort = 1010;
@@ -84,7 +75,6 @@ private:
     void endIfUnconnected();
     void endAttempt();
 
-    const Timing m_timing;
     QSslSocket *m_socket = nullptr; // child of the feed, a new one for each attempt
     QString m_host;
     quint16 m_port = defaultPort;

@@ -7,11 +7,16 @@
 
 #include <QPointer>
 
+#include <chrono>
+
 using namespace Qt::StringLiterals;
 
 namespace tallyforge {
 
 namespace {
+
+constexpr std::chrono::milliseconds wifiVerify{3000}; // before each look whether Wi-Fi was joined
+constexpr int rebootAnswerMs = 8000;                  // for a device to say that it restarts
 
 constexpr int scanTimeoutMs = 40000;
 constexpr int lastWifiAttempt = 12;
@@ -143,7 +148,7 @@ void DeviceSession::configureWifi(const QString &ssid, const QString &pass,
 void DeviceSession::verifyWifi(const QString &ssid, int attempt, const Progress &progress,
                                const Done &done)
 {
-    QTimer::singleShot(m_timing.wifiVerify, this, [this, ssid, attempt, progress, done] {
+    QTimer::singleShot(wifiVerify, this, [this, ssid, attempt, progress, done] {
         refreshStatus([this, ssid, attempt, progress, done](bool ok, const QString &error) {
             if (ok) {
                 judgeWifi(ssid, attempt, progress, done);
@@ -230,7 +235,7 @@ void DeviceSession::reboot(const Done &callback)
         }
         finish(callback, went, went ? QString() : result.errorMessage);
     };
-    m_rpc.call(u"reboot"_s, {}, onReply, static_cast<int>(m_timing.rebootAnswer.count()));
+    m_rpc.call(u"reboot"_s, {}, onReply, rebootAnswerMs);
 }
 
 } // namespace tallyforge

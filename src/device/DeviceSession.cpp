@@ -36,16 +36,10 @@ QString firstText(const QString &now, const QString &atOpening)
 } // namespace
 
 DeviceSession::DeviceSession(DeviceLink *link, QObject *parent)
-    : DeviceSession(link, Timing{}, parent)
-{
-}
-
-DeviceSession::DeviceSession(DeviceLink *link, const Timing &timing, QObject *parent)
     : QObject(parent)
-    , m_timing(timing)
     , m_link(link)
     , m_rpc(link->transport(), nullptr)
-    , m_poll(&m_rpc, timing.poll, timing.pollAnswer, nullptr)
+    , m_poll(&m_rpc, nullptr)
 {
     m_link->setParent(this);
     connect(m_link, &DeviceLink::opened, this, &DeviceSession::onLinkOpened);

@@ -13,7 +13,6 @@
 #include <QObject>
 #include <QString>
 
-#include <chrono>
 #include <functional>
 
 namespace tallyforge {
@@ -48,20 +47,11 @@ public:
     };
     Q_ENUM(State)
 
-    struct Timing
-    {
-        std::chrono::milliseconds poll{1000};         ///< between two requests for the live data
-        std::chrono::milliseconds wifiVerify{3000};   ///< before each look whether Wi-Fi was joined
-        std::chrono::milliseconds pollAnswer{6000};   ///< for the live data to come
-        std::chrono::milliseconds rebootAnswer{8000}; ///< for a device to say that it restarts
-    };
-
     using Done = std::function<void(bool ok, const QString &error)>;
     using Progress = std::function<void(const QString &text)>;
 
     /// Takes the link over.
     DeviceSession(DeviceLink *link, QObject *parent);
-    DeviceSession(DeviceLink *link, const Timing &timing, QObject *parent);
     ~DeviceSession() override;
 
     /// Opens the link and tries these passwords in order. Calls under way fail with "disconnected";
@@ -145,7 +135,6 @@ private:
     void onPollSilent();
     void judgeWifi(const QString &ssid, int attempt, const Progress &progress, const Done &done);
 
-    const Timing m_timing;
     DeviceLink *const m_link; // child
     Generation m_generation;  // begins with each start and each end of the connection
     RpcClient m_rpc;

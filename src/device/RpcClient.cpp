@@ -9,6 +9,7 @@
 #include <QPointer>
 
 #include <algorithm>
+#include <chrono>
 #include <iterator>
 #include <limits>
 #include <utility>
@@ -20,6 +21,7 @@ namespace tallyforge {
 namespace {
 
 constexpr int maxBusyRetries = 3;
+constexpr std::chrono::milliseconds busyRetry{250}; // before a device that is busy is asked again
 
 RpcResult failure(const QString &code, const QString &message)
 {
@@ -29,13 +31,7 @@ RpcResult failure(const QString &code, const QString &message)
 } // namespace
 
 RpcClient::RpcClient(RpcTransport *transport, QObject *parent)
-    : RpcClient(transport, Timing{}, parent)
-{
-}
-
-RpcClient::RpcClient(RpcTransport *transport, const Timing &timing, QObject *parent)
     : QObject(parent)
-    , m_timing(timing)
     , m_transport(transport)
 {
     m_timer.setSingleShot(true);
@@ -139,7 +135,7 @@ void RpcClient::retryCurrent()
     m_inFlight = false;
     m_queue.push_front(std::exchange(m_current, {}));
     ++m_queue.front().busyRetries;
-    QTimer::singleShot(m_timing.busyRetry, this, &RpcClient::pump);
+    QTimer::singleShot(busyRetry, this, &RpcClient::pump);
 }
 
 void RpcClient::onTimeout()

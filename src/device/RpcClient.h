@@ -8,7 +8,6 @@
 #include <QString>
 #include <QTimer>
 
-#include <chrono>
 #include <deque>
 #include <functional>
 
@@ -36,16 +35,10 @@ class RpcClient final : public QObject
 public:
     using Callback = std::function<void(const RpcResult &)>;
 
-    struct Timing
-    {
-        std::chrono::milliseconds busyRetry{250}; ///< before a device that is busy is asked again
-    };
-
     static constexpr int defaultTimeoutMs = 20000;
 
     /// The transport isn't owned and must outlive the client.
     RpcClient(RpcTransport *transport, QObject *parent);
-    RpcClient(RpcTransport *transport, const Timing &timing, QObject *parent);
 
     /// Queues a call. On a closed transport it fails before this returns.
     void call(const QString &method, const QJsonObject &params, const Callback &callback,
@@ -77,7 +70,6 @@ private:
     void finish(const RpcResult &result);
     [[nodiscard]] RpcResult readReply(const QJsonObject &reply) const;
 
-    const Timing m_timing;
     RpcTransport *const m_transport;
     std::deque<Job> m_queue;   // in the order of sending; a retry re-enters at the front
     std::deque<Job> m_aborted; // to be told so

@@ -5,23 +5,25 @@
 
 #include "device/RpcClient.h"
 
+#include <chrono>
+
 using namespace Qt::StringLiterals;
 
 namespace tallyforge {
 
 namespace {
 
+constexpr std::chrono::milliseconds poll{1000}; // between two requests
+constexpr int answerLimitMs = 6000;
 constexpr int timeoutsUntilSilent = 3;
 
 } // namespace
 
-StatePoll::StatePoll(RpcClient *rpc, std::chrono::milliseconds interval,
-                     std::chrono::milliseconds answerLimit, QObject *parent)
+StatePoll::StatePoll(RpcClient *rpc, QObject *parent)
     : QObject(parent)
     , m_rpc(rpc)
-    , m_answerLimit(answerLimit)
 {
-    m_timer.setInterval(interval);
+    m_timer.setInterval(poll);
     connect(&m_timer, &QTimer::timeout, this, &StatePoll::ask);
 }
 
@@ -42,7 +44,7 @@ void StatePoll::ask()
     m_inFlight = true;
     m_rpc->call(u"getState"_s, {},
                 m_generation.guard([this](const RpcResult &result) { onReply(result); }),
-                static_cast<int>(m_answerLimit.count()));
+                answerLimitMs);
 }
 
 void StatePoll::onReply(const RpcResult &result)

@@ -9,8 +9,6 @@
 #include <QObject>
 #include <QTimer>
 
-#include <chrono>
-
 namespace tallyforge {
 
 class RpcClient;
@@ -23,10 +21,8 @@ class StatePoll final : public QObject
     Q_OBJECT
 
 public:
-    /// The client isn't owned and must outlive the poll. interval is the time between two requests,
-    /// answerLimit the time that each may take.
-    StatePoll(RpcClient *rpc, std::chrono::milliseconds interval,
-              std::chrono::milliseconds answerLimit, QObject *parent);
+    /// The client isn't owned and must outlive the poll.
+    StatePoll(RpcClient *rpc, QObject *parent);
 
     void start() { m_timer.start(); }
     /// The answer to a request under way counts no more.
@@ -44,7 +40,6 @@ private:
     void onReply(const RpcResult &result);
 
     RpcClient *const m_rpc;
-    const std::chrono::milliseconds m_answerLimit;
     Generation m_generation; // begins with stop()
     QTimer m_timer;
     bool m_inFlight = false;

@@ -6,11 +6,19 @@
 #include <QTcpServer>
 #include <QTimer>
 
+#include <chrono>
+
 namespace tallyforge::platform {
 
-void keepAccepting(QTcpServer *server, std::chrono::milliseconds rest)
+namespace {
+
+constexpr std::chrono::milliseconds rest{1000};
+
+} // namespace
+
+void keepAccepting(QTcpServer *server)
 {
-    QObject::connect(server, &QTcpServer::acceptError, server, [server, rest] {
+    QObject::connect(server, &QTcpServer::acceptError, server, [server] {
         QTimer::singleShot(rest, server, [server] {
             if (server->isListening()) {
                 server->resumeAccepting();

@@ -11,19 +11,22 @@
 #include <QNetworkRequest>
 #include <QUrl>
 
+#include <chrono>
+
 using namespace Qt::StringLiterals;
 
 namespace tallyforge {
 
-PortalClient::PortalClient(const QString &baseUrl, QObject *parent)
-    : PortalClient(baseUrl, Timing{}, parent)
-{
-}
+namespace {
 
-PortalClient::PortalClient(const QString &baseUrl, const Timing &timing, QObject *parent)
+constexpr std::chrono::milliseconds transferLimit{20000}; // without any progress of a request
+constexpr std::chrono::milliseconds wholeLimit{60000};    // to the last byte of its reply
+
+} // namespace
+
+PortalClient::PortalClient(const QString &baseUrl, QObject *parent)
     : QObject(parent)
     , m_baseUrl(baseUrl)
-    , m_timing(timing)
     , m_jar(new Jar(this))
 {
     m_network.setCookieJar(m_jar);
@@ -60,7 +63,7 @@ PortalCall *PortalClient::send(PortalCall::Kind kind, const QString &verb, const
     request.setHeader(QNetworkRequest::ContentTypeHeader, QByteArrayLiteral("application/json"));
     request.setRawHeader("Accept", "application/json");
     request.setRawHeader("User-Agent", "Tallyforge-OBS/" + build_config::version().toUtf8());
-    request.setTransferTimeout(m_timing.transfer);
+    request.setTransferTimeout(transferLimit);
     // Elsewhere a redirected sign-in would bring the password.
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
                          QNetworkRequest::SameOriginRedirectPolicy);
@@ -80,7 +83,7 @@ PortalCall *PortalClient::send(PortalCall::Kind kind, const QString &verb, const
     } else {
         reply = m_network.sendCustomRequest(request, verb.toUtf8(), bytes);
     }
-    return new PortalCall(kind, reply, m_timing.whole, this);
+    return new PortalCall(kind, reply, wholeLimit, this);
 }
 
 void PortalClient::endCalls(PortalCall::Kind kind)

@@ -10,7 +10,6 @@
 #include <QNetworkAccessManager>
 #include <QObject>
 
-#include <chrono>
 #include <functional>
 
 namespace tallyforge {
@@ -33,15 +32,8 @@ public:
     using Callback = std::function<void(const PortalResult &)>;
     class Jar;
 
-    struct Timing
-    {
-        std::chrono::milliseconds transfer{20000}; ///< without any progress of a request
-        std::chrono::milliseconds whole{60000};    ///< from a request to the last byte of its reply
-    };
-
     /// baseUrl is an origin without a trailing slash.
     explicit PortalClient(const QString &baseUrl, QObject *parent = nullptr);
-    PortalClient(const QString &baseUrl, const Timing &timing, QObject *parent);
     ~PortalClient() override;
 
     /// Sets where the session is kept, and loads the one that is there.
@@ -103,7 +95,6 @@ private:
     void setSignedIn(bool signedIn);
 
     const QString m_baseUrl;
-    const Timing m_timing;
     QNetworkAccessManager m_network;
     Jar *const m_jar; // child of the client
     bool m_signedIn = false;

@@ -4,6 +4,7 @@
 #include "core/HostedServer.h"
 #include "core/LiveData.h"
 #include "tests/support/OpenFilesLeft.h"
+#include "tests/support/SkippedTime.h"
 
 #include <QElapsedTimer>
 #include <QJsonArray>
@@ -67,9 +68,9 @@ class TestHostedServer : public QObject
     LiveData m_live;
     std::unique_ptr<HostedServer> m_server;
 
-    quint16 start(const HostedClient::Timing &timing = {}, bool network = false)
+    quint16 start()
     {
-        m_server = std::make_unique<HostedServer>(&m_live, timing, nullptr);
+        m_server = std::make_unique<HostedServer>(&m_live, nullptr);
         m_server->setCommandHandler([](const QString &op, const QJsonObject &request) -> QJsonObject {
             if (op == u"refuse"_s) {
                 return {{u"ok"_s, false}, {u"op"_s, u"else"_s}};
@@ -78,7 +79,7 @@ class TestHostedServer : public QObject
                                    : HostedServer::failure(u"unknown_op"_s);
         });
         QString error;
-        return m_server->start(0, network, &error) ? m_server->port() : quint16(0);
+        return m_server->start(0, false, &error) ? m_server->port() : quint16(0);
     }
     void setScore(int score) { m_live.ingest({{u"home_score"_s, score}}); }
 
@@ -297,9 +298,7 @@ private Q_SLOTS:
 
     void whatIsQueuedAtTheEndGetsItsTime()
     {
-        HostedClient::Timing timing;
-        timing.drain = 200ms;
-        Program reader(start(timing));
+        Program reader(start());
         Program sleeper(m_server->port());
         sleeper.setReadBufferSize(1);
         QTRY_COMPARE(m_server->clientCount(), 2);
@@ -313,6 +312,9 @@ private Q_SLOTS:
         for (int i = 0; i < 200; ++i) {
             QVERIFY(fieldsOf(reader.lines()[i + 1]).value(u"filler"_s).toString() == filler + QString::number(i));
         }
+        skip(4s);
+        QCOMPARE(m_server->findChildren<HostedClient *>().size(), 1);
+        skip(1s);
         QTRY_VERIFY(m_server->findChildren<HostedClient *>().isEmpty());
     }
 
@@ -395,15 +397,18 @@ private Q_SLOTS:
 
     void noOpenFileLeft()
     {
-        HostedClient::Timing timing;
-        timing.rest = 50ms;
-        const quint16 port = start(timing);
+        const quint16 port = start();
         auto limit = std::make_unique<OpenFilesLeft>(1);
         Program program(port);
         QTRY_VERIFY(program.isConnected());
-        QTest::qWait(timing.rest * 3); // for several tries that fail
+        for (int tries = 0; tries < 3; ++tries) {
+            skip(1s);
+        }
         QCOMPARE(program.lines().size(), 0);
         limit.reset();
+        skip(800ms);
+        QCOMPARE(program.lines().size(), 0);
+        skip(200ms);
         QTRY_COMPARE(program.lines().size(), 1);
     }
 };

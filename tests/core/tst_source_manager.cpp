@@ -5,9 +5,11 @@
 #include "core/SettingsStore.h"
 #include "core/SourceManager.h"
 #include "core/TlsFeed.h"
+#include "portal/PortalCall.h"
 #include "portal/PortalClient.h"
 #include "tests/support/FakeLink.h"
 #include "tests/support/HttpStub.h"
+#include "tests/support/SkippedTime.h"
 
 #include <QElapsedTimer>
 #include <QSignalSpy>
@@ -34,12 +36,40 @@ struct Rig
                          [this] { texts.append((manager.isLive() ? u"+"_s : u"-"_s) + manager.statusText()); });
     }
     TlsFeed &feed() { return *manager.findChild<TlsFeed *>(); }
+    // Whether the next poll comes so long after the one before, give or take a quarter.
+    bool pollsAfter(std::chrono::milliseconds time)
+    {
+        const qsizetype polls = portalSide.requests.size();
+        if (!QTest::qWaitFor([this] { return portal.findChildren<PortalCall *>().isEmpty(); })) {
+            return false;
+        }
+        if (!sincePoll.isValid()) {
+            sincePoll.start();
+        }
+        skip(std::max(0ms, time * 3 / 4 - std::chrono::milliseconds(sincePoll.elapsed())));
+        const bool isEarly = portalSide.requests.size() != polls;
+        while (portalSide.requests.size() == polls && sincePoll.durationElapsed() < 2 * time) {
+            skip(5ms);
+        }
+        const bool isLate = sincePoll.durationElapsed() > time * 5 / 4;
+        sincePoll.start();
+        return !isEarly && !isLate;
+    }
+    // Whether no poll comes any more.
+    bool isQuiet()
+    {
+        const qsizetype polls = portalSide.requests.size();
+        skip(20s);
+        QTest::qWait(20);
+        return portalSide.requests.size() == polls;
+    }
 
     HttpStub portalSide;
-    PortalClient portal{portalSide.url(), PortalClient::Timing{500ms}, nullptr};
+    PortalClient portal{portalSide.url(), nullptr};
     LiveData live;
-    SourceManager manager{&portal, &live, SourceManager::Timing{20ms, 100ms}, nullptr};
+    SourceManager manager{&portal, &live, nullptr};
     QStringList texts;
+    QElapsedTimer sincePoll;
 };
 
 QJsonObject scores(int home)
@@ -82,7 +112,7 @@ private Q_SLOTS:
         b.portalSide.answer = [&](const HttpRequest &) { return answer(200, body); };
         b.manager.useCloud(u"d/1"_s);
         QTRY_COMPARE(b.texts, (QStringList{u"-Connecting to d/1…"_s, status}));
-        QTRY_VERIFY(b.portalSide.requests.size() > 3); // polling goes on
+        QVERIFY(b.pollsAfter(1s) && b.pollsAfter(1s));
         QCOMPARE(b.portalSide.asked().constFirst(), "GET /devices/d%2F1/state");
         QCOMPARE(b.live.value(u"home_score"_s), home);
         QCOMPARE(b.texts.size(), 2);
@@ -92,20 +122,25 @@ private Q_SLOTS:
     void slowsDownAfterSixFailures()
     {
         Rig b;
-        int replies = 0;
+        bool fails = true;
         b.portalSide.answer = [&](const HttpRequest &) {
-            return ++replies <= 8 ? answer(503, R"({"detail":"Down for repair."})") : answer(200, R"({"a":1})");
+            return fails ? answer(503, R"({"detail":"Down for repair."})") : answer(200, R"({"a":1})");
         };
-        QElapsedTimer timer;
-        timer.start();
-        b.manager.useCloud(u"d"_s);
-        QTRY_COMPARE(b.texts, (QStringList{u"-Connecting to d…"_s, u"-Down for repair."_s, u"+Live from d"_s}));
-        // Two waits at the slow pace stand before the ninth request.
-        QVERIFY2(timer.elapsed() >= 200, qPrintable(QString::number(timer.elapsed())));
-        const qsizetype before = b.portalSide.requests.size();
-        timer.restart();
-        QTRY_VERIFY(b.portalSide.requests.size() >= before + 3);
-        QVERIFY2(timer.elapsed() < 290, qPrintable(QString::number(timer.elapsed())));
+        for (const QString &device : {u"c"_s, u"d"_s}) { // another route doesn't inherit the failures
+            b.manager.useCloud(device);
+            b.sincePoll.invalidate();
+            QTRY_VERIFY(b.portalSide.asked().endsWith("GET /devices/" + device.toUtf8() + "/state"));
+            for (int failures = 1; failures <= 4; ++failures) {
+                QVERIFY(b.pollsAfter(1s));
+            }
+        }
+        QVERIFY(b.pollsAfter(1s));
+        QVERIFY(b.pollsAfter(5s));
+        fails = false;
+        QVERIFY(b.pollsAfter(5s));
+        QTRY_COMPARE(b.texts, (QStringList{u"-Connecting to c…"_s, u"-Down for repair."_s, u"-Connecting to d…"_s,
+                                           u"-Down for repair."_s, u"+Live from d"_s}));
+        QVERIFY(b.pollsAfter(1s));
     }
 
     void deviceThatIsNotOnTheAccountEndsThePolling()
@@ -116,8 +151,7 @@ private Q_SLOTS:
         };
         b.manager.useCloud(u"d"_s);
         QTRY_COMPARE(b.texts.last(), u"-That device is not on this account."_s);
-        QTest::qWait(100);
-        QCOMPARE(b.portalSide.requests.size(), 1);
+        QVERIFY(b.isQuiet());
         QCOMPARE(b.manager.mode(), SourceManager::Mode::Cloud);
     }
 
@@ -126,10 +160,13 @@ private Q_SLOTS:
         Rig b;
         b.portalSide.answer = [](const HttpRequest &) { return HttpReply{200, {}, {}, HttpReply::How::Hang}; };
         b.manager.useCloud(u"d"_s);
-        QTest::qWait(200);
-        QCOMPARE(b.portalSide.requests.size(), 1);
+        QTRY_COMPARE(b.portalSide.requests.size(), 1);
+        skip(15s);
+        QCOMPARE(b.texts.size(), 1);
+        skip(6s);
         QTRY_COMPARE(b.texts.last(), u"-Could not reach Tallyforge. Check your internet connection."_s);
-        QTRY_COMPARE(b.portalSide.requests.size(), 2);
+        QCOMPARE(b.portalSide.requests.size(), 1);
+        QVERIFY(b.pollsAfter(1s));
     }
 
     void withoutASignIn()
@@ -138,7 +175,7 @@ private Q_SLOTS:
         b.manager.useCloud(u"d"_s);
         QCOMPARE(b.texts.last(), u"-Sign in to see live scores."_s);
         b.portal.restoreSession({}); // the timer goes on, so that the sign-in is all it takes
-        QTRY_COMPARE(b.texts.last(), u"+Live from d"_s);
+        QVERIFY(skipUntil([&] { return b.texts.last() == u"+Live from d"_s; }));
     }
 
     void signOutConcernsTheCloudAlone()
@@ -150,10 +187,7 @@ private Q_SLOTS:
         QCOMPARE(b.texts.last(), u"-Signed out. Sign in to see live scores."_s);
         b.portal.restoreSession({});
         QTRY_VERIFY(b.portal.signedIn());
-        QTest::qWait(50); // replies that were under way at that moment
-        const qsizetype asked = b.portalSide.requests.size();
-        QTest::qWait(100);
-        QCOMPARE(b.portalSide.requests.size(), asked); // polling doesn't start again by itself
+        QVERIFY(b.isQuiet()); // polling doesn't start again by itself
         QCOMPARE(b.texts.last(), u"-Signed out. Sign in to see live scores."_s);
 
         b.manager.useLan(u"d"_s, {u"127.0.0.1"_s, u"t"_s, u"Gym"_s});
@@ -175,7 +209,7 @@ private Q_SLOTS:
         b.portal.restoreSession({});
         QTRY_VERIFY(b.portal.signedIn());
         b.portalSide.release("{\"a\":1}");
-        QTest::qWait(50);
+        QVERIFY(b.isQuiet());
         QCOMPARE(b.texts.last(), u"-Signed out. Sign in to see live scores."_s);
         QCOMPARE(b.live.fieldNames(), QStringList());
     }
@@ -273,10 +307,33 @@ private Q_SLOTS:
         QVERIFY2(b.texts.last().contains(u"second"_s), qPrintable(b.texts.last()));
         Q_EMIT links[0]->envelope(scores(9));
         QCOMPARE(b.live.fieldNames(), QStringList());
-        QTest::qWait(20); // for a request that should not be sent, and the end of old sockets
+        skip(1ms); // for a request that should not be sent, and the end of old sockets
         QCOMPARE(b.feed().findChildren<QSslSocket *>().size(), second == SourceManager::Mode::Lan ? 1 : 0);
         for (const QList<QByteArray> all = b.portalSide.asked(); const QByteArray &asked : all) {
             QVERIFY2(!asked.contains("first"), asked);
+        }
+    }
+
+    // The values of the old route may lead to the new one, which the old one's status must not reach.
+    void routeChosenByAValue()
+    {
+        for (const bool overCloud : {true, false}) {
+            Rig b;
+            b.portalSide.answer = [](const HttpRequest &) { return answer(200, R"({"home_score":99})"); };
+            DeviceSession borrowed(new FakeLink, nullptr);
+            QSignalSpy left(&b.manager, &SourceManager::sessionLeft);
+            b.manager.useSession(&borrowed, u"Gym"_s);
+            overCloud ? b.manager.useCloud(u"d"_s) : b.manager.useLan(u"d"_s, {u"127.0.0.1"_s, u"t"_s, u"Gym"_s});
+            QCOMPARE(left.size(), 0); // only a session of its own is the manager's to leave
+            connect(
+                &b.live, &LiveData::fieldsChanged, this, [&] { b.manager.useLan(u"e"_s, {u"127.0.0.1"_s, {}, {}}); },
+                Qt::SingleShotConnection);
+            if (!overCloud) {
+                Q_EMIT b.feed().envelope(scores(1));
+            }
+            QTRY_COMPARE(b.manager.deviceId(), u"e"_s);
+            QVERIFY(b.isQuiet());
+            QCOMPARE(b.texts.filter(u"Live"_s), QStringList());
         }
     }
 
@@ -290,7 +347,7 @@ private Q_SLOTS:
         Q_EMIT b.feed().envelope(scores(1));
         b.texts.clear();
         QTRY_COMPARE(b.portalSide.requests.size(), 1);
-        QTest::qWait(50);
+        QVERIFY(b.isQuiet());
         QCOMPARE(b.texts, QStringList());
         QCOMPARE(b.live.value(u"home_score"_s), u"1"_s);
         QCOMPARE(b.manager.deviceId(), u"e"_s);

@@ -56,7 +56,9 @@ public:
     Finder()
     {
         qApp->installEventFilter(this);
-        m_server.listen(qEnvironmentVariable("DOCK_FINDER_SOCKET"));
+        const QString path = qEnvironmentVariable("DOCK_FINDER_SOCKET");
+        QLocalServer::removeServer(path); // of an OBS that was killed
+        m_server.listen(path);
         connect(&m_server, &QLocalServer::newConnection, this, &Finder::takeConnection);
     }
 

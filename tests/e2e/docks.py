@@ -10,7 +10,6 @@ from obs_session import wait_until
 from scenarios import CLOUD
 from simulator import REPOSITORY
 from stage import check
-from update import NEW, OLD, Offer, updatable
 from window import has
 
 CREW = "crew@venue.example", "correct horse battery"
@@ -20,7 +19,6 @@ WRONG_CODE = ("That code was not accepted. Enter the current 6-digit code from y
               "authenticator app.")
 PORT, OTHER_PORT = 9001, 9055
 TAKEN = f"Could not listen on port {PORT}: The bound address is already in use"
-RECORDING = " OBS is streaming or recording right now, so wait until you are done."
 GREEN, YELLOW = "#3cb371", "#d9a441"
 NARROW = 250
 FAILED = REPOSITORY / "build/dock-failed.png"
@@ -31,14 +29,14 @@ def status(text, colour=GREEN):
 
 
 @contextlib.contextmanager
-def opened(stage, home, is_open=False, **run):
-    """OBS with the dock; is_open when it has been left open by an earlier run. A failure leaves a
-    picture of the screen."""
+def opened(stage, home, is_open=False, run=None, **options):
+    """OBS with the dock; is_open when an earlier run may have left it open. A failure leaves a picture
+    of the screen. run makes a run of OBS other than one that must end well."""
     home.install(stage.built.finder, "dock-finder")
-    with stage.obs(home, **run) as obs:
+    with (run or stage.obs)(home, **options) as obs:
         dock = Dock(stage.screen, home.folder / "finder")
         try:
-            if not is_open:
+            if not (is_open and dock.is_open()):
                 dock.open()
             yield obs, dock
         except Exception:
@@ -171,36 +169,6 @@ def dock_server(stage):
                              "server_allow_network": True}, f"stored: {stored}")
             dock.toggle("tallyforgeServerEnabled")
             dock.wait_for_text("tallyforgeServerStatus", "Off.")
-
-
-def dock_update(stage):
-    """From the version of before to the next one, in the middle of a recording."""
-    offer = Offer(stage)
-    with offer.venue(stage):
-        home = updatable(stage, auto_check_updates=False)
-        restart = f"Restart OBS to finish updating to version {NEW}."
-        with opened(stage, home) as (obs, dock):
-            check("tallyforgeUpdateBanner" not in dock.page(), "nothing is on offer at first")
-            dock.wait_for_text("tallyforgeVersion", f"Version {OLD}")
-            dock.click("tallyforgeCheckForUpdates")
-            dock.wait_for_text("tallyforgeUpdateTitle",
-                               f"Tallyforge {NEW} is available (you have {OLD}).")
-            dock.wait_for_text("tallyforgeUpdateNotes", "Quicker.\nSturdier.")
-            obs.request("StartRecord")
-            wait_until(lambda: obs.request("GetRecordStatus")["outputActive"], what="a recording")
-            dock.click("tallyforgeUpdateNow")
-            dock.wait_for_text("tallyforgeUpdateTitle", restart + RECORDING)
-            page = dock.page()
-            check("tallyforgeUpdateNow" not in page and "tallyforgeUpdateNotes" not in page,
-                  "the banner asks for nothing but the restart")
-            check(not page["tallyforgeCheckForUpdates"]["enabled"], "nor can more be asked for")
-            obs.request("StopRecord")
-            wait_until(lambda: not obs.request("GetRecordStatus")["outputActive"], what="its end")
-        with opened(stage, home, is_open=True) as (obs, dock):
-            dock.wait_for_text("tallyforgeVersion", f"Version {NEW}")
-            dock.click("tallyforgeCheckForUpdates")
-            dock.wait_for_text("tallyforgeUpdateStatus", has(f"Tallyforge {NEW} is up to date. Checked "))
-            check("tallyforgeUpdateBanner" not in dock.page(), "nothing is on offer any more")
 
 
 def tab_stops(dock):

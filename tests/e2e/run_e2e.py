@@ -28,7 +28,7 @@ SCENARIOS = {run.__name__: run for run in (
     scenarios.many, scenarios.closing, scenarios.untrusted, graphics.page, graphics.properties,
     graphics.refresh, language.german, server.used, server.remote, update.update, update.update_refused,
     update.update_killed, update.update_closed, docks.dock_sign_in, docks.dock_choice,
-    docks.dock_scene, docks.dock_server, docks.dock_update, docks.dock_keyboard,
+    docks.dock_scene, docks.dock_server, docks.dock_keyboard,
     docks.dock_narrow, setups.setup_first, setups.setup_live, setups.setup_network,
     setups.setup_receiver, setups.setup_bluetooth, setups.setup_unplugged, setups.setup_closing,
     managers.manager_settings, managers.manager_security, managers.manager_update, managers.manager_refused,
@@ -42,8 +42,6 @@ def main():
     parser.add_argument("--plugin", type=Path, required=True, help="folder of the built plug-in")
     parser.add_argument("--browser", type=Path, required=True,
                         help="folder of the built stand-in for OBS's browser source")
-    parser.add_argument("--driver", type=Path, required=True,
-                        help="folder of the module that works the updater")
     parser.add_argument("--finder", type=Path, required=True,
                         help="folder of the module that tells what OBS's windows show")
     parser.add_argument("--next", type=Path, required=True,

@@ -25,7 +25,7 @@ def check(truth, what):
 
 class Stage:
     def __init__(self, built, folder, screen):
-        self.built = built   # with the folders plugin, browser, driver, finder and next
+        self.built = built   # with the folders plugin, browser, finder and next
         self._folder = folder
         self.screen = screen
         self._count = 0
@@ -59,8 +59,7 @@ class Stage:
     def session(self, home, wrapper=(), options=()):
         """A run of OBS of which nothing is demanded at its end. Its Bluetooth is the venue's."""
         self.runs += 1
-        env = self.screen.env() | {"BROWSER_STANDIN_RECORD": str(home.folder / "browser.jsonl"),
-                                   "UPDATER_DRIVER_RECORD": str(home.folder / "updater.jsonl")}
+        env = self.screen.env() | {"BROWSER_STANDIN_RECORD": str(home.folder / "browser.jsonl")}
         env |= desktop.env(self.built.finder, home.folder / "finder") | self.sim.env()
         return ObsSession(home, env, wrapper, options)
 

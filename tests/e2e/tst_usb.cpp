@@ -11,6 +11,7 @@
 #include "tests/support/ObsHost.h"
 #include "tests/support/ObsSource.h"
 #include "tests/support/SimProcess.h"
+#include "tests/support/SkippedTime.h"
 
 #include <QFile>
 #include <QJsonArray>
@@ -40,7 +41,6 @@ void keepLog(int, const char *message, va_list arguments, void *)
 }
 
 constexpr int pace = 25; // the device's own waits are that much shorter
-constexpr DeviceSession::Timing quick{1000ms, 3000ms / pace};
 
 } // namespace
 
@@ -68,7 +68,7 @@ class TestUsb : public QObject
     {
         QString outcome;
         operation([&outcome](bool ok, const QString &text) { outcome += (ok ? u"ok "_s : u"failed "_s) + text; });
-        static_cast<void>(QTest::qWaitFor([&outcome] { return !outcome.isEmpty(); }, 30000));
+        static_cast<void>(skipUntil([&outcome] { return !outcome.isEmpty(); }, 15ms)); // as the device's own waits
         return outcome.trimmed();
     }
 
@@ -168,7 +168,7 @@ private Q_SLOTS:
         QCOMPARE(ports.size(), 1);
         QVERIFY(ports[0].likelyDevice);
         auto *link = new UsbLink(ports[0].path);
-        m_session = new DeviceSession(link, quick, App::get());
+        m_session = new DeviceSession(link, App::get());
         m_session->start({u"wrong"_s, u"courtside"_s});
         QTRY_COMPARE(m_session->state(), State::Ready);
         QCOMPARE(m_session->deviceId(), u"TF-1001"_s);

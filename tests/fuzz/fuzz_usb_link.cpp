@@ -8,17 +8,14 @@
 #include "device/RpcTransport.h"
 #include "device/usb/UsbLink.h"
 #include "tests/fuzz/Harness.h"
+#include "tests/support/SkippedTime.h"
 
 #include <QCoreApplication>
 
 #include <array>
 #include <chrono>
-#include <ctime>
 #include <memory>
 #include <utility>
-
-#include <sys/syscall.h>
-#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -27,8 +24,6 @@ using namespace tallyforge::fuzz;
 using namespace std::chrono_literals;
 
 namespace {
-
-std::chrono::nanoseconds clockTime = 1h;
 
 struct Wire
 {
@@ -39,16 +34,6 @@ struct Wire
 } wire;
 
 } // namespace
-
-// In place of the system's, for Qt's library as well. Its timers have no other clock.
-extern "C" [[gnu::visibility("default")]] int clock_gettime(clockid_t clock, timespec *time)
-{
-    if (clock != CLOCK_MONOTONIC) {
-        return static_cast<int>(syscall(SYS_clock_gettime, clock, time));
-    }
-    *time = {clockTime / 1s, (clockTime % 1s).count()};
-    return 0;
-}
 
 // In place of those over termios: the linker takes these first.
 namespace tallyforge::serial_platform {
@@ -173,7 +158,7 @@ public:
 private:
     static void pass(std::chrono::nanoseconds time)
     {
-        clockTime += time;
+        test::skippedTime += time;
         QCoreApplication::processEvents();
     }
 
@@ -287,6 +272,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     static int argc = 0;
     static const QCoreApplication application(argc, nullptr);
+    test::timeStandsStill = true;
     Cable cable;
     cable.play(bytesOf(data, size));
     cable.finish();

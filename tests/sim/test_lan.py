@@ -1,14 +1,12 @@
 # SPDX-License-Identifier: GPL-2.0-or-later
 # SPDX-FileCopyrightText: 2026 The Tallyforge developers
-"""A device's local HTTP interface: its routes, its sign-in, what it objects to, and its faults."""
+"""A device's local HTTP interface: its routes, its sign-in, and what it objects to."""
 
-import contextlib
 import http.client
 import json
-import time
 import unittest
 
-from support import PATIENCE, Simulator, SimulatorTest
+from support import PATIENCE, SimulatorTest
 
 JSON, FORM = "application/json", "application/x-www-form-urlencoded"
 SIGN_IN = b'{"password":"open-the-gym"}'
@@ -140,74 +138,6 @@ class LanTest(SimulatorTest):
                 found = self.sim.violations()
                 self.assertEqual(len(found), 1, found)
                 self.assertNotIn(self.cookie.partition("=")[2], found[0])
-
-    def test_faults(self):
-        for status in (204, 400, 401, 403, 404, 429, 500, 503):
-            for body in ({}, {"body": ""}, {"body": {"message": "No."}}):
-                self.fault("status", status=status, count=1, method="getState", **body)
-                got, reply, _ = self.ask("GET", "/state")
-                empty = status == 204 or body == {"body": ""}
-                self.assertEqual((got, reply == b""), (status, empty))
-        self.fault("garbage", count=1)
-        self.assertIn(b"<html>", self.ask("GET", "/state")[1])
-        for kind, error in (("cut", http.client.IncompleteRead), ("drop", OSError),
-                            ("refuse", ConnectionRefusedError)):
-            with self.subTest(kind):
-                self.fault(kind)
-                with self.assertRaises(error):
-                    self.ask("GET", "/state")
-                self.sim.control("/clear", where="lan")
-        self.assertEqual(self.ask("GET", "/state")[0], 200)
-        self.fault("slow", seconds=0.2, count=1)
-        begun = time.monotonic()
-        self.assertEqual(self.ask("GET", "/state")[0], 200)
-        self.assertGreaterEqual(time.monotonic() - begun, 0.2)
-        before = self.restarts()
-        self.fault("drop", method="reboot")
-        with self.assertRaises(OSError):
-            self.ask("POST", "/api/system/reboot", b"{}")
-        self.sim.control("/clear", where="lan")
-        self.wait_for(lambda _: self.restarts() > before)
-        for wish in ({"kind": "away"}, {"kind": "slow", "seconds": -1}, {"kind": "cut", "body": ""},
-                     {"kind": "hang", "method": "getLogs"}):
-            self.assertEqual(self.sim.control("/fault", where="lan", **wish)[0], 400)
-
-    def test_what_hung_is_answered_as_things_stand_then(self):
-        for passing, wanted in ((None, 200), ("renew-token", 403), ("expire", 401)):
-            with self.subTest(passing):
-                self.fault("hang")
-                connection = self.send("GET", "/state")
-                self.wait_for(lambda state: state["devices"]["TF-1001"]["lan"]["hanging"])
-                if passing:
-                    self.fault(passing)
-                self.sim.control("/clear", where="lan")
-                self.assertEqual(connection.getresponse().status, wanted)
-
-    def test_whoever_was_told_half_of_its_sign_in_breaks_no_rule(self):
-        no_token = {"X_CSRF_Token": None}
-        nothing = {"Cookie": None, "X_CSRF_Token": None}
-        for kind, kept, wanted, more in (("cut", no_token, 403, {}), ("garbage", nothing, 401, {}),
-                                         ("status", nothing, 401, {"status": 200})):
-            with self.subTest(kind):
-                self.fault(kind, method="login", count=1, **more)
-                with contextlib.suppress(http.client.IncompleteRead):
-                    self.ask("POST", "/login", SIGN_IN)
-                self.assertEqual(self.ask("GET", "/state", **kept)[0], wanted)
-                self.assertEqual(self.ask("POST", "/login", SIGN_IN, **kept)[0], 200)
-                self.assertEqual(self.sim.violations(), [])
-                self.ask("GET", "/state", **kept)
-                self.assertEqual(len(self.sim.violations()), 1, "after a whole sign-in")
-
-    def test_an_address_of_version_6(self):
-        sim = Simulator("--manual", "--lan-port", "0", "--device", "A@::1")
-        self.addCleanup(sim.end)
-        url = sim.ready["devices"][0]["lan"]
-        self.assertRegex(url, r"^http://\[::1\]:\d+$")
-        connection = http.client.HTTPConnection(url.rpartition("/")[2], timeout=PATIENCE)
-        with contextlib.closing(connection):
-            connection.request("GET", "/api/status")
-            self.assertEqual(connection.getresponse().status, 401)
-        self.assertEqual(sim.violations(), [])
 
 
 if __name__ == "__main__":

@@ -16,52 +16,6 @@ class PortalTest(SimulatorTest):
                "--account", "two@example.com:steps:123456",
                "--device", "TF-1001=Main gym", "--device", "A/B c")
 
-    def test_sign_in_with_and_without_a_second_step(self):
-        def call(path, **body):
-            return self.sim.portal("POST", path, body, without("Cookie"))
-
-        wrong = call("/auth/login", email="crew@example.com", password="score")
-        self.assertEqual(wrong[:2], (401, {"detail": {"error": "invalid_credentials"}}))
-        status, reply, cookie = call("/auth/login", email="crew@example.com", password="score:board")
-        self.assertEqual((status, reply["user"]["email"]), (200, "crew@example.com"))
-        for flag in ("Max-Age=", "Path=/", "HttpOnly", "Secure"):
-            self.assertIn(flag, cookie)
-        _, first, cookie = call("/auth/login", email="two@example.com", password="steps")
-        self.assertEqual((first["totp_required"], cookie), (True, None))
-        for code, status in (("000000", 401), ("123456", 200), ("123456", 401)):
-            self.assertEqual(call("/auth/login/totp", challenge_id=first["challenge_id"], code=code)[0], status)
-
-    def test_state_follows_the_device_and_its_id_may_hold_anything(self):
-        self.sim.control("/set", device="A/B c", fields={"home_score": 41})
-        status, reply, _ = self.sim.portal("GET", "/devices/A%2FB%20c/state")
-        self.assertEqual((status, reply["type"], reply["online"], reply["fields"]["home_score"]),
-                         (200, "state", True, 41))
-        _, other, _ = self.sim.portal("GET", "/devices/TF-1001/state")
-        self.assertEqual(other["fields"]["home_score"], 0)
-        raw = {"type": "odd", "fields": [1]}
-        self.sim.control("/set", device="A/B c", raw=raw)
-        self.assertEqual(self.sim.portal("GET", "/devices/A%2FB%20c/state")[1], raw)
-
-    def test_commands_reach_the_device_that_is_there(self):
-        def ask(path, **body):
-            return self.sim.portal("POST", f"/devices/TF-1001/{path}", body)[:2]
-
-        choice = {"manufacturer": "oes", "model": "ISC9000", "sport": "hockey", "input_type": "rs485"}
-        self.assertEqual(ask("config", config=choice), (200, {"ok": True}))
-        admin = self.sim.state()["devices"]["TF-1001"]["admin"]
-        self.assertEqual(admin["controller"], choice)
-        data = ask("cmd/get_status", args={})[1]["data"]
-        self.assertEqual((data["model"], type(data["network"])), ("ISC9000", dict))
-        self.assertTrue(ask("cmd/ota_check", args={})[1]["data"]["update_available"])
-        self.sim.control("/fault", where="device", kind="offline")
-        self.sim.control("/pace", pace=100)
-        for path, body in (("config", {"config": choice}), ("cmd/get_status", {"args": {}})):
-            self.assertEqual(ask(path, **body)[0], 504)
-        self.assertTrue(ask("cmd/reboot", args={})[1]["queued"])
-        self.assertEqual(self.sim.state()["portal"]["queued"], ["TF-1001"])
-        self.sim.control("/clear")
-        self.wait_for(lambda s: s["devices"]["TF-1001"]["admin"]["restarts"] == 1)
-
     def test_requests_that_break_the_format_are_refused_and_recorded(self):
         login = {"email": "crew@example.com", "password": "x"}
         table = [

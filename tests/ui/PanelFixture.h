@@ -27,12 +27,6 @@ inline QJsonObject json(const QByteArray &text)
     return QJsonDocument::fromJson(text).object();
 }
 
-inline void skip(std::chrono::milliseconds time)
-{
-    skippedTime += time;
-    QTest::qWait(1);
-}
-
 /// A panel in view, over a session with a scripted device.
 class PanelFixture
 {

@@ -16,6 +16,9 @@ namespace tallyforge {
 
 namespace {
 
+constexpr std::chrono::milliseconds startLimit{30000}; // the user may be asked for a permission
+constexpr std::chrono::milliseconds scanExtra{15000};  // beyond the scan itself
+
 BleReply unavailable(const QString &message)
 {
     return {false, {}, u"bluetooth_unavailable"_s, message};
@@ -31,15 +34,9 @@ BleBridge *BleBridge::instance()
 }
 
 BleBridge::BleBridge(QObject *parent)
-    : BleBridge(Timing{}, parent)
-{
-}
-
-BleBridge::BleBridge(const Timing &timing, QObject *parent)
     : QObject(parent)
-    , m_timing(timing)
-    , m_process(timing.launch, this)
-    , m_listener(timing.listener, this)
+    , m_process(this)
+    , m_listener(this)
     , m_requests(this)
 {
     connect(&m_process, &BleHelperProcess::failed, this, [this] {
@@ -176,7 +173,7 @@ void BleBridge::start(const ReplyCallback &callback)
             m_started = m_started || reply.ok;
             callback(reply);
         },
-        m_timing.start);
+        startLimit);
 }
 
 void BleBridge::scan(std::chrono::milliseconds duration, const ScanCallback &callback)
@@ -191,7 +188,7 @@ void BleBridge::scan(std::chrono::milliseconds duration, const ScanCallback &cal
             return;
         }
         request(u"scan"_s, {{u"ms"_s, static_cast<qint64>(duration.count())}}, deliver,
-                duration + m_timing.scanExtra);
+                duration + scanExtra);
     });
 }
 

@@ -28,13 +28,6 @@ class BleBridge final : public QObject
     Q_OBJECT
 
 public:
-    struct Timing
-    {
-        std::chrono::milliseconds launch{20000}; ///< until a helper must have proved itself
-        BleHelperListener::Timing listener;
-        std::chrono::milliseconds start{30000};     ///< the user may be asked for a permission
-        std::chrono::milliseconds scanExtra{15000}; ///< beyond the scan itself
-    };
     using ReadyCallback = std::function<void(bool ok, const QString &message)>;
     using ReplyCallback = BleRequests::Callback;
     /// seen counts the Bluetooth devices of any kind that were there.
@@ -45,7 +38,6 @@ public:
     static BleBridge *instance();
 
     explicit BleBridge(QObject *parent = nullptr);
-    BleBridge(const Timing &timing, QObject *parent);
 
     /// Where the helper lies, empty when it isn't installed. Ends a shutdown().
     void setHelperPath(const QString &path);
@@ -86,7 +78,6 @@ private:
     void send(const QString &op, const QJsonObject &params, const ReplyCallback &callback,
               std::chrono::milliseconds timeout);
 
-    const Timing m_timing;
     QString m_helperPath;
     BleHelperProcess m_process;
     BleHelperListener m_listener;

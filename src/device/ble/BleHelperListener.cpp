@@ -26,15 +26,14 @@ QByteArray newToken()
 
 } // namespace
 
-BleHelperListener::BleHelperListener(const Timing &timing, QObject *parent)
+BleHelperListener::BleHelperListener(QObject *parent)
     : QObject(parent)
-    , m_timing(timing)
 {
     // Queued, because Qt goes on accepting as long as connections come and are taken at once. This
     // way it stops when as many wait as may, and the event loop has its turn.
     connect(&m_server, &QTcpServer::newConnection, this, &BleHelperListener::takeConnections,
             Qt::QueuedConnection);
-    platform::keepAccepting(&m_server, m_timing.rest);
+    platform::keepAccepting(&m_server);
 }
 
 bool BleHelperListener::expectHelper()
@@ -67,7 +66,7 @@ void BleHelperListener::takeConnections()
 
 void BleHelperListener::take(QTcpSocket *socket)
 {
-    auto *const stranger = new BleHelperSocket(socket, m_timing.hello, this);
+    auto *const stranger = new BleHelperSocket(socket, this);
     m_strangers.append(stranger);
     connect(stranger, &BleHelperSocket::received, this,
             [this, stranger](const QJsonObject &object) { greet(stranger, object); });

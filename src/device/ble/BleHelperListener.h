@@ -11,8 +11,6 @@
 #include <QObject>
 #include <QTcpServer>
 
-#include <chrono>
-
 namespace tallyforge {
 
 /// The port on loopback that the helper comes to. Any program of this computer can connect there,
@@ -22,13 +20,7 @@ class BleHelperListener final : public QObject
     Q_OBJECT
 
 public:
-    struct Timing
-    {
-        std::chrono::milliseconds hello{5000}; ///< until a connection must have proved the token
-        std::chrono::milliseconds rest{1000};  ///< until the next try when no descriptor was free
-    };
-
-    BleHelperListener(const Timing &timing, QObject *parent);
+    explicit BleHelperListener(QObject *parent);
 
     /// Makes a new token, which is good for one connection, and listens unless it does so already.
     /// Returns false when there is no port to listen on.
@@ -49,7 +41,6 @@ private:
     void greet(BleHelperSocket *stranger, const QJsonObject &hello);
     void dismissStrangers();
 
-    const Timing m_timing;
     QTcpServer m_server;
     QList<BleHelperSocket *> m_strangers; // children, oldest first
     QByteArray m_token;                   // empty when no helper is expected

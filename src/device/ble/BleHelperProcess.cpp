@@ -7,15 +7,22 @@
 
 #include <QProcess>
 
+#include <chrono>
 #include <utility>
 
 namespace tallyforge {
 
-BleHelperProcess::BleHelperProcess(std::chrono::milliseconds limit, QObject *parent)
+namespace {
+
+constexpr std::chrono::milliseconds launchLimit{20000}; // until a helper must have proved itself
+
+} // namespace
+
+BleHelperProcess::BleHelperProcess(QObject *parent)
     : QObject(parent)
 {
     m_limit.setSingleShot(true);
-    m_limit.setInterval(limit);
+    m_limit.setInterval(launchLimit);
     connect(&m_limit, &QTimer::timeout, this, &BleHelperProcess::fail);
 }
 

@@ -8,8 +8,6 @@
 #include <QString>
 #include <QTimer>
 
-#include <chrono>
-
 class QProcess;
 
 namespace tallyforge {
@@ -20,8 +18,7 @@ class BleHelperProcess final : public QObject
     Q_OBJECT
 
 public:
-    /// limit is the time from a start until arrived() must have been called.
-    BleHelperProcess(std::chrono::milliseconds limit, QObject *parent);
+    explicit BleHelperProcess(QObject *parent);
     ~BleHelperProcess() override;
 
     /// Starts the program, which gets the port and the token as its arguments. Ends the process of

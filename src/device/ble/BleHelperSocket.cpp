@@ -9,6 +9,7 @@
 #include <QPointer>
 #include <QTcpSocket>
 
+#include <chrono>
 #include <utility>
 
 namespace tallyforge {
@@ -21,13 +22,13 @@ constexpr qsizetype helpersLine = qsizetype(128) * 1024; // a scan of a thousand
 constexpr qint64 helpersRead = 64L * 1024;
 constexpr qint64 piece = 4096; // small, because the time is looked at only between pieces and lines
 
-constexpr std::chrono::milliseconds turnLimit{3}; // no further line is handled after it
-constexpr std::chrono::milliseconds pause{5};     // in which OBS comes to its own work
+constexpr std::chrono::milliseconds helloLimit{5000}; // until it must have proved the token
+constexpr std::chrono::milliseconds turnLimit{3};     // no further line is handled after it
+constexpr std::chrono::milliseconds pause{5};         // in which OBS comes to its own work
 
 } // namespace
 
-BleHelperSocket::BleHelperSocket(QTcpSocket *socket, std::chrono::milliseconds helloLimit,
-                                 QObject *parent)
+BleHelperSocket::BleHelperSocket(QTcpSocket *socket, QObject *parent)
     : QObject(parent)
     , m_socket(socket)
 {

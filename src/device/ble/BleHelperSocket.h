@@ -8,8 +8,6 @@
 #include <QObject>
 #include <QTimer>
 
-#include <chrono>
-
 class QTcpSocket;
 
 namespace tallyforge {
@@ -23,8 +21,8 @@ class BleHelperSocket final : public QObject
     Q_OBJECT
 
 public:
-    /// Takes the socket over. A stranger's connection ends after helloLimit.
-    BleHelperSocket(QTcpSocket *socket, std::chrono::milliseconds helloLimit, QObject *parent);
+    /// Takes the socket over. A stranger's connection ends after five seconds.
+    BleHelperSocket(QTcpSocket *socket, QObject *parent);
 
     /// Lifts the limits of a stranger.
     void trust();

@@ -5,23 +5,30 @@
 
 #include "device/ble/BleBridge.h"
 
+#include <chrono>
+
 using namespace Qt::StringLiterals;
 
 namespace tallyforge {
 
+namespace {
+
+constexpr std::chrono::milliseconds connectLimit{150000}; // the user may have to type a passkey
+constexpr std::chrono::milliseconds disconnectLimit{8000};
+
+} // namespace
+
 BleLink::BleLink(const QString &id, const QString &label, QObject *parent)
-    : BleLink(BleBridge::instance(), id, label, Timing{}, parent)
+    : BleLink(BleBridge::instance(), id, label, parent)
 {
 }
 
-BleLink::BleLink(BleBridge *bridge, const QString &id, const QString &label, const Timing &timing,
-                 QObject *parent)
+BleLink::BleLink(BleBridge *bridge, const QString &id, const QString &label, QObject *parent)
     : DeviceLink(parent)
     , m_bridge(bridge)
-    , m_timing(timing)
     , m_id(id)
     , m_label(label)
-    , m_transport(bridge, timing.write, nullptr)
+    , m_transport(bridge, nullptr)
 {
     connect(bridge, &BleBridge::dataReceived, this, [this](const QByteArray &bytes) {
         if (m_connected) {
@@ -56,7 +63,7 @@ void BleLink::connectDevice()
 {
     m_bridge->request(u"connect"_s, {{u"id"_s, m_id}},
                       m_generation.guard([this](const BleReply &reply) { onConnected(reply); }),
-                      m_timing.connect);
+                      connectLimit);
 }
 
 void BleLink::onConnected(const BleReply &reply)
@@ -79,7 +86,7 @@ void BleLink::close()
     m_connected = false;
     m_transport.stop();
     if (m_bridge->isReady()) { // a helper that has gone has disconnected
-        m_bridge->request(u"disconnect"_s, {}, {}, m_timing.disconnect);
+        m_bridge->request(u"disconnect"_s, {}, {}, disconnectLimit);
     }
 }
 

@@ -9,8 +9,6 @@
 
 #include <QString>
 
-#include <chrono>
-
 namespace tallyforge {
 
 class BleBridge;
@@ -22,18 +20,10 @@ class BleLink final : public DeviceLink
     Q_OBJECT
 
 public:
-    struct Timing
-    {
-        std::chrono::milliseconds connect{150000}; ///< the user may have to type a passkey
-        std::chrono::milliseconds disconnect{8000};
-        std::chrono::milliseconds write{15000}; ///< for one write
-    };
-
     /// id is the one of a BleDeviceInfo, label the name that the user knows the device by.
     BleLink(const QString &id, const QString &label, QObject *parent = nullptr);
     /// The bridge isn't owned and must outlive the link.
-    BleLink(BleBridge *bridge, const QString &id, const QString &label, const Timing &timing,
-            QObject *parent);
+    BleLink(BleBridge *bridge, const QString &id, const QString &label, QObject *parent);
     ~BleLink() override;
 
     [[nodiscard]] QString kind() const override { return QStringLiteral("ble"); }
@@ -51,7 +41,6 @@ private:
     void lose(const QString &reason);
 
     BleBridge *const m_bridge;
-    const Timing m_timing;
     const QString m_id;
     const QString m_label;
     BleTransport m_transport;

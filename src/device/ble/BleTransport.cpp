@@ -5,6 +5,8 @@
 
 #include "device/ble/BleBridge.h"
 
+#include <chrono>
+
 using namespace Qt::StringLiterals;
 
 namespace tallyforge {
@@ -13,13 +15,13 @@ namespace {
 
 constexpr int leastPayload = 20; // of any connection
 constexpr int lastMessageId = 255;
+constexpr std::chrono::milliseconds writeLimit{15000}; // for one write
 
 } // namespace
 
-BleTransport::BleTransport(BleBridge *bridge, std::chrono::milliseconds writeLimit, QObject *parent)
+BleTransport::BleTransport(BleBridge *bridge, QObject *parent)
     : RpcTransport(parent)
     , m_bridge(bridge)
-    , m_writeLimit(writeLimit)
     , m_writePayload(leastPayload)
 {
     m_assembler.onTruncated = [this](const QString &message) {
@@ -84,7 +86,7 @@ void BleTransport::pumpWrites()
     const QString bytes = QString::fromLatin1(m_writeQueue.takeFirst().toBase64());
     m_bridge->request(u"write"_s, {{u"b64"_s, bytes}},
                       m_generation.guard([this](const BleReply &reply) { onWritten(reply); }),
-                      m_writeLimit);
+                      writeLimit);
 }
 
 void BleTransport::onWritten(const BleReply &reply)

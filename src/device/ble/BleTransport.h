@@ -10,8 +10,6 @@
 #include <QByteArray>
 #include <QList>
 
-#include <chrono>
-
 namespace tallyforge {
 
 class BleBridge;
@@ -25,7 +23,7 @@ class BleTransport final : public RpcTransport
 
 public:
     /// The bridge isn't owned and must outlive the transport.
-    BleTransport(BleBridge *bridge, std::chrono::milliseconds writeLimit, QObject *parent);
+    BleTransport(BleBridge *bridge, QObject *parent);
 
     [[nodiscard]] bool isOpen() const override { return m_open; }
     void send(const QByteArray &json) override;
@@ -42,7 +40,6 @@ private:
     void onWritten(const BleReply &reply);
 
     BleBridge *const m_bridge;
-    const std::chrono::milliseconds m_writeLimit;
     bool m_open = false;
     int m_writePayload;
     int m_messageId = 0; // the latest request's

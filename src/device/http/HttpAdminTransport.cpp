@@ -12,11 +12,16 @@
 #include <QUrl>
 #include <QUrlQuery>
 
+#include <chrono>
+
 using namespace Qt::StringLiterals;
 
 namespace tallyforge {
 
 namespace {
+
+constexpr std::chrono::milliseconds transferLimit{30000}; // without any progress of a request
+constexpr std::chrono::milliseconds wholeLimit{45000};    // of a request; no call waits as long
 
 // A Wi-Fi password may hold "%41", which QUrlQuery takes for an "A", or "+", which QUrlQuery leaves
 // and a form's reader takes for a blank. So all texts are encoded before.
@@ -43,13 +48,9 @@ QByteArray cookieOf(const QByteArray &setCookie)
 
 } // namespace
 
-HttpAdminTransport::HttpAdminTransport(const LanAddress &address,
-                                       std::chrono::milliseconds transfer,
-                                       std::chrono::milliseconds limit, QObject *parent)
+HttpAdminTransport::HttpAdminTransport(const LanAddress &address, QObject *parent)
     : RpcTransport(parent)
     , m_address(address)
-    , m_transfer(transfer)
-    , m_limit(limit)
 {
 }
 
@@ -94,7 +95,7 @@ void HttpAdminTransport::refuse(int id, const QString &code, const QString &text
 
 QNetworkReply *HttpAdminTransport::start(const HttpRoute &route, const QJsonObject &params)
 {
-    QNetworkRequest request = httpRequest(m_address, route.path, m_transfer);
+    QNetworkRequest request = httpRequest(m_address, route.path, transferLimit);
     request.setRawHeader("Accept", "application/json");
     if (!m_cookie.isEmpty()) {
         request.setRawHeader("Cookie", m_cookie);
@@ -103,7 +104,7 @@ QNetworkReply *HttpAdminTransport::start(const HttpRoute &route, const QJsonObje
         request.setRawHeader("X-CSRF-Token", m_csrf);
     }
     if (route.verb == "GET") {
-        return bounded(m_network.get(request), m_limit);
+        return bounded(m_network.get(request), wholeLimit);
     }
     const QByteArray type = route.form ? QByteArrayLiteral("application/x-www-form-urlencoded")
                                        : QByteArrayLiteral("application/json");
@@ -111,7 +112,7 @@ QNetworkReply *HttpAdminTransport::start(const HttpRoute &route, const QJsonObje
     return bounded(
         m_network.post(request, route.form ? formBody(params)
                                            : QJsonDocument(params).toJson(QJsonDocument::Compact)),
-        m_limit);
+        wholeLimit);
 }
 
 void HttpAdminTransport::finish(QNetworkReply *reply, int id, const QString &method,

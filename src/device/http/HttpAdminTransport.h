@@ -12,8 +12,6 @@
 #include <QNetworkAccessManager>
 #include <QString>
 
-#include <chrono>
-
 class QNetworkReply;
 
 namespace tallyforge {
@@ -29,9 +27,7 @@ class HttpAdminTransport final : public RpcTransport
     Q_OBJECT
 
 public:
-    /// transfer is how long a request may stand still, limit how long it may take as a whole.
-    HttpAdminTransport(const LanAddress &address, std::chrono::milliseconds transfer,
-                       std::chrono::milliseconds limit, QObject *parent);
+    HttpAdminTransport(const LanAddress &address, QObject *parent);
 
     [[nodiscard]] bool isOpen() const override { return m_open; }
     void send(const QByteArray &json) override;
@@ -47,8 +43,6 @@ private:
     void takeSession(const QByteArray &setCookie, const HttpAnswer &login);
 
     const LanAddress m_address;
-    const std::chrono::milliseconds m_transfer;
-    const std::chrono::milliseconds m_limit;
     QNetworkAccessManager m_network;
     bool m_open = false;
     Generation m_generation; // ends with close(); a sign-in that outlives it yields nothing

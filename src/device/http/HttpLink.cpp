@@ -8,21 +8,23 @@
 
 #include <QNetworkReply>
 
+#include <chrono>
+
 using namespace Qt::StringLiterals;
 
 namespace tallyforge {
 
-HttpLink::HttpLink(const QString &address, QObject *parent)
-    : HttpLink(address, Timing{}, parent)
-{
-}
+namespace {
 
-HttpLink::HttpLink(const QString &address, const Timing &timing, QObject *parent)
+constexpr std::chrono::milliseconds probe{8000}; // for a sign of life when the link opens
+
+} // namespace
+
+HttpLink::HttpLink(const QString &address, QObject *parent)
     : DeviceLink(parent)
-    , m_timing(timing)
     , m_text(address)
     , m_address(LanAddress::fromText(address))
-    , m_transport(new HttpAdminTransport(m_address, timing.transfer, timing.request, this))
+    , m_transport(new HttpAdminTransport(m_address, this))
 {
 }
 
@@ -34,8 +36,8 @@ RpcTransport *HttpLink::transport()
 void HttpLink::open()
 {
     close();
-    QNetworkReply *reply = bounded(
-        m_network.get(httpRequest(m_address, u"/api/status"_s, m_timing.probe)), m_timing.probe);
+    QNetworkReply *reply =
+        bounded(m_network.get(httpRequest(m_address, u"/api/status"_s, probe)), probe);
     // Queued, as in the transport, because a slot may delete the link.
     connect(
         reply, &QNetworkReply::finished, this,

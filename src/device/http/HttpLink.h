@@ -10,8 +10,6 @@
 #include <QNetworkAccessManager>
 #include <QString>
 
-#include <chrono>
-
 class QNetworkReply;
 
 namespace tallyforge {
@@ -25,16 +23,8 @@ class HttpLink final : public DeviceLink
     Q_OBJECT
 
 public:
-    struct Timing
-    {
-        std::chrono::milliseconds probe{8000};     ///< for a sign of life when the link opens
-        std::chrono::milliseconds transfer{30000}; ///< without any progress of a request
-        std::chrono::milliseconds request{45000};  ///< for a whole request; no call waits as long
-    };
-
     /// address is what normalizeLanHost() gives, "host" or "host:port".
     explicit HttpLink(const QString &address, QObject *parent = nullptr);
-    HttpLink(const QString &address, const Timing &timing, QObject *parent);
 
     [[nodiscard]] QString kind() const override { return QStringLiteral("lan"); }
     [[nodiscard]] QString address() const override { return m_text; }
@@ -48,7 +38,6 @@ public:
 private:
     void onProbed(QNetworkReply *reply);
 
-    const Timing m_timing;
     const QString m_text; // as it was given
     const LanAddress m_address;
     HttpAdminTransport *const m_transport; // child

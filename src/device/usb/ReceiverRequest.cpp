@@ -3,17 +3,24 @@
 
 #include "device/usb/ReceiverRequest.h"
 
+#include <chrono>
 #include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace tallyforge {
 
-ReceiverRequest::ReceiverRequest(std::chrono::milliseconds limit, QObject *parent)
+namespace {
+
+constexpr std::chrono::milliseconds answerLimit{5000};
+
+} // namespace
+
+ReceiverRequest::ReceiverRequest(QObject *parent)
     : QObject(parent)
 {
     m_timer.setSingleShot(true);
-    m_timer.setInterval(limit);
+    m_timer.setInterval(answerLimit);
     connect(&m_timer, &QTimer::timeout, this,
             [this] { finish(false, {}, tr("The receiver did not answer")); });
 }

@@ -8,7 +8,6 @@
 #include <QString>
 #include <QTimer>
 
-#include <chrono>
 #include <functional>
 
 namespace tallyforge {
@@ -23,8 +22,7 @@ public:
     /// or false and a sentence for the user.
     using Callback = std::function<void(bool ok, const QString &key, const QString &error)>;
 
-    /// limit is how long the receiver may take for its answer.
-    ReceiverRequest(std::chrono::milliseconds limit, QObject *parent);
+    explicit ReceiverRequest(QObject *parent);
 
     /// Gives the receiver a key, has it make one, or sets its channel (from 1 on). Fails at once
     /// while another request is under way.

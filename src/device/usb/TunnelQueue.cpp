@@ -6,20 +6,23 @@
 #include "device/usb/SerialPort.h"
 #include "device/usb/UsbFrame.h"
 
+#include <chrono>
+
 namespace tallyforge {
 
 namespace {
 
 constexpr qsizetype pipeStretch = 512;
+constexpr std::chrono::milliseconds frameInterval{40}; // between two frames
 constexpr qsizetype maxFrames = 1024;
 
 } // namespace
 
-TunnelQueue::TunnelQueue(SerialPort *serial, std::chrono::milliseconds pace, QObject *parent)
+TunnelQueue::TunnelQueue(SerialPort *serial, QObject *parent)
     : QObject(parent)
     , m_serial(serial)
 {
-    m_timer.setInterval(pace);
+    m_timer.setInterval(frameInterval);
     m_timer.setTimerType(Qt::PreciseTimer); // a coarse one may lose five percent of the pace
     connect(&m_timer, &QTimer::timeout, this, &TunnelQueue::drain);
 }

@@ -9,8 +9,6 @@
 #include <QObject>
 #include <QTimer>
 
-#include <chrono>
-
 namespace tallyforge {
 
 class SerialPort;
@@ -22,8 +20,8 @@ class TunnelQueue final : public QObject
     Q_OBJECT
 
 public:
-    /// The port isn't owned and must outlive the queue. pace is the time between two frames.
-    TunnelQueue(SerialPort *serial, std::chrono::milliseconds pace, QObject *parent);
+    /// The port isn't owned and must outlive the queue.
+    TunnelQueue(SerialPort *serial, QObject *parent);
 
     /// Queues bytes of the device's cloud connection, cut to frames. A closed port drops them.
     void queuePipe(const QByteArray &bytes);

@@ -5,6 +5,7 @@
 
 #include <QJsonDocument>
 
+#include <chrono>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -14,25 +15,22 @@ namespace tallyforge {
 namespace {
 
 constexpr int baud = 115200;
+constexpr std::chrono::milliseconds helloInterval{3000}; // between two greetings
+constexpr std::chrono::milliseconds helloLimit{45000};   // until a silent port is given up
+constexpr std::chrono::milliseconds pingInterval{5000};
 
 } // namespace
 
 UsbLink::UsbLink(const QString &path, QObject *parent)
-    : UsbLink(path, Timing{}, parent)
-{
-}
-
-UsbLink::UsbLink(const QString &path, const Timing &timing, QObject *parent)
     : DeviceLink(parent)
-    , m_timing(timing)
     , m_path(path)
     , m_adminTransport(&m_serial, nullptr)
     , m_reader(&m_serial, nullptr)
-    , m_tunnelQueue(&m_serial, m_timing.pace, nullptr)
-    , m_receiverRequest(m_timing.receiver, nullptr)
+    , m_tunnelQueue(&m_serial, nullptr)
+    , m_receiverRequest(nullptr)
 {
-    m_helloTimer.setInterval(m_timing.hello);
-    m_pingTimer.setInterval(m_timing.ping);
+    m_helloTimer.setInterval(helloInterval);
+    m_pingTimer.setInterval(pingInterval);
     connect(&m_cloud, &CloudRelay::toDevice, &m_tunnelQueue, &TunnelQueue::queuePipe);
     connect(&m_streams, &StreamRelay::toDevice, &m_tunnelQueue,
             [this](const QByteArray &bytes) { m_tunnelQueue.queueFrame(UsbFrame::Stream, bytes); });
@@ -119,7 +117,7 @@ void UsbLink::onHelloTimer()
 {
     if (m_helloSeen) {
         m_helloTimer.stop();
-    } else if (m_helloClock.durationElapsed() > m_timing.helloLimit) {
+    } else if (m_helloClock.durationElapsed() > helloLimit) {
         m_helloTimer.stop();
         Q_EMIT failed(
             u"no_response"_s,

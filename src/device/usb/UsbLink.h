@@ -18,8 +18,6 @@
 #include <QJsonObject>
 #include <QTimer>
 
-#include <chrono>
-
 namespace tallyforge {
 
 /// A device, or a wireless receiver, on a USB cable. The link sends greetings until
@@ -31,19 +29,10 @@ class UsbLink final : public DeviceLink
     Q_OBJECT
 
 public:
-    struct Timing
-    {
-        std::chrono::milliseconds hello{3000};       ///< between two greetings
-        std::chrono::milliseconds helloLimit{45000}; ///< until a silent port is given up
-        std::chrono::milliseconds ping{5000};
-        std::chrono::milliseconds receiver{5000}; ///< for a receiver's answer
-        std::chrono::milliseconds pace{40};       ///< between two frames of the tunnels
-    };
     using ReceiverCallback = ReceiverRequest::Callback;
 
     /// path is the port's, for example "/dev/ttyACM0".
     explicit UsbLink(const QString &path, QObject *parent = nullptr);
-    UsbLink(const QString &path, const Timing &timing, QObject *parent);
     ~UsbLink() override;
 
     [[nodiscard]] QString kind() const override { return QStringLiteral("usb"); }
@@ -88,7 +77,6 @@ private:
     void onPortLost(const QString &message);
     void dropTunnels();
 
-    const Timing m_timing;
     const QString m_path;
     Generation m_generation; // begins with open() and close()
     SerialPort m_serial;

@@ -5,6 +5,7 @@
 #include "device/ble/BleBridge.h"
 #include "device/ble/BleLink.h"
 #include "tests/support/BleHelperDouble.h"
+#include "tests/support/SkippedTime.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -16,15 +17,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr BleLink::Timing patient{20s, 20s, 20s};
-
 struct Rig
 {
-    explicit Rig(const BleLink::Timing &timing = patient)
-        : link(&bridge, u"id-1"_s, u"Main gym"_s, timing, nullptr)
-    {
-        bridge.setHelperPath(helper.path());
-    }
+    Rig() { bridge.setHelperPath(helper.path()); }
     void open()
     {
         link.open();
@@ -44,8 +39,8 @@ struct Rig
     void confirm() { helper.send(BleHelperDouble::okLine(held.takeFirst())); }
 
     BleHelperDouble helper;
-    BleBridge bridge{BleBridge::Timing{20s, {}, 20s, 20s}, nullptr};
-    BleLink link;
+    BleBridge bridge;
+    BleLink link{&bridge, u"id-1"_s, u"Main gym"_s, nullptr};
     QList<QJsonObject> held;
     QSignalSpy opened{&link, &DeviceLink::opened};
     QSignalSpy closed{&link, &DeviceLink::closed};
@@ -139,7 +134,7 @@ private Q_SLOTS:
     void failedWrites()
     {
         QFETCH(QString, code);
-        Rig r({20s, 20s, code == u"timeout"_s ? 50ms : 20000ms});
+        Rig r;
         r.holdWrites();
         r.open();
         r.link.transport()->send(QByteArray(100, 'x'));
@@ -149,6 +144,10 @@ private Q_SLOTS:
         QTRY_COMPARE(r.held.size(), 1);
         if (code != u"timeout"_s) {
             r.helper.fail(r.held.takeFirst(), code, u"No."_s);
+        } else {
+            skip(14s);
+            QCOMPARE(r.sendFailed.count(), 1);
+            skip(2s);
         }
         QTRY_COMPARE(r.sendFailed.count(), 2);
         QCOMPARE(r.sendFailed[1][0].toString(), code);
@@ -188,7 +187,7 @@ private Q_SLOTS:
         } else {
             r.confirm(); // of a connection that is over
         }
-        QTest::qWait(20);
+        skip(10s);
         QCOMPARE(r.helper.starts, 1); // nobody has asked for a new helper
         QCOMPARE(r.closed.count() + r.sendFailed.count(), line.isEmpty() ? 3 : 1);
         r.helper.onOp = [&](const QJsonObject &op) { r.helper.answer(op); };
@@ -219,7 +218,7 @@ private Q_SLOTS:
         QTRY_COMPARE(r.sendFailed.count(), 1);
         QCOMPARE(r.sendFailed[0][0].toString(), u"truncated"_s);
         {
-            BleLink other(&r.bridge, u"id-2"_s, {}, patient, nullptr);
+            BleLink other(&r.bridge, u"id-2"_s, {}, nullptr);
             other.open();
             QTRY_VERIFY(other.transport()->isOpen());
         }

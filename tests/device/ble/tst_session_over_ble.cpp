@@ -14,7 +14,6 @@
 
 using namespace tallyforge;
 using namespace tallyforge::test;
-using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
 
 class SessionOverBle : public SessionContract
@@ -32,7 +31,7 @@ class SessionOverBle : public SessionContract
         m_connects.clear();
         m_bridge.setHelperPath(m_helper.path());
         plugIn();
-        return new BleLink(&m_bridge, u"id-1"_s, {}, BleLink::Timing{20s, 20s, 20s}, nullptr);
+        return new BleLink(&m_bridge, u"id-1"_s, {}, nullptr);
     }
     void unplug() override
     {
@@ -67,7 +66,7 @@ class SessionOverBle : public SessionContract
     }
 
     BleHelperDouble m_helper;
-    BleBridge m_bridge{BleBridge::Timing{20s, {}, 20s, 20s}, nullptr};
+    BleBridge m_bridge;
     QList<QJsonObject> m_connects; // that the device lets wait
     bool m_present = true;
     bool m_connected = false;

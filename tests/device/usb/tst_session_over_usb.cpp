@@ -14,7 +14,6 @@
 
 using namespace tallyforge;
 using namespace tallyforge::test;
-using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
 
 class SessionOverUsb : public SessionContract
@@ -24,7 +23,7 @@ class SessionOverUsb : public SessionContract
     DeviceLink *makeLink() override
     {
         plugIn();
-        return new UsbLink(m_path, UsbLink::Timing{50ms, 10s, 1h, 1s, 1ms}, nullptr);
+        return new UsbLink(m_path);
     }
     void unplug() override { m_pty->unplug(); }
     void plugIn() override

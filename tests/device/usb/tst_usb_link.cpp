@@ -18,8 +18,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr UsbLink::Timing quick{20ms, 10s, 1h, 60ms, 1ms};
-
 QJsonObject json(const QByteArray &text)
 {
     return QJsonDocument::fromJson(text).object();
@@ -27,13 +25,11 @@ QJsonObject json(const QByteArray &text)
 
 struct Rig
 {
-    explicit Rig(const UsbLink::Timing &timing = quick)
-        : link(pty.path(), timing, nullptr)
-    {
-    }
+    [[nodiscard]] qsizetype greetings() { return device.count(UsbFrame::Ctrl, R"("hello")"); }
+
     Pty pty;
     UsbPeer device{pty};
-    UsbLink link;
+    UsbLink link{pty.path()};
     QSignalSpy opened{&link, &DeviceLink::opened};
     QSignalSpy failed{&link, &DeviceLink::failed};
     QSignalSpy closed{&link, &DeviceLink::closed};
@@ -63,7 +59,12 @@ private Q_SLOTS:
         QFETCH(bool, receiver);
         Rig r;
         r.link.open();
-        QTRY_VERIFY(r.device.count(UsbFrame::Ctrl, R"("hello")") >= 3); // it is asked again and again
+        for (int asked = 1; asked <= 3; ++asked) { // again and again
+            QTRY_COMPARE(r.greetings(), asked);
+            skip(2600ms);
+            QCOMPARE(r.greetings(), asked);
+            skip(500ms);
+        }
         QCOMPARE(json(r.device.frames.constFirst().payload), json(R"({"t":"hello","streams":1})"));
         QCOMPARE(r.opened.count(), 0);
         for (const QByteArray &answer : std::as_const(answers)) {
@@ -73,16 +74,24 @@ private Q_SLOTS:
         const QJsonObject info = r.opened[0][0].toJsonObject();
         QCOMPARE(info.value(u"device_id"_s).toString(), u"A"_s);
         QCOMPARE(info.value(u"receiver"_s).toBool(), receiver);
-        QTest::qWait(50);
+        const qsizetype greetings = r.greetings();
+        skip(60s);
+        QTest::qWait(20);
         QCOMPARE(r.opened.count() + r.failed.count(), 1);
+        QCOMPARE(r.greetings(), greetings);
     }
 
     void nobodyAnswers()
     {
-        Rig r(UsbLink::Timing{20ms, 100ms, 10ms, 60ms, 1ms});
+        Rig r;
         r.link.open();
+        for (int second = 0; second < 45; ++second) {
+            QCOMPARE(r.failed.count(), 0);
+            skip(1s);
+        }
+        QTRY_COMPARE(r.device.count(UsbFrame::Ctrl, R"({"t":"ping"})"), 9);
+        skip(4s);
         QTRY_COMPARE(r.failed.count(), 1);
-        QVERIFY(r.device.count(UsbFrame::Ctrl, R"({"t":"ping"})") > 3);
         QCOMPARE(r.failed[0][0].toString(), u"no_response"_s);
         QVERIFY(r.link.transport()->isOpen()); // the port stays open until it is closed
         UsbLink missing(u"/dev/none"_s);
@@ -96,7 +105,7 @@ private Q_SLOTS:
     void slotClosesWhileItOpens()
     {
         for (const bool early : {true, false}) {
-            Rig r(UsbLink::Timing{5ms, 10ms, 1h, 60ms, 1ms});
+            Rig r;
             bool closed = false;
             connect(&r.link, &UsbLink::tunnelChanged, this, [&] {
                 if (r.link.transport()->isOpen() != early && !std::exchange(closed, true)) {
@@ -105,7 +114,7 @@ private Q_SLOTS:
             });
             r.link.open();
             QVERIFY(closed && !r.link.transport()->isOpen());
-            QTest::qWait(50);
+            skip(50s);
             QCOMPARE(r.failed.count(), 0);
         }
     }
@@ -132,21 +141,23 @@ private Q_SLOTS:
     void deviceThatHangs()
     {
         const Pty pty; // nobody reads from it
-        UsbLink link(pty.path(), UsbLink::Timing{1h, 10h, 5ms, 60ms, 1ms}, nullptr);
+        UsbLink link(pty.path());
         QSignalSpy sendFailed(link.transport(), &RpcTransport::sendFailed);
         link.open();
         link.transport()->send(QByteArray(60000, 'x'));
         QVERIFY(sendFailed.isEmpty()); // yet, and OBS hasn't waited
-        skippedTime += 3200ms;
+        skip(2900ms);
+        QVERIFY(sendFailed.isEmpty());
+        skip(300ms);
         QTRY_COMPARE(sendFailed.count(), 1);
         QCOMPARE(sendFailed[0][0].toString(), u"write_failed"_s);
         QVERIFY(!pty.take().isEmpty());
-        QTest::qWait(50);
-        QCOMPARE(pty.take(), ""); // no pings before it gives a sign of life
-        pty.send("x");
         QByteArray got;
         const auto gotSoFar = [&] { return got += pty.take(); };
-        QTRY_VERIFY(gotSoFar().contains("ping"));
+        skip(11s);
+        QVERIFY(!gotSoFar().contains("ping")); // none before it gives a sign of life
+        pty.send("x");
+        QVERIFY(skipUntil([&] { return gotSoFar().contains("ping"); }));
     }
 
     void deviceThatFloods()
@@ -208,6 +219,9 @@ private Q_SLOTS:
         r.link.receiverSet({}, true, 0, keep);
         QTRY_COMPARE(r.device.count(UsbFrame::Ctrl, "rx_set"), 1);
         QCOMPARE(json(r.device.frames.constLast().payload), json(R"({"t":"rx_set","key":"","channel":3})"));
+        skip(4600ms);
+        QCOMPARE(outcomes.size(), 2);
+        skip(500ms);
         QTRY_COMPARE(outcomes.size(), 3);
         r.link.receiverSet({}, true, 0, keep);
         r.device.ctrl(R"({"t":"rx_set","key":"K"})");
@@ -242,9 +256,14 @@ private Q_SLOTS:
         Q_EMIT r.link.cloud()->toDevice(QByteArray((frames - 1) * 512 + 1, 'x'));
         QCOMPARE(changed.count() > 0, !kept); // the relays are torn down
         if (kept) {
-            QTRY_VERIFY(r.device.count(UsbFrame::Pipe, QByteArray(512, 'x')) >= 20);
+            skip(30ms);
+            QCOMPARE(r.device.count(UsbFrame::Pipe), 1);
+            for (int sent = 1; sent < 20; ++sent) {
+                QTRY_COMPARE(r.device.count(UsbFrame::Pipe, QByteArray(512, 'x')), sent);
+                skip(40ms);
+            }
         } else {
-            QTest::qWait(50);
+            skip(1s);
             QCOMPARE(r.device.count(UsbFrame::Pipe), 0);
         }
     }
