@@ -5,6 +5,7 @@
 #include "plugin/App.h"
 #include "tests/support/FakeModule.h"
 #include "tests/support/HttpStub.h"
+#include "tests/support/SkippedTime.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -17,6 +18,7 @@
 
 using namespace tallyforge;
 using namespace tallyforge::test;
+using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -133,6 +135,14 @@ private Q_SLOTS:
             return m_portal->asked().count("GET /devices/d1/state") + m_portal->asked().count("GET /devices/d2/state");
         };
         QVERIFY2(polls() < 20, qPrintable(QString::number(polls())));
+
+        // What the user chooses is the later word.
+        replies.clear();
+        program.write(QByteArray("{\"op\":\"use\",\"device\":\"d2\"}\n{\"op\":\"use\",\"device\":\"d1\"}\n").repeated(20));
+        QTRY_COMPARE(replies.count("\"op\":\"use\""), 40);
+        app.selectCloudDevice(u"d2"_s);
+        skip(2s);
+        QCOMPARE(app.sources()->deviceId(), u"d2"_s);
     }
 
     void failedListingKeepsTheLastList()
@@ -150,23 +160,25 @@ private Q_SLOTS:
         QCOMPARE(app.outputsError(), u"Broken."_s);
         QCOMPARE(app.devices().size() + app.outputs().size(), 2);
 
+        bool isCleared = false;
+        connect(&app, &App::devicesChanged, this, [&] { isCleared = app.devices().isEmpty(); });
         app.portal().signOut();
-        QVERIFY(app.devices().isEmpty() && app.outputs().isEmpty());
+        QVERIFY(isCleared && app.devices().isEmpty() && app.outputs().isEmpty());
         QCOMPARE(app.sources()->mode(), Mode::Cloud);
     }
 
     void listOfAnEndedSessionIsDropped()
     {
-        m_answers["/devices"].how = HttpReply::How::Hang;
+        m_answers["/devices"].how = m_answers["/api/graphics/outputs"].how = HttpReply::How::Hang;
         App &app = start();
-        QTRY_VERIFY(m_portal->asked().contains("GET /devices"));
+        QTRY_VERIFY(m_portal->asked().contains("GET /api/graphics/outputs"));
         QStringList messages;
         app.refreshDevices([&](bool ok, const QString &message) { messages.append((ok ? u"+"_s : u"-"_s) + message); });
         QTRY_COMPARE(m_portal->asked().count("GET /devices"), 2);
         app.portal().signOut();
         m_portal->release(R"({"devices":[{"device_id":"d1"}]})");
         QTRY_COMPARE(messages, QStringList{u"-You have been signed out. Sign in again."_s});
-        QVERIFY(app.devices().isEmpty());
+        QVERIFY(app.devices().isEmpty() && app.outputsError().isEmpty());
         QCOMPARE(app.sources()->mode(), Mode::None);
         QCOMPARE(app.settings().selectedDevice(), QString());
     }

@@ -179,6 +179,29 @@ private Q_SLOTS:
         QCOMPARE(app.usbRelaySummaries().size(), 1);
         QTRY_VERIFY(!first.session);
         QVERIFY(second.session);
+
+        // The end of the one before may be the end of the next.
+        const Pty last;
+        QFile::remove(path);
+        QFile::link(last.path(), path);
+        Plugged third(helloFor(9), last, path);
+        QTRY_COMPARE(third.session->state(), DeviceSession::State::SigningIn);
+        second.session->refreshStatus([&](bool, const QString &) { delete third.session; });
+        QVERIFY(!app.keepUsbRelay(third.session));
+        QCOMPARE(app.usbRelaySummaries(), QStringList());
+    }
+
+    void leftSessionIsDeletedInItsEnd()
+    {
+        App &app = *App::get();
+        const Pty pty;
+        Plugged usb(R"({"t":"hello"})", pty);
+        QTRY_COMPARE(usb.session->state(), DeviceSession::State::SigningIn);
+        app.sources()->useSession(usb.session, u"Gym"_s);
+        usb.session->setParent(app.sources());
+        usb.session->refreshStatus([&](bool, const QString &) { delete usb.session; });
+        app.sources()->useCloud(u"D"_s);
+        QVERIFY(!usb.session);
     }
 
     // Bytes come and go in both tunnels, more than the cable carries, when the plug-in ends.

@@ -296,6 +296,7 @@ private Q_SLOTS:
         m_client->signOut();
         QVERIFY(!m_client->signedIn() && !QFile::exists(sessionFile()));
         QTRY_COMPARE(m_server->asked().constLast(), "POST /auth/logout");
+        QVERIFY(m_server->requests.last().headers.value("cookie").contains("sid=abc")); // the session that is to end
         m_client->listDevices({});
         QTRY_COMPARE(m_server->asked().constLast(), "GET /devices");
         QVERIFY(!m_server->requests.last().headers.contains("cookie"));
