@@ -138,7 +138,8 @@ private Q_SLOTS:
 
         // What the user chooses is the later word.
         replies.clear();
-        program.write(QByteArray("{\"op\":\"use\",\"device\":\"d2\"}\n{\"op\":\"use\",\"device\":\"d1\"}\n").repeated(20));
+        program.write(
+            QByteArray("{\"op\":\"use\",\"device\":\"d2\"}\n{\"op\":\"use\",\"device\":\"d1\"}\n").repeated(20));
         QTRY_COMPARE(replies.count("\"op\":\"use\""), 40);
         app.selectCloudDevice(u"d2"_s);
         skip(2s);
