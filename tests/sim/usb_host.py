@@ -87,37 +87,17 @@ class UsbHost:
                 yield found[1]
             self._read(end - time.monotonic())
 
-    def frames_until(self, kind, wanted):
-        return next(payload for payload in self.frames(kind) if wanted(payload))
-
     def message(self, kind, wanted=lambda _: True, seconds=PATIENCE):
         """The next JSON message in a frame of this kind that fits."""
         return next(m for m in map(json.loads, self.frames(kind, seconds=seconds)) if wanted(m))
 
     def request(self, method, params):
         self._number += 1
-        text = compact({"id": self._number, "method": method, "params": params})
-        if len(text) <= 2048:
-            self.write(frame(4, text))
-        for at in range(0, len(text) if len(text) > 2048 else 0, 2045):
-            self.write(frame(4, len(text).to_bytes(2, "big") + bytes([at // 2045])
-                             + text[at:at + 2045]))
-
-    def reply(self, seconds=PATIENCE):
-        """The next admin text, joined from its fragments if it came in several."""
-        joined, total, count = b"", 0, 0
-        for payload in self.frames(4, seconds=seconds):
-            if not total and payload[:1] == b"{":
-                return payload
-            total, number = int.from_bytes(payload[:2], "big"), payload[2]
-            assert number == count % 256, "a fragment is missing"
-            joined, count = joined + payload[3:], count + 1
-            if len(joined) >= total:
-                return joined
+        self.write(frame(4, compact({"id": self._number, "method": method, "params": params})))
 
     def call(self, method, **params):
         """The result of a request, or the error's code as a text."""
         self.request(method, params)
-        reply = json.loads(self.reply())
+        reply = self.message(4)
         assert reply["id"] == self._number, reply
         return reply["result"] if reply["ok"] else reply["error"]["code"]
