@@ -28,7 +28,7 @@ BUILD_SECONDS, TEST_SECONDS = 900, 240   # a fault may make a test wait for ever
 # What looks at a folder: tests of the code by itself, which come first, and of the plug-in in OBS.
 USB = "tst_serial_port tst_session_over_usb tst_usb_link tst_usb_codec tst_stream_relay tst_cloud_relay"
 BLE = "tst_ble_bridge tst_ble_fragments tst_ble_link tst_session_over_ble"
-HTTP = "tst_http_link tst_session_over_http tst_lan"
+HTTP = "tst_http_link tst_session_over_http"
 DEVICE = "tst_session_over_fake tst_rpc_client"
 DIALOGS = "tst_panels tst_settings_panel tst_tool_panels tst_manage_dialog tst_setup_dialog"
 SETUP_RUNS = "setup_.* manager_.* manage_account"
@@ -41,10 +41,10 @@ TESTS = {
                    "tst_setup_dialog tst_source_manager tst_usb_relays", "setup_.*"),
     "src/device/ble": (f"{BLE} {DEVICE}", "setup_bluetooth"),
     "src/device/http": (f"{HTTP} tst_source_manager", "lan setup_network"),
-    "src/device/usb": (f"{USB} tst_usb_relays tst_usb", SETUP_RUNS),
+    "src/device/usb": (f"{USB} tst_usb_relays", SETUP_RUNS),
     "src/platform": (f"tst_platform tst_settings_store tst_ble_bridge tst_bundle_installer {USB} tst_hosted_server",
                      "closing setup_bluetooth"),
-    "src/plugin": ("tst_app tst_tcp_protocol tst_translation tst_usb_relays tst_dock",
+    "src/plugin": ("tst_app tst_tcp_protocol tst_usb_relays tst_dock",
                    "cloud choice closing remote used dock_.*"),
     "src/portal": ("tst_portal_client tst_app tst_source_manager tst_manage_dialog", "cloud dock_sign_in"),
     "src/sources": ("tst_text_template tst_text_source tst_graphics_source", "cloud page properties refresh style"),

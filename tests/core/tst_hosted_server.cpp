@@ -7,9 +7,7 @@
 #include "tests/support/SkippedTime.h"
 
 #include <QElapsedTimer>
-#include <QJsonArray>
 #include <QJsonDocument>
-#include <QRandomGenerator>
 #include <QSignalSpy>
 #include <QTcpSocket>
 #include <QTest>
@@ -220,55 +218,6 @@ private Q_SLOTS:
         QTRY_VERIFY(program.isGone());
     }
 
-    void binaryGarbage()
-    {
-        Program program(start());
-        QRandomGenerator random(1);
-        QByteArray garbage(60000, Qt::Uninitialized);
-        std::generate(garbage.begin(), garbage.end(), [&] { return char(random.bounded(256)); });
-        program.write(garbage + "\necho\n");
-        QTRY_VERIFY(program.lines().contains("{\"ok\":true,\"op\":\"echo\"}"));
-        const QByteArrayList lines = program.lines().mid(1, program.lines().size() - 2);
-        QVERIFY(lines.size() > 100);
-        for (const QByteArray &line : lines) {
-            QCOMPARE(toObject(line).value(u"ok"_s), QJsonValue(false));
-        }
-    }
-
-    // Programs that come, ask and leave in any order, while the score changes.
-    void twoHundredPrograms()
-    {
-        const quint16 port = start();
-        QSignalSpy counts(m_server.get(), &HostedServer::clientsChanged);
-        QRandomGenerator random(2);
-        std::vector<std::unique_ptr<Program>> programs;
-        int served = 0;
-        for (int started = 0; started < 200 || !programs.empty();) {
-            const auto what = random.bounded(3);
-            if (what == 0 && started < 200) {
-                programs.push_back(std::make_unique<Program>(port));
-                programs.back()->write("{\"op\":\"echo\",\"n\":" + QByteArray::number(started++) + "}\n");
-            } else if (!programs.empty()) {
-                auto &leaver = programs[size_t(random.bounded(int(programs.size())))];
-                if (what == 1) {
-                    const QByteArrayList &lines = leaver->lines();
-                    served += int(std::count_if(lines.begin(), lines.end(),
-                                                [](const QByteArray &line) { return line.contains("echo"); }));
-                    random.bounded(2) == 0 ? leaver->abort() : leaver->disconnectFromHost();
-                    std::swap(leaver, programs.back());
-                    programs.pop_back();
-                } else {
-                    setScore(random.bounded(1000));
-                }
-            }
-            QCoreApplication::processEvents();
-        }
-        QTRY_COMPARE(m_server->clientCount(), 0);
-        QVERIFY2(served > 100, qPrintable(QString::number(served)));
-        QCOMPARE(counts.constLast().constFirst().toInt(), 0);
-        QTRY_VERIFY(m_server->findChildren<HostedClient *>().isEmpty());
-    }
-
     // It costs memory, nobody else's time, and finds all when it wakes up.
     void programThatNeverReads()
     {
@@ -360,23 +309,6 @@ private Q_SLOTS:
         QTRY_VERIFY(back.isGone());
         Program late(m_server->port());
         QTRY_COMPARE(late.lines().size(), 1);
-    }
-
-    void networkSwitchedOnAndOff()
-    {
-        const quint16 port = start();
-        for (const bool allowed : {false, true, false, true}) {
-            QVERIFY(m_server->start(port, allowed, nullptr));
-            Program local(port);
-            QTRY_COMPARE(local.lines().size(), 1);
-            for (const QString &host : {u"127.0.0.2"_s, u"::1"_s}) { // neither is 127.0.0.1, so they stand for others
-                Program remote(port, host);
-                QTRY_VERIFY(remote.isGone() || remote.lines().size() == 1);
-                QCOMPARE(remote.isConnected(), allowed);
-            }
-            m_server->stop();
-            QTRY_VERIFY(local.isGone());
-        }
     }
 
     void fewOpenFilesLeft()

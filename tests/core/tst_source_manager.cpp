@@ -214,62 +214,6 @@ private Q_SLOTS:
         QCOMPARE(b.live.fieldNames(), QStringList());
     }
 
-    void lanStatus()
-    {
-        Rig b;
-        b.manager.useLan(u"d"_s, {u"127.0.0.1"_s, u"t"_s, QString()});
-        QCOMPARE(b.texts.last(), u"-Connecting to d on your network…"_s);
-        b.manager.useLan(u"d"_s, {u"127.0.0.1"_s, u"t"_s, u"Gym"_s});
-        b.texts.clear();
-        Q_EMIT b.feed().connectedChanged(true, {});
-        Q_EMIT b.feed().envelope({{u"type"_s, u"auth_fail"_s}});
-        QCOMPARE(b.texts, QStringList{u"-Connected to Gym, waiting for scoreboard data…"_s});
-        Q_EMIT b.feed().envelope({{u"type"_s, u"heartbeat"_s}});
-        Q_EMIT b.feed().envelope(scores(1));
-        Q_EMIT b.feed().connectedChanged(false, {});
-        Q_EMIT b.feed().connectedChanged(false, u"Reason."_s);
-        QCOMPARE(b.texts.sliced(1),
-                 (QStringList{u"+Live from Gym over your network"_s, u"-Reconnecting to Gym…"_s, u"-Reason."_s}));
-        QCOMPARE(b.live.value(u"home_score"_s), u"1"_s);
-    }
-
-    void sessionStatus()
-    {
-        Rig b;
-        auto *link = new FakeLink;
-        auto session = std::make_unique<DeviceSession>(link, nullptr);
-        link->info = {{u"device_id"_s, u"d"_s}, {u"receiver"_s, true}};
-        session->start({});
-        b.manager.useSession(session.get(), u"Gym"_s);
-        QCOMPARE(b.manager.deviceId() + b.live.sourceLabel(), u"dGym"_s);
-        Q_EMIT link->envelope({{u"type"_s, u"auth_fail"_s}});
-        Q_EMIT link->envelope(scores(1));
-        Q_EMIT link->envelope(scores(2));
-        Q_EMIT session->stateChanged(DeviceSession::State::Ready, {}); // still live
-        link->lose(u"Unplugged."_s);
-        QCOMPARE(b.live.value(u"home_score"_s), u"2"_s); // the old score stays on show
-        session->start({});
-        Q_EMIT link->failed({}, {});
-        Q_EMIT session->stateChanged(DeviceSession::State::Restarting, {});
-        Q_EMIT session->stateChanged(DeviceSession::State::Ready, {});
-        session.reset();
-        QCOMPARE(
-            b.texts,
-            (QStringList{u"-Connected to Gym, waiting for scoreboard data…"_s, u"+Live from Gym"_s, u"-Unplugged."_s,
-                         u"-Connected to Gym, waiting for scoreboard data…"_s, u"-Lost the connection to Gym"_s,
-                         u"-Gym is restarting. Reopen the setup window to reconnect."_s,
-                         u"-Connected to Gym, waiting for scoreboard data…"_s, u"-Lost the connection to Gym"_s}));
-
-        DeviceSession older(link = new FakeLink, nullptr);
-        b.manager.useSession(&older, u"Gym"_s);
-        b.manager.useCloud(u"c"_s);
-        const QString text = b.texts.last();
-        Q_EMIT link->envelope(scores(9));
-        link->lose(u"x"_s);
-        QCOMPARE(b.texts.last(), text);
-        QCOMPARE(b.live.fieldNames(), QStringList());
-    }
-
     void routeChosenInASlot_data()
     {
         QTest::addColumn<SourceManager::Mode>("first");

@@ -7,10 +7,8 @@
 #include <QFile>
 #include <QJsonDocument>
 #include <QPointer>
-#include <QSignalSpy>
 #include <QSslKey>
 #include <QSslServer>
-#include <QSslSocket>
 #include <QTest>
 
 using namespace tallyforge;
@@ -285,17 +283,6 @@ private Q_SLOTS:
         QTRY_VERIFY(r.events.size() >= count + 2);
         QCOMPARE(r.events[count], u"{\"a\":%1}"_s.arg(count - 1));
         QVERIFY(r.events[count + 1].startsWith(u"down "_s));
-    }
-
-    void portZeroMeansTheDefault()
-    {
-        QTcpServer server;
-        if (!server.listen(QHostAddress::LocalHost, TlsFeed::defaultPort)) {
-            QSKIP("port 1010 may not be bound here");
-        }
-        Recorded r;
-        r.feed.connectTo(u"127.0.0.1"_s, 0, u"t"_s);
-        QTRY_VERIFY(server.hasPendingConnections());
     }
 };
 

@@ -111,29 +111,6 @@ private Q_SLOTS:
         QCOMPARE(pictureOf(source), plainPicture("1 - "));
     }
 
-    void properties()
-    {
-        const ObsSource source = scoreText();
-        const auto hint = [&] {
-            obs_properties_t *properties = obs_source_properties(source);
-            for (const char *gone : {"text", "from_file", "text_file", "log_mode"}) {
-                if (obs_properties_get(properties, gone)) {
-                    return u"has "_s + QString::fromUtf8(gone);
-                }
-            }
-            obs_property_t *field = obs_properties_get(properties, "template");
-            const QString result =
-                obs_properties_get(properties, "font") && field && obs_property_text_type(field) == OBS_TEXT_MULTILINE
-                    ? QString::fromUtf8(obs_property_long_description(field))
-                    : u"incomplete"_s;
-            obs_properties_destroy(properties);
-            return result;
-        };
-        QCOMPARE(hint(), u"Fields: home_score, away_score, clock, period …"_s);
-        live().ingest({{u"b"_s, 1}, {u"a"_s, 1}});
-        QCOMPARE(hint(), u"Fields: a, b"_s);
-    }
-
     // The properties dialog at first, and after its button "Defaults".
     void defaultsAreThoseOfOrdinaryText()
     {

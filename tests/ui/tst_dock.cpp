@@ -17,13 +17,10 @@
 #include "ui/dock/UpdateBanner.h"
 #include "ui/dock/UpdateFooter.h"
 
-#include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateTime>
-#include <QDesktopServices>
-#include <QDialog>
 #include <QJsonDocument>
 #include <QLabel>
 #include <QLineEdit>
@@ -45,10 +42,6 @@ namespace {
 
 constexpr const char *userBody = R"({"user":{"email":"a&b@c.example"}})";
 constexpr const char *twoDevices = R"({"devices":[{"device_id":"d1","nickname":"Gym"},{"device_id":"d2"}]})";
-// The rules of OBS's themes that a dock has to live with.
-constexpr auto theme = "QWidget { color: white; font-size: 20pt; } QGroupBox { font-weight: bold; padding-top: 30px; }"
-                       "QPushButton { height: 22px; max-height: 22px; padding: 3px 16px; border: 1px solid gray; }"_L1;
-
 quint16 freePort()
 {
     QTcpServer server;
@@ -66,7 +59,6 @@ class TestDock : public QObject
     std::unique_ptr<HttpStub> m_portal;
     std::unique_ptr<Dock> m_dock;
     QHash<QByteArray, HttpReply> m_answers; // by path
-    QStringList m_opened;                   // in the browser
     int m_work = 0;                         // layouts, paints and polishes
     bool m_framed = false;                  // all that was asked for before has been painted
 
@@ -122,18 +114,10 @@ protected:
     }
 
 private Q_SLOTS:
-    void openUrl(const QUrl &url) { m_opened.append(url.toString()); }
-
-    void initTestCase()
-    {
-        QDesktopServices::setUrlHandler(u"http"_s, this, "openUrl");
-        QDesktopServices::setUrlHandler(u"https"_s, this, "openUrl");
-    }
     void init()
     {
         m_dir = std::make_unique<QTemporaryDir>();
         setConfigFolder(m_dir->path());
-        m_opened.clear();
         m_portal = std::make_unique<HttpStub>();
         m_answers = {{"/auth/me", {401}}, {"/devices", {200, twoDevices}}};
         m_portal->answer = [this](const HttpRequest &request) { return m_answers.value(request.path); };
@@ -143,7 +127,6 @@ private Q_SLOTS:
     {
         m_dock.reset();
         App::shutdown();
-        qApp->setStyleSheet({});
     }
 
     void neverShown()
@@ -225,17 +208,6 @@ private Q_SLOTS:
         m_portal->release(userBody);
         QTRY_VERIFY(App::get()->portal().signedIn());
         QCOMPARE(m_portal->asked().count("POST /auth/login"), 1);
-    }
-
-    void pagesInTheBrowser()
-    {
-        open();
-        auto *links = find<QLabel>(u"AccountLinks"_s);
-        Q_EMIT links->linkActivated(u"signup"_s);
-        Q_EMIT links->linkActivated(u"reset"_s);
-        press(u"OpenDownloadPage"_s);
-        QCOMPARE(m_opened, (QStringList{m_portal->url() + u"/signup.html"_s, m_portal->url() + u"/reset.html"_s,
-                                        build_config::downloadPageUrl()}));
     }
 
     void devices_data()
@@ -466,111 +438,6 @@ private Q_SLOTS:
             note(isRed(u"UpdateStatus"_s), u"red"_s);
             QTEST(words.join(u", "_s), "footer");
         }
-    }
-
-    void updateThroughTheDock()
-    {
-        open();
-        m_answers["/latest.json"].body = "{\"version\":\"99.0.0\",\"notes\":\"n\",\"packages\":{\"p\":{"
-                                         "\"url\":\"https://u.example/\",\"sha256\":\"" +
-                                         QByteArray(64, 'a') + "\"}}}";
-        UpdateConfig config;
-        config.manifestUrl = m_portal->url() + u"/latest.json"_s;
-        config.currentVersion = u"1.0.1"_s;
-        config.platformKey = u"p"_s;
-        App::get()->updater().setConfig(config);
-        press(u"CheckForUpdates"_s);
-        QVERIFY(!find(u"CheckForUpdates"_s)->isEnabled());
-        QTRY_VERIFY(shown(u"UpdateBanner"_s));
-        QVERIFY(!shown(u"UpdateNow"_s) && shown(u"OpenDownloadPage"_s) && shown(u"UpdateNotes"_s));
-        press(u"UpdateNow"_s); // installing fails for want of a folder of one's own
-        QVERIFY(isRed(u"UpdateStatus"_s));
-        QCOMPARE(App::get()->updater().state(), State::Failed);
-        press(u"AutoCheckUpdates"_s);
-        QVERIFY(!App::get()->settings().autoCheckUpdates());
-    }
-
-    void dialogs()
-    {
-        openSignedIn({{u"selected_device"_s, u"d2"_s}});
-        for (int round = 0; round < 2; ++round) {
-            press(u"SetUpDevice"_s);
-            press(u"SetUpDevice"_s);
-            QCOMPARE(m_dock->findChildren<QDialog *>().size(), 1);
-            const QPointer dialog = find<QDialog>(u"SetupDialog"_s);
-            QTRY_VERIFY(dialog->isVisible() && dialog->parent() == m_dock.get());
-            QTest::keyClick(dialog, Qt::Key_Escape);
-            QTRY_VERIFY(!dialog);
-        }
-        press(u"ManageDevice"_s);
-        press(u"ManageDevice"_s);
-        const QList<QDialog *> managing = m_dock->findChildren<QDialog *>(u"tallyforgeManageDialog"_s);
-        QVERIFY(managing.size() == 2 && managing.first()->isVisible());
-        QCOMPARE(managing.first()->windowTitle(), u"Manage d2"_s);
-        press(u"SetUpDevice"_s); // and it goes with the dock
-    }
-
-    void keyboard_data()
-    {
-        QTest::addColumn<bool>("signedIn");
-        QTest::addColumn<QString>("order");
-        const QString rest = u"AddText AddGraphic SetUpDevice %1ServerEnabled ServerPort ServerAllowNetwork "
-                             "CheckForUpdates AutoCheckUpdates"_s;
-        QTest::newRow("signed out") << false << u"Email Password SignInButton AccountLinks "_s + rest.arg(QString());
-        QTest::newRow("signed in") << true << u"SignOut Device UseLan "_s + rest.arg(u"ManageDevice "_s);
-    }
-    void keyboard()
-    {
-        QFETCH(bool, signedIn);
-        m_answers["/auth/me"] = {signedIn ? 200 : 401, userBody};
-        const QJsonObject lan{{u"d1"_s, QJsonObject{{u"host"_s, u"127.0.0.1"_s}, {u"token"_s, u"t"_s}}}};
-        open({{u"lan"_s, lan}, {u"selected_device"_s, u"d1"_s}});
-        QTRY_COMPARE(shown(u"UseLan"_s) && shown(u"Device"_s), signedIn);
-        QStringList order;
-        for (QWidget *next = m_dock->nextInFocusChain(); next != m_dock.get(); next = next->nextInFocusChain()) {
-            const bool byTab = (next->focusPolicy() & Qt::TabFocus) && next->isEnabled() && !next->focusProxy();
-            if (byTab && next->isVisibleTo(m_dock.get()) && next->objectName().startsWith("tallyforge"_L1)) {
-                order.append(next->objectName().mid(10));
-                const auto *forScreenReaders = QAccessible::queryAccessibleInterface(next);
-                QVERIFY2(!forScreenReaders->text(QAccessible::Name).isEmpty(), qPrintable(next->objectName()));
-            }
-        }
-        QTEST(order.join(u' '), "order");
-    }
-
-    // Every text is readable at the narrowest, in each direction, under a theme and with names of any length.
-    void narrow()
-    {
-        constexpr int width = 250;
-        qApp->setStyleSheet(QString(theme).replace(u"20pt"_s, u"10pt"_s));
-        m_answers["/devices"].body = "{\"devices\":[{\"device_id\":\"" + QByteArray(200, 'w') + "\"}]}";
-        openSignedIn();
-        App::get()->live().ingest({{u"home_score"_s, QString(100, u'8')}});
-        for (const char *hidden : {"UseLan", "Relays", "StopRelays", "SignIn", "Code", "UpdateBanner"}) {
-            find(QLatin1StringView(hidden))->show();
-        }
-        m_dock->resize(width, 600);
-        m_dock->show();
-        const QList<QAbstractButton *> buttons = m_dock->findChildren<QAbstractButton *>();
-        for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
-            m_dock->setLayoutDirection(direction);
-            QCoreApplication::processEvents();
-            const QWidget *page = find(u"Scoreboard"_s)->parentWidget();
-            QVERIFY2(page->width() <= width, qPrintable(u"the page is %1 wide"_s.arg(page->width())));
-            for (const auto *button : buttons) {
-                const bool wraps = button->hasHeightForWidth() && button->isVisible();
-                QVERIFY2(!wraps || button->height() >= button->heightForWidth(button->width()),
-                         qPrintable(button->text()));
-            }
-        }
-        QVERIFY(find(u"StopRelays"_s)->height() > find(u"SignInButton"_s)->height());
-        // The hints are in a quiet tone of the theme's own colour, and follow its size.
-        const auto *hint = find<QLabel>(u"ServerStatus"_s);
-        QVERIFY(hint->palette().color(QPalette::WindowText).red() > 200);
-        const qreal before = hint->font().pointSizeF();
-        qApp->setStyleSheet(theme);
-        QCOMPARE(hint->font().pointSizeF(), 2 * before);
-        QCOMPARE(find<QLabel>(u"Score"_s)->font().pointSizeF(), 25);
     }
 
     void nothingIsDrawnWhenNothingChanged()

@@ -38,20 +38,6 @@ private Q_SLOTS:
     void init() { begin(); }
     void cleanup() { m_panel.reset(); }
 
-    void labels()
-    {
-        QCOMPARE(manufacturerLabel(u"DAKTRONICS"_s), u"Daktronics"_s);
-        QCOMPARE(manufacturerLabel(u"new_one"_s), u"New_one"_s);
-        QCOMPARE(inputTypeLabel(u"RS232"_s), u"RS-232"_s);
-        QCOMPARE(inputTypeLabel(u"channel_10"_s), u"Wireless channel 10"_s);
-        QCOMPARE(inputTypeLabel(u"two_WORDS"_s), u"Two WORDS"_s);
-        QCOMPARE(sportLabel({}), QString());
-        QCOMPARE(controllerCatalog().size(), 8);
-        for (auto family = controllerCatalog().begin(); family != controllerCatalog().end(); ++family) {
-            QCOMPARE(!family->sports.isEmpty(), family.key() == "electromech"_L1);
-        }
-    }
-
     void statusLines()
     {
         QCOMPARE(statusText(json(R"({"zeta":1,"Alpha":3.5,"eth_ip":"10.0.0.2","device_id":"d1","csrf_token":"s",
@@ -87,27 +73,6 @@ private Q_SLOTS:
         m_session.reset();
         manager->showPage(0);
         QCOMPARE(message(), u"!Not connected to a device."_s);
-    }
-
-    void tabOrder()
-    {
-        m_device.tell({R"(getEspNow {"espnow":{"role":"off"}})"});
-        auto *manager = showManager();
-        manager->showPage(1);
-        press(u"WirelessAction"_s);
-        for (int tab = 0; tab < manager->count(); ++tab) {
-            manager->setCurrentIndex(tab);
-            int above = -1;
-            QWidget *page = manager->widget(tab)->findChild<PanelBase *>();
-            for (QWidget *at = page->nextInFocusChain(); page->isAncestorOf(at); at = at->nextInFocusChain()) {
-                if (at->isVisible() && at->focusPolicy() & Qt::TabFocus && !at->focusProxy()) {
-                    const int y = at->mapTo(page, QPoint()).y();
-                    QVERIFY2(y >= above, qPrintable(at->objectName()));
-                    above = y;
-                }
-            }
-            QVERIFY(above > 0);
-        }
     }
 
     void networkTest_data()

@@ -53,19 +53,6 @@ class TestSettingsPanel : public QObject, PanelFixture
             Q_EMIT box->activated(box->currentIndex());
         }
     }
-    // What the four boxes offer; the current items have a "*".
-    QString offered()
-    {
-        QString all;
-        const QList<QComboBox *> boxes = m_panel->findChildren<QComboBox *>();
-        for (const QComboBox *box : boxes) {
-            for (int i = 0; i < box->count(); ++i) {
-                all += box->itemText(i) + (i == box->currentIndex() ? u"* "_s : u" "_s);
-            }
-            all += u"| "_s;
-        }
-        return all;
-    }
     QVariantMap saved()
     {
         m_device.requests.clear();
@@ -134,26 +121,6 @@ private Q_SLOTS:
         expected.insert(json(row.at(3)).toVariantMap());
         QCOMPARE(saved(), expected);
         QCOMPARE(message(), u"Saved. The device is switching to the new settings."_s);
-    }
-
-    void boxes()
-    {
-        load(R"({"manufacturer":"ACME","model":"B","sport":7})", "{}"); // in other letters it is another maker
-        QCOMPARE(offered(), u"Acme* OES acme vArSity | B* b | hockey* judo | rs232* wireless | "_s);
-        load(rm024, "{}");
-        set(u"sport"_s, u"judo"_s);
-        QCOMPARE(offered(), u"Acme* OES acme vArSity | B* b | hockey judo* | &cable <b>* | "_s);
-        set(u"manufacturer"_s, u"OES"_s);
-        QCOMPARE(offered(), u"Acme OES* acme vArSity | V* | polo* | wireless* | "_s);
-        set(u"xbee_channel"_s, u"C"_s);
-        load(rm024, R"({"xbee_channel":11,"xbee_pan_id":161})");
-        QCOMPARE(offered(), u"Acme OES* acme vArSity | V* | polo* | wireless* | "_s); // not saved yet, and not lost
-        QCOMPARE(text(u"Setting_xbee_channel"_s), u"C"_s);
-        QCOMPARE(text(u"Setting_xbee_pan_id"_s), u"00A1"_s);
-        set(u"manufacturer"_s, u"vArSity"_s);
-        QCOMPARE(text(u"Setting_xbee_channel"_s), u"B"_s);
-        set(u"manufacturer"_s, u"Acme"_s); // the device's own choice isn't taken up again
-        QCOMPARE(offered(), u"Acme* OES acme vArSity | B* b | hockey* judo | rs232* wireless | "_s);
     }
 
     void refusals()

@@ -231,29 +231,6 @@ private Q_SLOTS:
         late(true, {}, 0, {}, {});
     }
 
-    void network()
-    {
-        App::get()->settings().setLanDevice(u"Hall"_s, {u"10.0.0.5"_s, u"t"_s, u"Hall"_s});
-        m_device.greets = false;
-        open();
-        find<QRadioButton>(u"OverNetwork"_s)->click();
-        auto *host = find<QComboBox>(u"LanHost"_s);
-        QVERIFY(host->isVisible() && host->currentText().isEmpty() && !find(u"Connect"_s)->isEnabled());
-        host->setEditText(u"a b"_s);
-        QVERIFY(!find(u"Connect"_s)->isEnabled());
-        for (const auto &[typed, address] :
-             {std::pair{u" hALL"_s, u"10.0.0.5"_s}, {u"29"_s, u"tallyforge0029.local"_s}}) {
-            host->setEditText(typed);
-            QTest::keyClick(host, Qt::Key_Return);
-            QCOMPARE(m_links.last()->place, address);
-            QCOMPARE(signInPage(),
-                     u"<b>Connecting to %1</b>|Contacting the device on your network…|SetupBusy"_s.arg(address));
-            press(u"Cancel"_s);
-            QCOMPARE(page(), 0);
-        }
-        QTRY_VERIFY(!m_links.first());
-    }
-
     void states_data()
     {
         QTest::addColumn<Lines>("script");
@@ -337,35 +314,6 @@ private Q_SLOTS:
         pages()->setCurrentIndex(0);
         m_links.last()->unplug({});
         QVERIFY(page() == 0 && text(u"SetupTitle"_s) == u"<b>Device password needed</b>"_s);
-    }
-
-    void passwords()
-    {
-        signIn();
-        connectTo({wrong, wrong, factoryNew, R"(getStatus {"device_id":"D1"})"});
-        press(u"SignInToDevice"_s); // an empty field
-        QCOMPARE(m_device.requests.size(), 1);
-        type(u"AdminPassword"_s, u"old"_s);
-        press(u"SignInToDevice"_s);
-        QCOMPARE(signInPage(), u"<b>Device password needed</b>||AdminPassword"_s);
-        QCOMPARE(find<QLineEdit>(u"AdminPassword"_s)->text(), u"old"_s);
-        press(u"SignInToDevice"_s);
-        const auto set = [this](const QString &first, const QString &second, const QString &message) {
-            type(u"NewPassword"_s, first);
-            type(u"RepeatedPassword"_s, second);
-            QTest::keyClick(find(u"RepeatedPassword"_s), Qt::Key_Return);
-            QCOMPARE(signInPage(), u"red <b>Choose a new device password</b>|"_s + message + u"|NewPassword"_s);
-        };
-        const QString rule = u"Use at least 8 characters, and not the factory password."_s;
-        set(u"1234567"_s, u"1234567"_s, rule);
-        set(u"QuietMoose"_s, u"QuietMoose"_s, rule);
-        set(u"12345678"_s, u"12345679"_s, u"The two passwords do not match."_s);
-        m_device.tell({"changePassword x: Refused", "changePassword {}", offWifi});
-        set(u"12345678"_s, u"12345678"_s, u"Refused"_s);
-        QVERIFY(m_device.requests.last().contains(u"\"old\""_s));
-        QTest::keyClick(find(u"RepeatedPassword"_s), Qt::Key_Return);
-        QCOMPARE(page(), 2);
-        QTRY_VERIFY(lastRequest().contains("12345678") && lastRequest().contains("D1"));
     }
 
     void accountPassword_data()
@@ -547,53 +495,6 @@ private Q_SLOTS:
         QTRY_VERIFY(!m_dialog);
         feed({{u"home_score"_s, 3}});
         QVERIFY(score() == u"3"_s && sources().isLive() && followed->parent() == &sources());
-    }
-
-    void receiver()
-    {
-        Pty pty;
-        UsbPeer peer(pty);
-        m_ports = {{pty.path(), u"rx"_s, true}};
-        m_makeLink = [&] { return new UsbLink(pty.path()); };
-        connectTo({});
-        peer.ctrl(R"({"t":"rx_status","configured":true,"link":false,"rssi":-60,"channel":6,"fw":"1.1"})");
-        QTRY_COMPARE(page(), 4);
-        QTRY_COMPARE(text(u"ReceiverStatus"_s), u"Paired with a device.\nNot hearing the device right now.\n"
-                                                "Signal: -60 dBm\nChannel: 6\nFirmware: 1.1"_s);
-        peer.ctrl(R"({"t":"rx_status","link":true})");
-        QTRY_COMPARE(text(u"ReceiverStatus"_s), u"Not paired yet.\nReceiving from the device now."_s);
-        const auto answers = [&](const QString &button, const QByteArray &request, const QByteArray &reply,
-                                 const QString &status) {
-            peer.frames.clear();
-            press(button);
-            QCOMPARE(text(u"ReceiverStatus"_s), u"Sending to the receiver…"_s);
-            QTRY_VERIFY(peer.count(UsbFrame::Ctrl, request) == 1);
-            peer.ctrl(reply);
-            QTRY_COMPARE(text(u"ReceiverStatus"_s), status);
-        };
-        answers(u"NewKey"_s, "rx_set", R"({"t":"rx_set","ok":true,"key":"0123456789abcdef0123456789abcdef"})",
-                u"New pairing key (write this down and enter it on the sending device):\n"
-                "0123456789abcdef0123456789abcdef"_s);
-        type(u"PairingKey"_s, u"k"_s);
-        answers(u"UseKey"_s, "\"k\"", R"({"t":"rx_set","ok":true})", u"Saved. The receiver restarts to apply it."_s);
-        answers(u"UseKey"_s, "\"k\"", R"({"t":"rx_set","ok":false,"error":"Bad key"})", u"Bad key"_s);
-        peer.ctrl(R"({"t":"rx_status"})");
-        QTRY_COMPARE(text(u"ReceiverStatus"_s), u"Not paired yet."_s);
-        QVERIFY(text(u"PairingRefusal"_s) == u"Bad key"_s);
-        press(u"NewKey"_s);
-        peer.ctrl(R"({"t":"rx_set","ok":true,"key":"K"})");
-        QTRY_COMPARE(find<QLineEdit>(u"PairingKey"_s)->text(), u"K"_s);
-        QVERIFY(text(u"PairingRefusal"_s).isEmpty());
-        peer.ctrl(R"({"t":"rx_status"})"); // the key is in view for good, also when the receiver restarts with it
-        Q_EMIT session()->stateChanged(State::Lost, u"Gone."_s);
-        QVERIFY(signInPage().endsWith(
-            u"Gone.\n\nNew pairing key (write this down and enter it on the sending device):\nK"_s));
-        pages()->setCurrentIndex(4);
-        press(u"ManagePaired"_s);
-        QCOMPARE(signInPage(), u"<b>Connecting to the paired device through the receiver</b>|Asking the device over "
-                               "the wireless link. This can take up to a minute.|SetupBusy"_s);
-        QTRY_VERIFY(peer.count(UsbFrame::Admin, "quietmoose") == 1);
-        close();
     }
 
     // The receiver goes on sending, whatever has become of the sign-in to the device behind it.

@@ -3,15 +3,13 @@
 
 // The tabs that guard, update and reset a device, over a scripted one.
 
-#include "device/usb/UsbLink.h"
-#include "tests/support/Pty.h"
 #include "tests/ui/PanelFixture.h"
 #include "ui/manager/AdvancedPanel.h"
 #include "ui/manager/CloudPanel.h"
 #include "ui/manager/SecurityPanel.h"
 #include "ui/manager/UpdatesPanel.h"
-
 #include <QClipboard>
+
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QProgressBar>
@@ -73,18 +71,6 @@ private Q_SLOTS:
         press(u"NewToken"_s);
         find<QMessageBox>(u"Question"_s)->button(QMessageBox::Yes)->click();
         QTRY_VERIFY(!m_panel);
-    }
-
-    void passkey()
-    {
-        m_device.tell(
-            {"blePasskey {}", "blePasskey denied: Not over Bluetooth.", R"(blePasskey {"passkey":"001234"})"});
-        show<SecurityPanel>();
-        for (const QString &said : {u"!The device did not return a passkey."_s, u"!Not over Bluetooth."_s, QString()}) {
-            press(u"ShowPasskey"_s);
-            QCOMPARE(message(), said);
-        }
-        QCOMPARE(text(u"Passkey"_s), u"001234"_s);
     }
 
     void password()
@@ -244,14 +230,6 @@ private Q_SLOTS:
         asks(u"ForgetCloud"_s, QMessageBox::Yes, u"Forget cloud sign-in"_s, "clearMqttConfig {}");
         QCOMPARE(message(), u"Done. The device no longer has cloud credentials."_s);
         QCOMPARE(m_device.requests, (QStringList{u"clearMqttConfig{}"_s, u"getStatus{}"_s}));
-    }
-
-    void cable()
-    {
-        Pty pty;
-        m_session = std::make_unique<DeviceSession>(new UsbLink(pty.path()), nullptr);
-        showCloud();
-        QVERIFY(find(u"Share"_s)->isVisible());
     }
 
     void advanced()

@@ -170,47 +170,6 @@ private Q_SLOTS:
         QCOMPARE(readTree(bundle.target), bundle.oldTree);
         QCOMPARE(readTree(bundle.plugins).size(), bundle.oldTree.size() + 2);
     }
-
-    void unreadableRecord()
-    {
-        const BundleFixture bundle;
-        bundle.reset();
-        writeTree(bundle.plugins, {{u".tallyforge-obs.undo/a folder"_s, {}}});
-        QCOMPARE(installTree(bundle.source(), bundle.target, bundle.backup(), false).error, QString());
-        QVERIFY(bundle.isTidy());
-    }
-
-    void removeTree_data()
-    {
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<bool>("removed");
-        QTest::newRow("nothing") << u"nothing"_s << true;
-        QTest::newRow("below a file") << u"outside/file/x"_s << true;
-        QTest::newRow("link to a folder") << u"link"_s << true;
-        QTest::newRow("link with a slash") << u"link/"_s << true;
-        QTest::newRow("link to nothing") << u"dangling"_s << true;
-        QTest::newRow("folder with links and what is locked") << u"folder"_s << true;
-        QTest::newRow("can't be removed") << u"pinned"_s << false;
-    }
-    void removeTree()
-    {
-        QFETCH(QString, path);
-        QFETCH(bool, removed);
-        const SmallDisk disk;
-        const QDir top(disk.path());
-        writeTree(disk.path(), {{u"outside/file"_s, {}}, {u"folder/.hidden/file"_s, {}}, {u"pinned/in/file"_s, {}}});
-        for (const auto &link : {u"link"_s, u"folder/link"_s}) {
-            QVERIFY(QFile::link(top.filePath(u"outside"_s), top.filePath(link)));
-        }
-        QVERIFY(QFile::link(u"nowhere"_s, top.filePath(u"dangling"_s)));
-        QVERIFY(QFile::setPermissions(top.filePath(u"folder/.hidden"_s), {}));
-        mountOver(top.filePath(u"pinned/in"_s));
-        const QString full = top.filePath(path);
-        QCOMPARE(tallyforge::removeTree(full).error, removed ? QString() : u"could not remove "_s + full);
-        QCOMPARE(isThere(QDir::cleanPath(full)) && path != u"outside/file/x"_s, !removed);
-        QVERIFY(QFile::exists(top.filePath(u"outside/file"_s)));
-        umount2(qPrintable(top.filePath(u"pinned/in"_s)), MNT_DETACH);
-    }
 };
 
 QTEST_GUILESS_MAIN(TestBundleInstaller)

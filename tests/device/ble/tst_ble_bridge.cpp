@@ -257,25 +257,6 @@ private Q_SLOTS:
         QTRY_COMPARE(r.replies, (QStringList{u"timeout|Bluetooth did not respond in time."_s, u"{}"_s}));
     }
 
-    void thousandsOfNotificationsInOneRead()
-    {
-        Rig r;
-        QByteArrayList seen;
-        QByteArrayList expected;
-        connect(&r.bridge, &BleBridge::dataReceived, &r.bridge, [&](const QByteArray &bytes) { seen += bytes; });
-        r.helper.onOp = [&](const QJsonObject &op) {
-            QByteArray lines;
-            for (int i = 0; i < 20000; ++i) {
-                expected += i == 10000 ? "reply" : QByteArray::number(i);
-                lines += i == 10000 ? BleHelperDouble::okLine(op) : BleHelperDouble::dataLine(expected.constLast());
-            }
-            r.helper.send(lines);
-        };
-        r.bridge.request(u"a"_s, {}, [&](const BleReply &) { seen += "reply"; }, 20s);
-        QTRY_COMPARE_WITH_TIMEOUT(seen.size(), 20000, 20000);
-        QCOMPARE(seen, expected);
-    }
-
     void floodOfNotifications()
     {
         Rig r;
@@ -379,22 +360,6 @@ private Q_SLOTS:
         r.helper.onOp = [&](const QJsonObject &op) { r.helper.fail(op, u"permission_denied"_s, u"No."_s); };
         r.bridge.scan(6000ms, note);
         QTRY_COMPARE(outcomes.constLast(), u"permission_denied|No. 0"_s);
-    }
-
-    void theRealHelper()
-    {
-        qputenv("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nowhere"); // this computer's Bluetooth is left alone
-        BleBridge bridge;
-        bridge.setHelperPath(QStringLiteral(TEST_HELPER));
-        QString code;
-        bridge.scan(100ms,
-                    [&](bool, const QList<BleDeviceInfo> &, int, const QString &c, const QString &) { code = c; });
-        QTRY_COMPARE(code, u"bluetooth_unavailable"_s);
-        const auto *const process = bridge.findChild<QProcess *>();
-        QCOMPARE(process->state(), QProcess::Running);
-        bridge.shutdown();
-        QTRY_COMPARE(process->state(), QProcess::NotRunning);
-        QCOMPARE(process->exitCode(), 0);
     }
 
     void shutdowns_data()
