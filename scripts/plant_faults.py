@@ -23,7 +23,7 @@ from pathlib import Path
 COPY = Path("build/faults/tree")
 RESULTS = Path("build/faults/results.json")
 PRESET = "dev"
-BUILD_SECONDS, TEST_SECONDS = 900, 240   # a fault may make a test wait for ever
+BUILD_SECONDS, TEST_SECONDS = 900, 120   # a fault may make a test wait for ever
 
 # What looks at a folder: tests of the code by itself, which come first, and of the plug-in in OBS.
 USB = "tst_serial_port tst_session_over_usb tst_usb_link tst_usb_codec tst_stream_relay tst_cloud_relay"
