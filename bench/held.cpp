@@ -406,7 +406,7 @@ void bluetooth(Outside &outside)
     {
         BleBridge bridge;
         bridge.setHelperPath(helper->path());
-        BleLink link(&bridge, u"id"_s, {}, {}, nullptr);
+        BleLink link(&bridge, u"id"_s, {}, nullptr);
         bool isOpen = false;
         QObject::connect(&link, &DeviceLink::opened, &link, [&isOpen] { isOpen = true; });
         QObject::connect(&link, &DeviceLink::envelope, &link,

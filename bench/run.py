@@ -29,6 +29,7 @@ import setup_cost
 import update_download
 import usb_frames
 import usb_link
+import websocket
 from figures import Heading, Row, high, median, table
 from obs_home import ObsHome
 from simulator import NotInSandbox, Simulator
@@ -120,6 +121,8 @@ def measure_all(build, folder, only):
                 build / "bench/bench-device", simulator, DEVICE, BARE_DEVICE),
             "other programs over TCP (about 100 s)": lambda: fan_out.measure(
                 build / "bench/bench-fan_out", folder),
+            "other programs through obs-websocket (about 20 s)": lambda: websocket.measure(
+                build / "plugins/tallyforge-obs", folder, simulator, DEVICE, env),
             "how long outsiders hold the main thread (about 40 s)": lambda: held.measure(
                 build / "bench/bench-held", folder),
             "the download of an update": lambda: update_download.measure(
