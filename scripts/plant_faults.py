@@ -38,7 +38,7 @@ TESTS = {
     "src/core": ("tst_hosted_server tst_live_data tst_settings_store tst_source_manager tst_tls_feed "
                  "tst_app tst_tcp_protocol", "cloud lan vanished choice dock_.* used"),
     "src/device": (f"{DEVICE} tst_session_over_usb tst_session_over_ble tst_session_over_http "
-                   "tst_setup_dialog tst_source_manager tst_usb_relays", "setup_.*"),
+                   "tst_setup_dialog tst_tool_panels tst_source_manager tst_usb_relays", "setup_.*"),
     "src/device/ble": (f"{BLE} {DEVICE}", "setup_bluetooth"),
     "src/device/http": (f"{HTTP} tst_source_manager", "lan setup_network"),
     "src/device/usb": (f"{USB} tst_usb_relays", SETUP_RUNS),

@@ -19,6 +19,7 @@ class SessionOverFake : public SessionContract
     DeviceLink *makeLink() override { return m_link = new ScriptedLink(m_device); }
     void unplug() override { m_link->unplug(); }
     void plugIn() override { m_link->plugged = true; }
+    [[nodiscard]] bool answersAtOnce() const override { return true; }
 
     ScriptedLink *m_link = nullptr; // the session's
 };

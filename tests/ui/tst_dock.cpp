@@ -178,12 +178,14 @@ private Q_SLOTS:
         }
         QTest::keyClick(password, Qt::Key_End);
         QVERIFY(!code->isHidden() && shown(u"SignInMessage"_s));
-        QTest::keyClick(password, Qt::Key_X); // starts over
-        QTest::keyClick(password, Qt::Key_Backspace);
-        QVERIFY(code->isHidden() && !shown(u"SignInMessage"_s));
-        answers("/auth/login", 200, R"({"totp_required":true,"challenge_id":"i"})",
-                u"Enter the code from your authenticator app."_s);
-        QCOMPARE(lastPost(), byPassword);
+        for (QWidget *edit : {find(u"Email"_s), find(u"Password"_s)}) {
+            QTest::keyClick(edit, Qt::Key_X); // starts over
+            QTest::keyClick(edit, Qt::Key_Backspace);
+            QVERIFY(code->isHidden() && !shown(u"SignInMessage"_s));
+            answers("/auth/login", 200, R"({"totp_required":true,"challenge_id":"i"})",
+                    u"Enter the code from your authenticator app."_s);
+            QCOMPARE(lastPost(), byPassword);
+        }
         m_answers["/auth/login/totp"] = {200, userBody};
         QTest::keyClick(code, Qt::Key_Return);
         QTRY_VERIFY(shown(u"SignedIn"_s));
@@ -224,6 +226,9 @@ private Q_SLOTS:
         const QByteArray lan = R"({"selected_device":"d2","lan":{"d2":{"host":"127.0.0.1","token":"t"}})";
         row("reachable here", twoDevices, lan + "}", u"Gym (d1) [d2] manage lan"_s);
         row("followed here", twoDevices, lan + R"(,"routes":{"d2":"lan"}})", u"Gym (d1) [d2] manage lan checked"_s);
+        row("followed here, but not chosen", twoDevices,
+            R"({"lan":{"d1":{"host":"127.0.0.1","token":"t"}},"routes":{"d1":"lan"}})",
+            u"[Gym (d1)] d2 manage lan checked"_s);
         row("without a token", twoDevices,
             R"({"selected_device":"d2","lan":{"d2":{"host":"h"}},"routes":{"d2":"lan"}})", u"Gym (d1) [d2] manage"_s);
     }
@@ -246,7 +251,8 @@ private Q_SLOTS:
         note(find<QCheckBox>(u"UseLan"_s)->isChecked(), u"checked"_s);
         QTEST(words.join(u' '), "expected");
         const SettingsStore &store = App::get()->settings();
-        QCOMPARE(store.preferredRoute(u"d2"_s) == u"lan"_s, settings.contains("routes")); // shown, not set
+        QCOMPARE(store.preferredRoute(u"d2"_s) == u"lan"_s, settings.contains("\"d2\":\"lan\"")); // shown, not set
+        QCOMPARE(store.selectedDevice().isEmpty(), !settings.contains("selected_device"));
     }
 
     void choice()

@@ -94,24 +94,26 @@ private Q_SLOTS:
     void networkTest()
     {
         QFETCH(QByteArrayList, answers);
+        QFETCH(int, requests);
         while (answers.size() < 20) {
             answers.append(answers.constLast());
         }
-        m_device.script[u"networkTest"_s] = answers;
         auto *manager = showManager();
-        manager->showPage(0);
-        press(u"RunNetworkTest"_s);
-        manager->setCurrentIndex(1); // another tab doesn't stop it
-        m_device.requests.removeIf([](const QString &request) { return !request.startsWith("networkTest"_L1); });
-        QFETCH(int, requests);
-        for (int i = 1; i < requests; ++i) {
-            QVERIFY(!find(u"RunNetworkTest"_s)->isEnabled());
-            skip(2200ms);
+        for (int run = 0; run < 2; ++run) {
+            m_device.script[u"networkTest"_s] = answers;
+            manager->showPage(0);
+            m_device.requests.clear();
+            press(u"RunNetworkTest"_s);
+            manager->setCurrentIndex(1); // another tab doesn't stop it
+            for (int i = 1; i < requests; ++i) {
+                QVERIFY(!find(u"RunNetworkTest"_s)->isEnabled());
+                skip(2200ms);
+            }
+            skip(5s);
+            QCOMPARE(m_device.requests.filter(u"networkTest"_s).size(), requests);
+            QTEST(box(u"NetworkTest"_s), "result");
+            QVERIFY(find(u"RunNetworkTest"_s)->isEnabled());
         }
-        skip(5s);
-        QCOMPARE(m_device.requests.size(), requests);
-        QTEST(box(u"NetworkTest"_s), "result");
-        QVERIFY(find(u"RunNetworkTest"_s)->isEnabled());
     }
 
     void wirelessLink_data()

@@ -171,6 +171,23 @@ private Q_SLOTS:
         QCOMPARE(requestsAfter(2600ms), 0);
     }
 
+    void changesDuringASave()
+    {
+        load(xbee, "{}");
+        m_device.tell({list, QByteArray("getControllerConfig ") + xbee, "getSettings never"});
+        panel()->refresh();
+        saved();
+        m_device.answerHeld(); // of the loading
+        QCOMPARE(message(), u"Saved. The device is switching to the new settings."_s);
+        m_device.tell({"setSettings never"});
+        saved();
+        set(u"manufacturer"_s, u"OES"_s);
+        m_device.answerHeld();
+        m_device.tell({list, QByteArray("getControllerConfig ") + xbee, "getSettings {}"});
+        QCOMPARE(requestsAfter(2700ms), 3);
+        QCOMPARE(saved().value(u"manufacturer"_s), u"OES"_s);
+    }
+
     // Of the session or the panel, before, while or after the device answers.
     void deletion()
     {

@@ -287,6 +287,7 @@ private Q_SLOTS:
         }
         const QPointer ended = session();
         press(u"Cancel"_s);
+        Q_EMIT ended->stateChanged(State::Ready, {}); // it isn't followed any more
         QCOMPARE(page(), 0);
         QTRY_VERIFY(!ended);
         m_device.greets = true;

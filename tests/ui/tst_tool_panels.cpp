@@ -227,6 +227,10 @@ private Q_SLOTS:
         QCOMPARE(m_device.requests.filter(u"setDeviceId"_s).constLast(), u"setDeviceId{\"device_id\":\"D2\"}"_s);
         QCOMPARE(m_session->deviceId(), u"D2"_s); // which the next title shows
         QVERIFY(text(u"CloudStatus"_s).isEmpty());
+        QTest::keyClicks(find(u"DeviceId"_s), u"x"_s);
+        m_device.tell({R"(getStatus {"device_id":"D2"})"});
+        press(u"RefreshCloud"_s);
+        QCOMPARE(text(u"DeviceId"_s), u"D2"_s);
         asks(u"ForgetCloud"_s, QMessageBox::Yes, u"Forget cloud sign-in"_s, "clearMqttConfig {}");
         QCOMPARE(message(), u"Done. The device no longer has cloud credentials."_s);
         QCOMPARE(m_device.requests, (QStringList{u"clearMqttConfig{}"_s, u"getStatus{}"_s}));

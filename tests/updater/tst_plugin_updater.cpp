@@ -3,6 +3,7 @@
 
 // The updater over real sockets, with the system's archive program, in folders of its own.
 
+#include "platform/Disk.h"
 #include "tests/support/HttpStub.h"
 #include "updater/PluginUpdater.h"
 
@@ -165,14 +166,13 @@ private Q_SLOTS:
         };
         const Rig rig(m_zip);
         const QByteArray good = rig.manifest();
-        const auto padded = [&good](qsizetype size) { return good + QByteArray(size - good.size(), ' '); };
         const auto moved = [](const QByteArray &to) { return HttpReply{302, "", "Location: " + to + "\r\n"}; };
         const char *const unreadable = "Failed: The update information was not readable.";
 
         row("newer", {200, good}, available);
         row("present version", {200, R"({"version":"1.0.1"})"}, "UpToDate: Tallyforge 1.0.1 is up to date.");
         row("any status of success", {203, good}, available);
-        row("a mebibyte", {200, padded(1 << 20)}, available);
+        row("a mebibyte", {200, QByteArray((1 << 20) - good.size(), ' ') + good}, available);
         row("endless, of which the first mebibyte counts", {200, good, "", How::Flood}, available);
         row("just over a mebibyte", {200, QByteArray(1 << 20, ' ') + good}, unreadable);
         row("endless nonsense", {200, "<html>", "", How::Flood}, unreadable);
@@ -339,6 +339,11 @@ private Q_SLOTS:
             // The next attempt is as good as the first one.
             rig.package = {200, m_zip};
             rig.offer(m_zip.size(), sumOf(m_zip));
+            rig.onChange = [&rig, isFirst = true]() mutable {
+                if (rig.updater->state() == State::Downloading && std::exchange(isFirst, false)) {
+                    QCOMPARE(rig.updater->progress(), 0);
+                }
+            };
             rig.install();
         }
         QVERIFY(rig.installed().startsWith("new"));
@@ -374,6 +379,23 @@ private Q_SLOTS:
         rig.config.stagingDir += u'/';
         QVERIFY(rig.install().constLast().startsWith(u"Installed"));
         QCOMPARE(QDir(rig.dir.filePath(u"precious"_s)).entryList(everything), QStringList{u"file"_s});
+    }
+
+    // Another OBS works in the folder. Nothing of its is touched, and ours lets go of the folder in the end.
+    void stagingFolderInUse()
+    {
+        Rig rig(m_zip);
+        const QString file = rig.staging() + u"/package.zip"_s;
+        writeFile(file, "of the other");
+        const QString parent = rig.dir.filePath(u"config"_s);
+        {
+            const platform::FolderLock other(parent);
+            QVERIFY(rig.install().constLast().contains(u"is in use"_s));
+            QCOMPARE(contentOf(file), "of the other");
+        }
+        rig.package = {404};
+        QCOMPARE(rig.install().constLast(), QString::fromUtf8(notFinished));
+        QVERIFY(!platform::FolderLock(parent).isTaken());
     }
 
     void foldersOfOthers()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // SPDX-FileCopyrightText: 2026 The Tallyforge developers
 
+#include "tests/support/SkippedTime.h"
 #include "tests/updater/BundleFixture.h"
 #include "updater/ArchiveUnpacker.h"
 #include "updater/FileTree.h"
@@ -227,6 +228,17 @@ private Q_SLOTS:
         }
         QVERIFY(child() != 0);
         QTRY_VERIFY(kill(child(), 0) != 0 && errno == ESRCH);
+    }
+
+    void twoMinutesToUnpack()
+    {
+        ArchiveUnpacker unpacker{ArchiveUnpacker::Limits()};
+        QSignalSpy finished(&unpacker, &ArchiveUnpacker::finished);
+        unpacker.run(shell(u"exec sleep 1000"_s), m_extracted);
+        skip(119s);
+        QVERIFY(finished.isEmpty());
+        skip(2s);
+        QTRY_COMPARE(finished.count(), 1);
     }
 
     void destroyedAtOnce()

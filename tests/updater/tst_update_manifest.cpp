@@ -120,6 +120,7 @@ private Q_SLOTS:
         row("no sum", "{'package':{'sha256':null}}", incomplete);
         row("sum too short", "{'package':{'sha256':'0a'}}", incomplete);
         row("OBS new enough", "{'min_obs':'30.1'}", "available");
+        row("OBS just new enough", "{'min_obs':'31.0.0'}", "available");
         row("OBS too old", "{'min_obs':'32.%3'}", "Version 1.1.0 needs OBS 32.%3 or newer (this is OBS 31.0.0).");
         row("faulty package before OBS", "{'min_obs':'99','package':{'url':''}}", incomplete);
     }

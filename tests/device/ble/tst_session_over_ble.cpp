@@ -20,6 +20,7 @@ class SessionOverBle : public SessionContract
 {
     Q_OBJECT
 
+    [[nodiscard]] bool waitsForever() const override { return false; }
     DeviceLink *makeLink() override
     {
         m_helper.onOp = [this](const QJsonObject &op) { answer(op); };

@@ -22,6 +22,7 @@ class SessionOverHttp : public SessionContract
 {
     Q_OBJECT
 
+    [[nodiscard]] bool waitsForever() const override { return false; }
     DeviceLink *makeLink() override
     {
         unplug(); // requests of an earlier link aren't this one's

@@ -119,6 +119,27 @@ private Q_SLOTS:
         }
     }
 
+    void openedAgain()
+    {
+        Rig r;
+        QSignalSpy envelopes(&r.link, &DeviceLink::envelope);
+        QSignalSpy received(r.link.transport(), &RpcTransport::message);
+        const QByteArray text = R"({"id":1,"ok":true})";
+        const QByteArray size("\0\x12", 2);
+        const QByteArray envelope = buildFrame(UsbFrame::Envelope, "{}");
+        r.link.open();
+        r.device.ctrl(R"({"t":"hello","tunnel":{"host":"c","port":1,"streams":{"ota":{"host":"o","port":2}}}})");
+        r.pty.send(buildFrame(UsbFrame::Admin, size + '\0' + text.first(9)) + envelope);
+        QTRY_COMPARE(envelopes.count(), 1);
+        r.link.close();
+        r.link.open();
+        QVERIFY(!r.link.cloud()->status().configured && r.link.streams()->status().destinations.isEmpty());
+        r.device.ctrl(R"({"t":"hello"})");
+        r.pty.send(buildFrame(UsbFrame::Admin, size + '\1' + text.sliced(9)) + envelope);
+        QTRY_COMPARE(envelopes.count(), 2);
+        QCOMPARE(received.count(), 0);
+    }
+
     void brokenUseAndUnplugging()
     {
         Rig r;
