@@ -4,7 +4,7 @@
 # Every target but install and clean works inside a sandbox that scripts/sandbox.sh sets up.
 .NOTPARALLEL:
 .DEFAULT_GOAL := help
-.PHONY: help demo test screenshots bench asan fuzz faults format translations check shell install package clean
+.PHONY: help demo test screenshots soak bench asan fuzz faults format translations check shell install package clean
 sandbox := scripts/sandbox.sh
 
 # A screen of one's own is used unless HEADLESS says otherwise.
@@ -22,6 +22,9 @@ test: ## Build, then run all tests and the end-to-end run in OBS
 
 screenshots: ## Take pictures of the dock and the setup dialog in each theme (build/screenshots, docs/images)
 	@$(sandbox) sh -c 'scripts/build.sh dev stage-parts && exec python3 demo/screenshots.py'
+
+soak: ## Play match days in a real OBS while all sorts of things go wrong (SOAK_MINUTES=10, SOAK_SEED)
+	@$(sandbox) sh -c 'scripts/build.sh dev stage-parts && exec tests/support/alone.sh python3 tests/soak/soak.py'
 
 bench: ## Measure how fast a score reaches the picture
 	@$(sandbox) sh -c 'scripts/build.sh bench && exec python3 bench/run.py'

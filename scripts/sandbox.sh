@@ -57,7 +57,7 @@ environment() {
         TALLYFORGE_ROOT="$root"; do
         arguments+=(--setenv "${pair%%=*}" "${pair#*=}")
     done
-    for name in CI TERM VERBOSE "${!BENCH_@}" "${!CHECK_@}" "${!CTEST_@}" "${!FUZZ_@}"; do
+    for name in CI TERM VERBOSE "${!BENCH_@}" "${!CHECK_@}" "${!CTEST_@}" "${!FUZZ_@}" "${!SOAK_@}"; do
         [[ -z ${!name:-} ]] || arguments+=(--setenv "$name" "${!name}")
     done
 }

@@ -5,12 +5,15 @@
 import asyncio
 from dataclasses import dataclass, field
 
+from net import first_of
+
 PORTAL_KINDS = {   # kind -> the keys that it takes beside where and kind
     "refuse": set(),
     "slow": {"path", "count", "seconds"},
     "hang": {"path", "count"},
     "garbage": {"path", "count"},
     "cut": {"path", "count"},
+    "trickle": {"path", "count", "seconds"},
     "status": {"path", "count", "status", "body", "code"},
 }
 _SOME = {"path", "count"}
@@ -64,6 +67,17 @@ class PathFault:
                 "status": self.status if self.kind == "status" else None, "to": self.to or None}
         return {"kind": self.kind} | {key: value for key, value in keys.items()
                                       if value is not None}
+
+
+async def trickled(pieces, fault):
+    """The bytes of pieces one at a time, and the rest at once when the fault is over."""
+    async for piece in pieces:
+        for at in range(len(piece)):
+            if fault.over.is_set():
+                yield piece[at:]
+                break
+            yield piece[at:at + 1]
+            await first_of(fault.over.wait(), asyncio.sleep(fault.seconds))
 
 
 class Hanging:

@@ -71,6 +71,11 @@ class Response:
         return "\r\n".join([*head, "", ""]).encode() + (b"" if bodiless else body)
 
 
+async def in_one(data):
+    """The pieces of a response that is whole already."""
+    yield data
+
+
 def _parse_head(head):
     lines = head.decode("latin-1").split("\r\n")
     parts = lines[0].split(" ")

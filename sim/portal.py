@@ -10,8 +10,8 @@ from time import time
 from urllib.parse import unquote
 
 from commands import NAMES, Commands, Unreached
-from faults import Hanging
-from httpd import HttpServer, Response
+from faults import Hanging, trickled
+from httpd import HttpServer, Response, in_one
 from net import first_of, log
 from venue import KEPT, VERSION, now_ms, same_secret
 
@@ -110,13 +110,19 @@ class Portal(Hanging):
                 await self._delay(fault)
             response = self._answer(request)
             response.cut = bool(fault) and fault.kind == "cut"
-            return response
+            return self._trickling(response, fault) if fault and fault.kind == "trickle" else response
         except Refusal as refusal:
             if refusal.broken:
                 # The first two words of a path name the call; what follows may be an id.
                 call = "/".join(request.path.split("/")[:3])
                 self._venue.violation(f"portal {request.method} {call}: {refusal.broken}")
             return refusal.response
+
+    @staticmethod
+    def _trickling(response, fault):
+        body = json.dumps(response.body).encode()
+        return Response(response.status, headers=response.headers, kind="application/json",
+                        pieces=trickled(in_one(body), fault), length=len(body))
 
     @staticmethod
     def _faulty(fault):

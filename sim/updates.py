@@ -8,9 +8,8 @@ import re
 from collections import deque
 from pathlib import Path
 
-from faults import Hanging
-from httpd import HttpServer, Response
-from net import first_of
+from faults import Hanging, trickled
+from httpd import HttpServer, Response, in_one
 from venue import KEPT
 
 FOLDER = "/downloads/obs/"
@@ -107,13 +106,13 @@ class Updates(Hanging):
         pieces, length = _file(path), path.stat().st_size
         if name == MANIFEST and kind in ("wrong-hash", "wrong-size"):
             data = self._spoiled(path, kind)
-            pieces, length = self._slices(data), len(data)
+            pieces, length = in_one(data), len(data)
         if kind == "cut":
             pieces = self._part(pieces, length // 2)
         elif kind == "stall":
             pieces = self._part(pieces, length // 2, fault)
         elif kind == "trickle":
-            pieces = self._trickle(pieces, fault)
+            pieces = trickled(pieces, fault)
         # The header tells the whole body's length, so the connection ends with the half.
         return Response(200, pieces=pieces, length=length, cut=kind == "cut",
                         kind="application/json" if name == MANIFEST else "application/zip")
@@ -129,10 +128,6 @@ class Updates(Hanging):
                 package["size"] += 1
         return json.dumps(manifest).encode()
 
-    @staticmethod
-    async def _slices(data):
-        yield data
-
     async def _part(self, pieces, length, fault=None):
         """The first bytes alone; with a fault, the others once it is over."""
         async for piece in pieces:
@@ -144,13 +139,3 @@ class Updates(Hanging):
                 return
             await self._hang(fault)
             yield rest
-
-    @staticmethod
-    async def _trickle(pieces, fault):
-        async for piece in pieces:
-            for at in range(len(piece)):
-                if fault.over.is_set():
-                    yield piece[at:]
-                    break
-                yield piece[at:at + 1]
-                await first_of(fault.over.wait(), asyncio.sleep(fault.seconds))
