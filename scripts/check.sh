@@ -66,6 +66,7 @@ check licences check_licences
 check python python3 scripts/check_python.py
 check shell check_shell
 check translations python3 scripts/check_translations.py
+check messages python3 scripts/check_messages.py
 check warnings check_warnings
 check tidy python3 scripts/check_tidy.py
 

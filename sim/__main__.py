@@ -101,6 +101,19 @@ def _ready(options, venue, portal, control, hardware, lan, updates, authority):
         "updates": updates and updates.url(host), "ca": authority}), flush=True)
 
 
+def _explain(venue, lan):
+    """For the person who rehearses. The password is one that everybody may know."""
+    for device in venue.devices.values():
+        address = lan[device.id].url.removeprefix("http://").rstrip("/")
+        print(f"""
+The scoreboard "{device.nickname or device.id}" is playing. To see it in OBS:
+  1. Docks > Tallyforge, "Set up or manage a device…", "Local network".
+  2. Type {address} and press "Connect".
+  3. Type the password {device.admin_password} and press "Sign in to device".
+  4. Press "Use live scores in OBS", and in the dock "Add live score text to this scene".
+Ctrl+C ends it.""", file=sys.stderr, flush=True)
+
+
 async def _run(options):
     loop = asyncio.get_running_loop()
     stop = asyncio.Event()
@@ -131,6 +144,8 @@ async def _run(options):
     if not options.manual:
         tasks.append(loop.create_task(_play(venue, options.speed)))
     _ready(options, venue, portal, control, hardware, lan, updates, authority)
+    if options.rehearse:
+        _explain(venue, lan)
     await stop.wait()
     for task in tasks:
         task.cancel()

@@ -14,7 +14,9 @@ TOKEN = re.compile(r"(?P<id>[^=]+)=(?P<token>.+)")
 PASSWORD = re.compile(r"(?P<id>[^=]+)=(?P<password>.+)")
 PORT = re.compile(r"(?P<id>[^@]+)(@(?P<path>/.+))?")
 BLE = re.compile(r"(?P<id>[^@]+)(@(?P<path>[0-9A-F]{2}(:[0-9A-F]{2}){5}))?")
+FEED_PORT = 1010
 FIRST_PORT = "/dev/ttyACM0"
+REHEARSAL = {"feed_port": 2010, "lan_port": 8081, "password": "rehearsal"}
 FIRST_ADDRESS = "C0:FF:EE:00:00:01"
 
 
@@ -51,10 +53,14 @@ def arguments(about):
         epilog="When it is ready it prints one line of JSON with its addresses, ports and tokens. "
                "It ends on Ctrl+C. docs/simulator.md tells the rest.")
     add = parser.add_argument
+    add("--rehearse", action="store_true",
+        help="devices that a person reaches from OBS's setup dialog by their address, and a word "
+             f"about how: --feed-port {REHEARSAL['feed_port']} --lan-port {REHEARSAL['lan_port']} and "
+             f"the password \"{REHEARSAL['password']}\", as far as these aren't given")
     add("--host", default="127.0.0.1", help="address of the portal and the devices (%(default)s)")
     add("--portal-port", type=_port, default=8443, metavar="N", help="(%(default)s; 0: any free)")
-    add("--feed-port", type=_port, default=1010, metavar="N",
-        help="port of a device's feed (%(default)s); further devices on the same address "
+    add("--feed-port", type=_port, metavar="N",
+        help=f"port of a device's feed ({FEED_PORT}); further devices on the same address "
              "take the next ones")
     add("--lan-port", type=_port, metavar="N",
         help="port of a device's administration by HTTP (none without this; devices have it on "
@@ -120,6 +126,7 @@ def _checked(parser, options):
         parser.error(f"--updates: there is no folder {options.updates}")
     options.token = {entry["id"]: entry["token"] for entry in options.token}
     options.admin_password = {e["id"]: e["password"] for e in options.admin_password}
+    _fill_in(options, ids)
     options.usb, options.receiver = _ports(parser, options)
     options.ble = _places(parser, "Bluetooth address", FIRST_ADDRESS, options.ble)[0]
     for name in ("token", "admin_password", "usb", "receiver", "ble"):
@@ -128,6 +135,15 @@ def _checked(parser, options):
             parser.error(f"--{name.replace('_', '-')} names no device of this venue: "
                          f"{', '.join(sorted(unknown))}")
     return options
+
+
+def _fill_in(options, ids):
+    """What a rehearsal has by itself, and the port that devices have for their feed."""
+    if options.rehearse:
+        options.admin_password = dict.fromkeys(ids, REHEARSAL["password"]) | options.admin_password
+        options.lan_port = REHEARSAL["lan_port"] if options.lan_port is None else options.lan_port
+    if options.feed_port is None:
+        options.feed_port = REHEARSAL["feed_port"] if options.rehearse else FEED_PORT
 
 
 def _ports(parser, options):

@@ -96,7 +96,7 @@ def use_network(dock, sim, score):
 KNOWN = ("--usb", DEVICE, "--admin-password", f"{DEVICE}={OWN}", "--pace", "10")
 LIVE = status(f"Live from {DEVICE}")
 STOPPED = status(f"Disconnected from {DEVICE}. Its scores have stopped.", YELLOW)
-LAN_HOST = "127.0.0.1:8580"
+LAN_HOST, REHEARSAL = "127.0.0.1:8081", "rehearsal"
 
 
 @contextlib.contextmanager
@@ -169,8 +169,9 @@ def setup_live(stage):
 
 
 def setup_network(stage):
-    """Over the local network: a host that is typed, and one that is known by the device's number."""
-    with stage.venue(options=("--lan-port", LAN_HOST.rpartition(":")[2], *KNOWN[2:])) as sim:
+    """Over the local network, as in a rehearsal: a host that is typed, and one that is known by the
+    device's number."""
+    with stage.venue(options=("--rehearse", "--pace", "10")) as sim:
         home = signed_out(stage, settings={"lan": {DEVICE: sim.lan_entry(DEVICE) | {"host": LAN_HOST}}})
         with opened(stage, home) as (obs, dock):
             score = Score(obs)
@@ -182,7 +183,7 @@ def setup_network(stage):
             setup.wait_for("tallyforgeAdminPassword", focus=True)
             setup.sign_in("wrong")
             setup.wait_for("tallyforgeAdminPassword", focus=True)
-            setup.sign_in(OWN)
+            setup.sign_in(REHEARSAL)
             setup.click("tallyforgeUseManaged")
             setup.wait_until_closed()
             score.follows(sim, home_score=3)

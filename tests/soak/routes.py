@@ -284,7 +284,7 @@ def line_noise(show):
 
 
 def locked(show):
-    """Nobody gets in for a while; then the scores come back."""
+    """Nobody gets in for a while, with the right password either."""
     show.sim.fault("usb", "unplug")
     show.obs.wait_for_status(UNPLUGGED, SOON)
     show.sim.clear("usb")
@@ -294,10 +294,11 @@ def locked(show):
     show.setup.connect()
     show.setup.wait_for("tallyforgeAdminPassword", focus=True)
     show.setup.sign_in(OWN)
-    show.setup.wait_for("tallyforgeSetupMessage", text=bool)
+    show.setup.wait_for("tallyforgeAdminPassword", focus=True)
     show.sim.clear("usb")
-    show.setup.close()
-    reconnect(show)
+    show.setup.sign_in(OWN)
+    show.setup.click("tallyforgeUseManaged")
+    show.setup.wait_until_closed()
 
 
 def internet_gone(show):
