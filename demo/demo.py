@@ -23,6 +23,11 @@ SCENE = "Scoreboard"
 OUTPUT = REPOSITORY / "build/demo"
 STATUS = {"cloud": f"Live from {DEVICE}", "lan": f"Live from {NICKNAME} over your network"}
 NAMES = {"cloud": "the cloud", "lan": "the local network"}
+NEW_DEVICE, FACTORY = "TF-1002", "quietmoose"
+ON_A_CABLE = f"""A new device is on a cable as well. To set it up, open Docks > Tallyforge and press
+"Set up or manage a device…". Its port is chosen already: press "Connect" and choose a password of your
+own. The venue's network is "Venue" with the password courtside-7; any scoreboard will do. At the end,
+"Use this device's live scores in OBS" brings its game into the picture."""
 PLAYS_BEFORE = 60   # so that the first picture shows a game under way
 
 
@@ -108,6 +113,8 @@ def run_headless(home, simulator, screen):
 
 def run_on_display(home, simulator):
     faults = []
+    simulator.fault("device", "gone", device=NEW_DEVICE)   # from the account, to which it may be added
+    say(ON_A_CABLE)
     for route in ("cloud", "lan"):
         prepare(home, route, simulator)
         with ObsSession(home, {}) as obs:
@@ -145,8 +152,10 @@ def run(options):
     OUTPUT.mkdir(parents=True)
     with contextlib.ExitStack() as stack:
         folder = Path(stack.enter_context(tempfile.TemporaryDirectory(prefix="tallyforge-demo-")))
+        devices = [f"{DEVICE}={NICKNAME}"] if headless else [f"{DEVICE}={NICKNAME}", f"{NEW_DEVICE}=Pool"]
         simulator = stack.enter_context(Simulator(
-            folder / "sim", [f"{DEVICE}={NICKNAME}"], *(["--manual"] if headless else [])))
+            folder / "sim", devices, *(["--manual"] if headless else
+                                       ["--usb", NEW_DEVICE, "--admin-password", f"{NEW_DEVICE}={FACTORY}"])))
         simulator.step(PLAYS_BEFORE)
         home = ObsHome(folder / "home", SCENE)
         home.install(options.plugin)
