@@ -28,7 +28,6 @@ CALL = 25   # a portal call that hangs, or is cut off in the middle of its first
 # The setup dialog knows the device by its id alone.
 OVER_NETWORK = re.compile(f"Live from ({LABELS[MAIN]}|{MAIN}) over your network")
 UNPLUGGED = "The USB device was unplugged or stopped responding."
-RESTARTING = f"{MAIN} is restarting. Reopen the setup window to reconnect."
 SIGNED_OUT = "You have been signed out. Sign in again."
 
 
@@ -217,8 +216,7 @@ def feed_rejected(show):
 def device_restarts(show):
     restarts = show.sim.device(show.route.device)["admin"]["restarts"]
     show.sim.admin(show.route.device, restart=True)
-    if show.route.name in ("usb", "ble"):
-        show.obs.wait_for_status(re.compile(f"{UNPLUGGED}|{RESTARTING}|Bluetooth link lost.*"), SOON)
+    show.expect_not_live(SOON)
 
     def is_back():
         admin = show.sim.device(show.route.device)["admin"]
